@@ -1,0 +1,63 @@
+#include "app/CliInteraction.h"
+
+#include <cstdio>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn {
+
+CliInteraction::CliInteraction(bool yes, QTextStream* err) : m_yes(yes), m_err(err), m_stderr(stderr) {}
+
+QTextStream& CliInteraction::err()
+{
+    return m_err ? *m_err : m_stderr;
+}
+
+MsgResult CliInteraction::messageBox(const QString& text, const QString& title, MsgIcon, MsgButtons buttons)
+{
+    QString shown = text;
+    shown.replace(u"\r\n"_s, u"\n"_s);
+    shown.replace(u'\r', u'\n');
+    if (m_progressShown) {
+        err() << '\n';
+        m_progressShown = false;
+    }
+    err() << title.trimmed() << ": " << shown << '\n';
+    MsgResult result = MsgResult::Ok;
+    if (buttons == MsgButtons::YesNo) {
+        result = m_yes ? MsgResult::Yes : MsgResult::No;
+        err() << (m_yes ? u"  -> はい (--yes)"_s : u"  -> いいえ (--yes で「はい」)"_s) << '\n';
+    }
+    err().flush();
+    return result;
+}
+
+void CliInteraction::setBusy(bool) {}
+
+void CliInteraction::progress(const QString& phase, qint64 done, qint64 total)
+{
+    // Only a person at a terminal wants a moving counter; logs stay clean.
+    if (m_err || !isatty(fileno(stderr)))
+        return;
+    err() << '\r' << phase << ' ' << done;
+    if (total > 0)
+        err() << '/' << total;
+    err() << "   ";
+    err().flush();
+    m_progressShown = true;
+}
+
+void CliInteraction::openUrl(const QString& url)
+{
+    err() << url << '\n';
+    err().flush();
+}
+
+void CliInteraction::endProgram(int exitCode)
+{
+    err().flush();
+    throw ProgramEnd{exitCode};
+}
+
+} // namespace qelprn

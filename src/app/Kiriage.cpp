@@ -1,0 +1,32 @@
+#include "app/Kiriage.h"
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn {
+
+qint32 nKiriage(const AppContext& ctx, double value)
+{
+    if (ctx.iKiriageKeta == 0) {
+        ctx.interaction().messageBox(u"切り上げ桁が設定されていません。"_s, u"警告！"_s, MsgIcon::Critical);
+        return 0;
+    }
+    double x = value / ctx.iKiriageKeta;
+    switch (ctx.iKiriageKbn) {
+    case 0:
+        return 0;
+    case 1:
+        // Not 1: exact whole amounts must stay unchanged.
+        x += 0.999999999;
+        break;
+    case 3:
+        x += 0.5;
+        break;
+    default:
+        break;
+    }
+    return qint32(std::floor(x) * ctx.iKiriageKeta);
+}
+
+} // namespace qelprn

@@ -1,0 +1,37 @@
+#include "app/StartupCheck.h"
+
+#include "app/Paths.h"
+#include "app/SysIni.h"
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn {
+
+bool bCheckCommandLine(Interaction& ui, const QString& commandLine)
+{
+    if (!commandLine.isEmpty())
+        return true;
+    const QString title = u"　エラー！！"_s;
+    ui.messageBox(u"処理モードが設定されていません。"_s, title, MsgIcon::Exclamation);
+    ui.messageBox(u"起動できません！"_s, title, MsgIcon::Critical);
+    return false;
+}
+
+AppContext loadAppContext(Interaction& ui)
+{
+    return loadAppContext(ui, defaultAppDir());
+}
+
+AppContext loadAppContext(Interaction& ui, const QString& appDir)
+{
+    AppContext ctx;
+    ctx.ui = &ui;
+    ctx.csAppDir = appDir;
+    const QString baseId = vGetSysIniValue(ctx, u"BASEID"_s, true);
+    // Like the suite's Val(): a non-number part gives 0.
+    ctx.iBaseKyotenCd = qint16(baseId.mid(0, 2).trimmed().toInt());
+    ctx.iBaseKyotenEb = qint16(baseId.mid(2, 2).trimmed().toInt());
+    return ctx;
+}
+
+} // namespace qelprn

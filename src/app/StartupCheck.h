@@ -1,0 +1,19 @@
+#pragma once
+
+#include "app/AppContext.h"
+
+#include <QString>
+
+namespace qelprn {
+
+// The program must be started by the suite's menu with some argument: an empty command line shows
+// the two refusal messages and returns false. Any non-empty line, a single blank too, is accepted.
+bool bCheckCommandLine(Interaction& ui, const QString& commandLine);
+
+// The process settings: csAppDir (defaultAppDir()) and the own site from BASEID characters 1-2 and
+// 3-4. A missing "Tovara.ini" ends the program through ui.
+AppContext loadAppContext(Interaction& ui);
+// The same for a given program folder.
+AppContext loadAppContext(Interaction& ui, const QString& appDir);
+
+} // namespace qelprn

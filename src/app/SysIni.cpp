@@ -1,0 +1,67 @@
+#include "app/SysIni.h"
+
+#include "app/Cp932.h"
+#include "app/FileUtil.h"
+#include "app/Paths.h"
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn {
+
+QString vGetSysIniValue(const AppContext& ctx, const QString& key, bool showError)
+{
+    const QString path = toLocalPath(ctx.csAppDir + u"\\"_s + u"Tovara.ini"_s);
+    bool ok = false;
+    QStringList lines;
+    if (bFileExists(path))
+        lines = readTextLines(path, &ok);
+    if (!ok) {
+        ctx.interaction().messageBox(u"システム設定ファイルが見つかりません。"_s, u"警告！"_s,
+                                     MsgIcon::Critical);
+        ctx.interaction().endProgram(2);
+        return {};
+    }
+    const QString wanted = key.trimmed();
+    for (const QString& line : lines) {
+        const qsizetype eq = line.indexOf(u'=');
+        if (eq < 0)
+            continue;
+        if (line.left(eq).trimmed() == wanted)
+            return line.mid(eq + 1);
+    }
+    if (showError) {
+        ctx.interaction().messageBox(u"システム設定ファイルに、指定の項目が見つかりません。"_s + u"\r["_s +
+                                         key + u"]"_s,
+                                     u"警告！"_s, MsgIcon::Critical);
+    }
+    return {};
+}
+
+namespace {
+QString folder(const AppContext& ctx, const QString& key)
+{
+    return ctx.csAppDir + vGetSysIniValue(ctx, key, true) + u"\\"_s;
+}
+} // namespace
+
+QString csSysDir(const AppContext& ctx)
+{
+    return folder(ctx, u"SYSTEM_SYS"_s);
+}
+
+QString csTmpDir(const AppContext& ctx)
+{
+    return folder(ctx, u"SYSTEM_TMP"_s);
+}
+
+QString csIconDir(const AppContext& ctx)
+{
+    return folder(ctx, u"SYSTEM_ICON"_s);
+}
+
+QString csDataDir(const AppContext& ctx)
+{
+    return folder(ctx, u"SYSTEM_DATA"_s);
+}
+
+} // namespace qelprn

@@ -1,0 +1,14 @@
+#include "cli/Command.h"
+
+namespace qelprn::cli {
+
+std::vector<std::unique_ptr<Command>> allCommands()
+{
+    std::vector<std::unique_ptr<Command>> commands;
+    commands.push_back(makeInitDemoCommand());
+    commands.push_back(makeSitesCommand());
+    commands.push_back(makePrintCommand());
+    return commands;
+}
+
+} // namespace qelprn::cli

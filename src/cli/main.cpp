@@ -1,0 +1,28 @@
+#include "cli/CliMain.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <cstdio>
+#include <memory>
+
+int main(int argc, char* argv[])
+{
+    // init-demo draws the characters of the company seal, which needs the font database of a GUI
+    // application; the offscreen platform keeps it usable without a display.
+    const bool needsFonts = argc > 1 && qstrcmp(argv[1], "init-demo") == 0;
+    std::unique_ptr<QCoreApplication> app;
+    if (needsFonts) {
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        app = std::make_unique<QGuiApplication>(argc, argv);
+    } else {
+        app = std::make_unique<QCoreApplication>(argc, argv);
+    }
+    QCoreApplication::setApplicationName(QStringLiteral("qelprn-cli"));
+
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    QStringList args = QCoreApplication::arguments();
+    args.removeFirst();
+    return qelprn::cli::runCli(args, out, err);
+}

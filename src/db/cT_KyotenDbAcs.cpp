@@ -1,0 +1,184 @@
+#include "db/cT_KyotenDbAcs.h"
+
+#include "app/NullValue.h"
+#include "app/clsOplIniFile.h"
+#include "db/DatabaseList.h"
+#include "db/RecordSet.h"
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn {
+
+namespace {
+const QString kTitle = u"施設請求書印刷"_s;
+const QString kAllDbHeader = u"iGetSeikyuData_ALLDB() でエラー\r\n"_s;
+
+qint32 numberOf(const QVariant& v)
+{
+    return csNullToStr(v).trimmed().toInt();
+}
+} // namespace
+
+cT_KyotenDbAcs::~cT_KyotenDbAcs()
+{
+    m_list.clear();
+    m_ado = nullptr;
+}
+
+qint16 cT_KyotenDbAcs::iInit(cT_ADODB* cADO)
+{
+    m_ado = cADO;
+    m_list.clear();
+    return 0;
+}
+
+qint16 cT_KyotenDbAcs::iDataRead(cT_ADODB* cADO)
+{
+    if (!cADO) {
+        sErrMsg = u"Kyotenが無効です。"_s;
+        return -1;
+    }
+    const QString sql = u" SELECT "_s + u" KYOTEN.iKyotenCd,"_s + u" KYOTEN.iKyotenEb,"_s +
+                        u" KYOTEN.cAreaName,"_s + u" KYOTEN.cKyotenName"_s + u" FROM KYOTEN"_s +
+                        u" WHERE KYOTEN.iKyotenEb<>0"_s + u" ORDER BY KYOTEN.iKyotenCd,KYOTEN.iKyotenEb"_s;
+    RecordSet rs;
+    if (cADO->iOpenRecSet(rs, sql, 1, 1, 0) != 0) {
+        sErrMsg = cADO->sErrMsg;
+        return -1;
+    }
+    m_list.clear();
+    while (!rs.isEOF()) {
+        cD_Kyoten k;
+        k.setKyotenCd(numberOf(rs.field(u"iKyotenCd"_s)));
+        k.setKyotenEd(numberOf(rs.field(u"iKyotenEb"_s)));
+        k.setAreaName(csNullToStr(rs.field(u"cAreaName"_s)));
+        k.setKyotenName(csNullToStr(rs.field(u"cKyotenName"_s)));
+        m_list.append(k);
+        rs.moveNext();
+    }
+    cADO->iCloseRecSet(rs);
+    return 0;
+}
+
+qint16 cT_KyotenDbAcs::iDataLoadKyoten()
+{
+    return iDataRead(m_ado);
+}
+
+void cT_KyotenDbAcs::showError(const QString& text)
+{
+    m_ctx.interaction().messageBox(text, kTitle, MsgIcon::Critical);
+}
+
+bool cT_KyotenDbAcs::fillGrid(cT_ADODB& ado, const QString& sql, const QString& database, SiteGrid& grid)
+{
+    RecordSet rs;
+    if (ado.iOpenRecSet(rs, sql, 1, 1, 0) != 0) {
+        sErrMsg = ado.sErrMsg;
+        return false;
+    }
+    while (!rs.isEOF()) {
+        cD_Kyoten k;
+        k.setKyotenCd(numberOf(rs.field(u"iKyotenCd"_s)));
+        k.setKyotenEd(numberOf(rs.field(u"iKyotenEb"_s)));
+        // The grid loaders keep the site name in AreaName.
+        k.setAreaName(csNullToStr(rs.field(u"cKyotenName"_s)));
+        const int row = int(m_list.size()) + 1;
+        grid.setRowCount(row);
+        grid.setCellText(1, row, k.AreaName());
+        grid.setCellText(2, row, database);
+        grid.setCellText(3, row, QString::number(k.KyotenCd()));
+        grid.setCellText(4, row, QString::number(k.KyotenEd()));
+        m_list.append(k);
+        rs.moveNext();
+    }
+    ado.iCloseRecSet(rs);
+    return true;
+}
+
+void cT_KyotenDbAcs::iLoadKyoten(SiteGrid& grid, bool bAllFlg, qint16& result)
+{
+    result = -1;
+    if (!m_ado) {
+        sErrMsg = u"Kyotenが無効です。"_s;
+        showError(sErrMsg);
+        return;
+    }
+    m_list.clear();
+    grid.setRedraw(false);
+    grid.setRowCount(0);
+    const bool ok = fillGrid(*m_ado, csKyotenGridSql(bAllFlg, m_ctx.iStartMode), QString(), grid);
+    grid.setRedraw(true);
+    if (!ok) {
+        showError(sErrMsg);
+        return;
+    }
+    result = 0;
+}
+
+qint16 cT_KyotenDbAcs::iDatabaseRead()
+{
+    return qelprn::iDatabaseRead(m_ctx, m_dbInfo);
+}
+
+void cT_KyotenDbAcs::iLoadKyoten_ALLDB(SiteGrid& grid, bool bAllFlg, qint16& result)
+{
+    result = -1;
+    const QString sql = csKyotenGridSql(bAllFlg, m_ctx.iStartMode);
+    if (iDatabaseRead() < 1) {
+        showError(u"DBの読み込みに失敗しました"_s);
+        return;
+    }
+    // The base database must be reachable before the others are tried, as at start-up.
+    {
+        clsOplIniFile ini;
+        if (ini.iInit(m_ctx.csAppDir + u"\\adodb.ini"_s) != 0) {
+            showError(kAllDbHeader + ini.CsErrStr());
+            return;
+        }
+        QString baseCs = csCutNull(ini.csGetProfileString(u"接続情報"_s, u"接続情報"_s));
+        while (baseCs.endsWith(u' '))
+            baseCs.chop(1);
+        if (baseCs.isEmpty()) {
+            showError(kAllDbHeader + u"接続文字列取得できません。"_s);
+            return;
+        }
+        cT_ADODB base;
+        if (base.iInit(baseCs) != 0 || base.iConnect() != 0) {
+            sErrMsg = base.sErrMsg;
+            showError(kAllDbHeader + sErrMsg);
+            return;
+        }
+        base.iDisConnect();
+    }
+
+    m_list.clear();
+    grid.setRedraw(false);
+    grid.setRowCount(0);
+    for (const DbInfo& db : std::as_const(m_dbInfo)) {
+        const QString cs = csDbConnectionString(db);
+        if (cs.isEmpty()) {
+            grid.setRedraw(true);
+            showError(kAllDbHeader + u"接続文字列取得できません。"_s);
+            return;
+        }
+        cT_ADODB ado;
+        if (ado.iInit(cs) != 0 || ado.iConnect() != 0) {
+            sErrMsg = ado.sErrMsg;
+            grid.setRedraw(true);
+            showError(kAllDbHeader + db.cDbLabel + u"\r\n"_s + sErrMsg);
+            return;
+        }
+        const bool ok = fillGrid(ado, sql, db.cDatabase, grid);
+        ado.iDisConnect();
+        if (!ok) {
+            grid.setRedraw(true);
+            showError(kAllDbHeader + db.cDbLabel + u"\r\n"_s + sErrMsg);
+            return;
+        }
+    }
+    grid.setRedraw(true);
+    result = 0;
+}
+
+} // namespace qelprn

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "app/AppContext.h"
+#include "db/DbInfo.h"
+#include "master/MasterRecord.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <QtGlobal>
+#include <optional>
+
+namespace qelprn {
+
+class cT_ADODB;
+
+// The table-class pattern shared by every master table, driven by the table's TableDef: read rows
+// into records, allocate numbers, and write one record with one statement, optionally inside a
+// transaction of its own. Operations return 0 or -1 and leave the reason in sErrMsg (a database
+// failure keeps the connection's message unchanged); none throws. The cT_… classes add the record
+// type, the array accessor under the suite's name and their own extra operations.
+class MasterTable
+{
+public:
+    explicit MasterTable(const TableDef& def);
+    virtual ~MasterTable() = default;
+
+    QString sErrMsg;
+    qint32 nデータ数() const { return static_cast<qint32>(m_rows.size()); }
+
+    // The computer's name for cPcName; -1 with name "" when the system gives none.
+    static qint16 iGetComputerName(QString& name);
+    // Keeps the connection (the caller owns it and keeps it open) and the current site; empties
+    // the rows. Always 0.
+    qint16 iInit(cT_ADODB& ado, const AppContext& ctx);
+    qint16 iInit(cT_ADODB& ado, const SiteKey& site);
+    // Highest number in use in the current site (see IdAllocation); the caller adds one.
+    qint16 iGetMaxIDNo(qint32& maxId);
+    qint16 iDataReadGrid(const MasterRecord* cond);
+    qint16 iDataRead(const MasterRecord* cond);
+    qint16 iDataInsert(const MasterRecord* rec, bool inTransaction);
+    qint16 iDataUpdate(const MasterRecord* rec, bool inTransaction);
+    qint16 iData削除(const MasterRecord* rec);
+
+    // The statements as sent; tests and the suite's tools compare them.
+    QString maxIdStatement() const;
+    QString readStatement(const MasterRecord& cond) const;
+    QString gridStatement(const MasterRecord& cond) const;
+    QString insertStatement(const MasterRecord& rec, const QString& pcName) const;
+    QString updateStatement(const MasterRecord& rec, const QString& pcName) const;
+    QString deleteStatement(const MasterRecord& rec) const;
+
+    const SiteKey& site() const { return m_site; }
+    // The first number of the site's range: site "00", branch "00", "0000".
+    qint32 siteBaseNumber() const;
+    // The site code trimmed followed by the two-digit branch: how numbers of the site start.
+    QString sitePrefix() const;
+
+protected:
+    const MasterRecord& row(int i) const { return m_rows.at(i); }
+    const TableDef& def() const { return m_def; }
+    // "<word>が無効です。" unless rec is a record of this table.
+    bool checkRecord(const MasterRecord* rec, const QString& word);
+    bool checkComputerName(QString& name);
+    // Replaces the rows with those of sql (the rows read before a failure stay).
+    qint16 readRows(const QString& sql);
+    // Runs the statements in order, inside a transaction of their own when asked.
+    qint16 execute(const QStringList& statements, bool inTransaction);
+    // First column "nIDNo" of a one-row read; empty counts as 0. nullopt on failure.
+    std::optional<qint32> readNumber(const QString& sql, bool* found = nullptr);
+    QString keyWhere(const MasterRecord& rec) const;
+    QString defaultWhere(const MasterRecord& cond) const;
+    QString selectList(const QStringList& columns) const;
+    qint16 gapFill(qint32& maxId, qint32 highest);
+    cT_ADODB* ado() const { return m_ado; }
+
+private:
+    qint16 write(const MasterRecord* rec, bool inTransaction, bool update);
+
+    const TableDef& m_def;
+    cT_ADODB* m_ado = nullptr;
+    SiteKey m_site;
+    QList<MasterRecord> m_rows;
+};
+
+// A value as it stands in a statement: text quoted with its quotes doubled, numbers bare.
+QString sqlValue(const MasterRecord& rec, int column);
+
+} // namespace qelprn

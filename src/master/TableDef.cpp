@@ -1,0 +1,19 @@
+#include "master/TableDef.h"
+
+namespace qelprn {
+
+TableDef& TableDef::finish()
+{
+    index.clear();
+    for (int i = 0; i < columns.size(); ++i)
+        index.insert(columns.at(i).name, i);
+    return *this;
+}
+
+int TableDef::indexOf(QStringView name) const
+{
+    const auto it = index.constFind(name.toString());
+    return it == index.constEnd() ? -1 : it.value();
+}
+
+} // namespace qelprn

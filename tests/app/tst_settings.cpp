@@ -1,0 +1,230 @@
+#include "app/Cp932.h"
+#include "app/Kiriage.h"
+#include "app/NullValue.h"
+#include "app/StartupCheck.h"
+#include "app/SysIni.h"
+#include "app/clsOplIniFile.h"
+#include "support/TestInteraction.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+using qelprn::test::TestInteraction;
+
+namespace {
+
+void writeBytes(const QString& path, const QByteArray& bytes)
+{
+    QFile f(path);
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write(bytes);
+}
+
+QByteArray readBytes(const QString& path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+} // namespace
+
+class tst_settings : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cp932RoundTrips()
+    {
+        QCOMPARE(qelprn::toCp932(u"髙"), QByteArray("\xFB\xFC"));
+        QCOMPARE(qelprn::toCp932(u"－"), QByteArray("\x81\x7C"));
+        QCOMPARE(qelprn::toCp932(u"～"), QByteArray("\x81\x60"));
+        QCOMPARE(qelprn::toCp932(u"①"), QByteArray("\x87\x40"));
+        // One "?" per code point, also outside the basic plane.
+        QCOMPARE(qelprn::toCp932(u"a€😀b"), QByteArray("a?\x3F"
+                                                      "b")
+                                               .replace("?\x3F", "??"));
+        const QString text = u"施設請求書 髙橋－～① abc"_s;
+        QCOMPARE(qelprn::fromCp932(qelprn::toCp932(text)), text);
+        QByteArray out("x");
+        qelprn::appendCp932(out, u"髙");
+        qelprn::appendCp932(out, u"");
+        QCOMPARE(out, QByteArray("x\xFB\xFC"));
+        // Broken input decodes without crashing and keeps the readable part.
+        QVERIFY(qelprn::fromCp932(QByteArray("ab\x81")).startsWith(u"ab"_s));
+        QCOMPARE(qelprn::decodeSettingsText(QByteArray("\xEF\xBB\xBF") + u"髙"_s.toUtf8()), u"髙"_s);
+    }
+
+    void flatKeyLookup()
+    {
+        QTemporaryDir dir;
+        writeBytes(
+            dir.filePath(u"Tovara.ini"_s),
+            qelprn::toCp932(u"[A]\r\nsystem_tmp=\\lower\r\n SYSTEM_TMP = \\TMP\r\nno equals here\r\n"
+                            "KEY=a=b\r\n[B]\r\nSYSTEM_TMP=\\second\r\nBASEID=0203\r\n終了患者施術期間=3"_s));
+        TestInteraction ui;
+        qelprn::AppContext ctx;
+        ctx.ui = &ui;
+        ctx.csAppDir = dir.path();
+        QCOMPARE(qelprn::vGetSysIniValue(ctx, u"SYSTEM_TMP"_s, true), u" \\TMP"_s);
+        QCOMPARE(qelprn::vGetSysIniValue(ctx, u"KEY"_s, true), u"a=b"_s);
+        QCOMPARE(qelprn::vGetSysIniValue(ctx, u"終了患者施術期間"_s, true), u"3"_s);
+        QCOMPARE(qelprn::csTmpDir(ctx), dir.path() + u" \\TMP\\"_s);
+        QVERIFY(ui.messages.isEmpty());
+
+        QCOMPARE(qelprn::vGetSysIniValue(ctx, u"Missing"_s, false), QString());
+        QVERIFY(ui.messages.isEmpty());
+        QCOMPARE(qelprn::vGetSysIniValue(ctx, u"Missing"_s, true), QString());
+        QCOMPARE(ui.messages.size(), 1);
+        QCOMPARE(ui.messages[0].text, u"システム設定ファイルに、指定の項目が見つかりません。\r[Missing]"_s);
+        QCOMPARE(ui.messages[0].title, u"警告！"_s);
+        QCOMPARE(ui.messages[0].icon, qelprn::MsgIcon::Critical);
+
+        ui.clear();
+        const qelprn::AppContext loaded = qelprn::loadAppContext(ui, dir.path());
+        QCOMPARE(loaded.iBaseKyotenCd, qint16(2));
+        QCOMPARE(loaded.iBaseKyotenEb, qint16(3));
+    }
+
+    void missingSuiteSettingsEndsProgram()
+    {
+        QTemporaryDir dir;
+        TestInteraction ui;
+        qelprn::AppContext ctx;
+        ctx.ui = &ui;
+        ctx.csAppDir = dir.path();
+        bool ended = false;
+        try {
+            qelprn::vGetSysIniValue(ctx, u"BASEID"_s, true);
+        } catch (const qelprn::ProgramEnd& e) {
+            ended = true;
+            QCOMPARE(e.exitCode, 2);
+        }
+        QVERIFY(ended);
+        QCOMPARE(ui.calls,
+                 QStringList({u"message:警告！:システム設定ファイルが見つかりません。"_s, u"end:2"_s}));
+    }
+
+    void privateProfileReads()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(u"adodb.ini"_s);
+        qelprn::clsOplIniFile ini;
+        QCOMPARE(ini.iInit(QString()), qint16(-1));
+        QCOMPARE(ini.CsErrStr(), u"Iniファイル名を指定してください。"_s);
+        QCOMPARE(ini.iInit(path), qint16(-1));
+        QCOMPARE(ini.CsErrStr(), u"指定されたIni（"_s + path + u"）ファイルが見つかりません。"_s);
+
+        writeBytes(path,
+                   qelprn::toCp932(
+                       u"; comment\r\n[ 接続情報 ]\r\n 接続情報 = \"Provider=SQLOLEDB;Data Source=x\" \r\n"
+                       "Port=42abc\r\n[OTHER]\r\nlong="_s +
+                       QString(300, u'x') + u"\r\n[接続情報]\r\nLate=1\r\n"_s));
+        QCOMPARE(ini.iInit(path), qint16(0));
+        QCOMPARE(qelprn::csCutNull(ini.csGetProfileString(u"接続情報"_s, u"接続情報"_s)),
+                 u"Provider=SQLOLEDB;Data Source=x"_s);
+        QCOMPARE(ini.csGetProfileString(u"接続情報"_s, u"接続情報"_s).size(), 256);
+        QCOMPARE(ini.nGetProfileLong(u"接続情報"_s, u"PORT"_s), 42);
+        QCOMPARE(ini.nGetProfileLong(u"接続情報"_s, u"none"_s), 0);
+        QCOMPARE(qelprn::csCutNull(ini.csGetProfileString(u"other"_s, u"LONG"_s)), QString(255, u'x'));
+        // Only the first section of a name is read.
+        QCOMPARE(qelprn::csCutNull(ini.csGetProfileString(u"接続情報"_s, u"Late"_s)), QString());
+        QCOMPARE(qelprn::csCutNull(ini.csGetProfileString(u"nosection"_s, u"x"_s)), QString());
+    }
+
+    void privateProfileWriteKeepsTheRest()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(u"x.ini"_s);
+        const QByteArray before =
+            qelprn::toCp932(u"; 先頭の注釈\r\n[A]\r\nkey = old\r\n  other=1 \r\n\r\n[B]\r\nz=髙\r\n"_s);
+        writeBytes(path, before);
+        qelprn::clsOplIniFile ini;
+        QCOMPARE(ini.iInit(path), qint16(0));
+        QVERIFY(ini.iWriteProfileString(u"a"_s, u"KEY"_s, u"新しい値"_s) != 0);
+        QByteArray expected = before;
+        expected.replace("key = old\r\n", qelprn::toCp932(u"KEY=新しい値\r\n"_s));
+        QCOMPARE(readBytes(path), expected);
+        QVERIFY(ini.iWriteProfileString(u"B"_s, u"added"_s, u"2"_s) != 0);
+        expected.append("added=2\r\n");
+        QCOMPARE(readBytes(path), expected);
+        QVERIFY(ini.iWriteProfileString(u"C"_s, u"k"_s, u"v"_s) != 0);
+        expected.append("[C]\r\nk=v\r\n");
+        QCOMPARE(readBytes(path), expected);
+        QCOMPARE(dir.path().isEmpty(), false);
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList({u"x.ini"_s}));
+
+        // A write to a missing file creates it.
+        qelprn::clsOplIniFile fresh;
+        fresh.iInit(dir.filePath(u"new.ini"_s));
+        QVERIFY(fresh.iWriteProfileString(u"S"_s, u"k"_s, u"v"_s) != 0);
+        QCOMPARE(readBytes(dir.filePath(u"new.ini"_s)), QByteArray("[S]\r\nk=v\r\n"));
+    }
+
+    void rounding_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<int>("unit");
+        QTest::addColumn<double>("value");
+        QTest::addColumn<int>("expected");
+        QTest::newRow("up exact") << 1 << 1 << 100.0 << 100;
+        QTest::newRow("up fraction") << 1 << 1 << 100.2 << 101;
+        QTest::newRow("up tens") << 1 << 10 << 101.0 << 110;
+        QTest::newRow("half up") << 3 << 1 << 100.5 << 101;
+        QTest::newRow("half down") << 3 << 1 << 100.49 << 100;
+        QTest::newRow("down negative") << 2 << 1 << -0.5 << -1;
+        QTest::newRow("down") << 2 << 1 << 100.9 << 100;
+        QTest::newRow("none") << 0 << 1 << 123.4 << 0;
+    }
+
+    void rounding()
+    {
+        QFETCH(int, kind);
+        QFETCH(int, unit);
+        QFETCH(double, value);
+        QFETCH(int, expected);
+        TestInteraction ui;
+        qelprn::AppContext ctx;
+        ctx.ui = &ui;
+        ctx.iKiriageKbn = qint16(kind);
+        ctx.iKiriageKeta = qint16(unit);
+        QCOMPARE(qelprn::nKiriage(ctx, value), expected);
+        QVERIFY(ui.messages.isEmpty());
+    }
+
+    void roundingWithoutUnitWarns()
+    {
+        TestInteraction ui;
+        qelprn::AppContext ctx;
+        ctx.ui = &ui;
+        ctx.iKiriageKbn = 1;
+        QCOMPARE(qelprn::nKiriage(ctx, 5.5), 0);
+        QCOMPARE(ui.calls, QStringList({u"message:警告！:切り上げ桁が設定されていません。"_s}));
+    }
+
+    void commandLineCheck()
+    {
+        TestInteraction ui;
+        QVERIFY(qelprn::bCheckCommandLine(ui, u" "_s));
+        QVERIFY(ui.messages.isEmpty());
+        QVERIFY(!qelprn::bCheckCommandLine(ui, QString()));
+        QCOMPARE(ui.texts(), QStringList({u"処理モードが設定されていません。"_s, u"起動できません！"_s}));
+        QCOMPARE(ui.messages[0].title, u"　エラー！！"_s);
+        QCOMPARE(ui.messages[0].icon, qelprn::MsgIcon::Exclamation);
+        QCOMPARE(ui.messages[1].icon, qelprn::MsgIcon::Critical);
+    }
+
+    void nullHelpers()
+    {
+        QCOMPARE(qelprn::csNullToStr(QVariant()), QString());
+        QCOMPARE(qelprn::csNullToStr(QVariant(QMetaType::fromType<QString>())), QString());
+        QCOMPARE(qelprn::csNullToRTrim(u" a  "_s), u" a"_s);
+        QCOMPARE(qelprn::nNullToLng(QVariant()), 0);
+        QCOMPARE(qelprn::nNullToLng(u"12"_s), 12);
+        QCOMPARE(qelprn::csCutNull(u"ab"_s + QChar(0) + u"c"_s), u"ab"_s);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_settings)
+#include "tst_settings.moc"

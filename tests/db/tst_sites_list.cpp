@@ -1,0 +1,100 @@
+#include "db/DatabaseList.h"
+#include "support/TestInteraction.h"
+#include "support/TestProgramFolder.h"
+
+#include <QFile>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+using qelprn::test::TestInteraction;
+using qelprn::test::TestProgramFolder;
+
+class tst_sites_list : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void gridStatement()
+    {
+        const QString head =
+            u" SELECT  KYOTEN.iKyotenCd, KYOTEN.iKyotenEb, KYOTEN.cKyotenName FROM KYOTEN  WHERE "_s;
+        const QString tail = u" ORDER BY KYOTEN.iKyotenCd,KYOTEN.iKyotenEb"_s;
+        QCOMPARE(qelprn::csKyotenGridSql(false, 0),
+                 head + u" KYOTEN.iUsedFlg =  1  AND KYOTEN.iKyotenEb<>0"_s + tail);
+        QCOMPARE(qelprn::csKyotenGridSql(false, 1),
+                 head + u" KYOTEN.iUsedFlg =  2  AND KYOTEN.iKyotenEb<>0"_s + tail);
+        QCOMPARE(qelprn::csKyotenGridSql(false, 2),
+                 head + u" ( KYOTEN.iUsedFlg = 1 or KYOTEN.iUsedFlg = 2 )  AND KYOTEN.iKyotenEb<>0"_s + tail);
+        for (qint16 m : {0, 1, 2})
+            QCOMPARE(qelprn::csKyotenGridSql(true, m), head + u" KYOTEN.iKyotenEb<>0"_s + tail);
+    }
+
+    void serverNameFile()
+    {
+        TestProgramFolder folder;
+        TestInteraction ui;
+        const qelprn::AppContext ctx = folder.context(ui);
+        QCOMPARE(qelprn::cDBserverName2(ctx), QString());
+        folder.writeSettingsFile(u"ServerName.zkt"_s,
+                                 u"; server\n[DBServer]=  FIRST \nx\n[DBServer]=SECOND"_s);
+        QCOMPARE(qelprn::cDBserverName2(ctx), u"SECOND"_s);
+        folder.writeSettingsFile(u"ServerName.zkt"_s, u"[DBserver]=lower case is no tag"_s);
+        QCOMPARE(qelprn::cDBserverName2(ctx), QString());
+    }
+
+    void databaseListFromDbIni()
+    {
+        TestProgramFolder folder;
+        TestInteraction ui;
+        const qelprn::AppContext ctx = folder.context(ui);
+        folder.writeSettingsFile(u"DB.ini"_s,
+                                 u"\"db1:本店DB\",\"HOST1\\SQL,X\",\"suite\"\n\nplain,HOST2\\INST,other\n"_s);
+        QList<qelprn::DbInfo> list;
+        QCOMPARE(qelprn::iDatabaseRead(ctx, list), qint16(2));
+        QCOMPARE(list[0].cDbLabel, u"db1:本店DB"_s);
+        QCOMPARE(list[0].cServer, u"HOST1\\SQL,X"_s);
+        QCOMPARE(list[0].cDatabase, u"suite"_s);
+        QCOMPARE(list[0].cDbName, u"本店DB"_s);
+        // A label without ":" is its own name.
+        QCOMPARE(list[1].cDbName, u"plain"_s);
+        QCOMPARE(qelprn::csDbConnectionString(list[1]),
+                 u"Provider=SQLOLEDB;Data Source=HOST2\\INST;Database=other;uid=sa;pwd=tqz4187"_s);
+
+        // The server name file replaces the server, the instance part stays.
+        folder.writeSettingsFile(u"ServerName.zkt"_s, u"[DBServer]=NEWHOST"_s);
+        QCOMPARE(qelprn::iDatabaseRead(ctx, list), qint16(2));
+        QCOMPARE(list[0].cServer, u"NEWHOST\\SQL,X"_s);
+        QCOMPARE(list[1].cServer, u"NEWHOST\\INST"_s);
+        QVERIFY(ui.messages.isEmpty());
+
+        // Without "\" the server cannot be replaced: reported, nothing listed.
+        folder.writeSettingsFile(u"DB.ini"_s, u"a:b,HOST,suite"_s);
+        QCOMPARE(qelprn::iDatabaseRead(ctx, list), qint16(0));
+        QVERIFY(list.isEmpty());
+        QCOMPARE(ui.messages.size(), 1);
+        QVERIFY(ui.messages[0].text.startsWith(u"cT_Syuukei.iDatabaseRead() でエラー\r\n"_s));
+        QCOMPARE(ui.messages[0].title, u"施設請求書印刷"_s);
+        QCOMPARE(ui.messages[0].icon, qelprn::MsgIcon::Critical);
+    }
+
+    void databaseListFromAdodbIni()
+    {
+        TestProgramFolder folder;
+        TestInteraction ui;
+        const qelprn::AppContext ctx = folder.context(ui);
+        QList<qelprn::DbInfo> list;
+        QCOMPARE(qelprn::iDatabaseRead(ctx, list), qint16(1));
+        QCOMPARE(list[0].cServer, u"sqlite:db"_s);
+        QCOMPARE(list[0].cDatabase, u"suite"_s);
+        QCOMPARE(list[0].cDbLabel, u"suite:suite"_s);
+        QCOMPARE(list[0].cDbName, u"suite"_s);
+
+        QVERIFY(QFile::remove(folder.filePath(u"adodb.ini"_s)));
+        QCOMPARE(qelprn::iDatabaseRead(ctx, list), qint16(0));
+        QCOMPARE(ui.texts(), QStringList({u"cT_Syuukei.iDatabaseRead() でエラー\r\n指定されたIni（"_s +
+                                          folder.path() + u"\\adodb.ini）ファイルが見つかりません。"_s}));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_sites_list)
+#include "tst_sites_list.moc"

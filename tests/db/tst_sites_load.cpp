@@ -1,0 +1,193 @@
+#include "db/DatabaseList.h"
+#include "db/cT_KyotenDbAcs.h"
+#include "support/TestInteraction.h"
+#include "support/TestProgramFolder.h"
+
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+using qelprn::test::TestInteraction;
+using qelprn::test::TestProgramFolder;
+
+namespace {
+
+// Records the grid operations; rows as "name|database|code|branch".
+class RecordingGrid final : public qelprn::SiteGrid
+{
+public:
+    void setRowCount(int rows) override
+    {
+        rowCount = rows;
+        cells.resize(rows);
+    }
+    void setRedraw(bool on) override { redraw.append(on); }
+    void setCellText(int col, int row, const QString& text) override
+    {
+        QVERIFY(row >= 1 && row <= rowCount);
+        QVERIFY(col >= 1 && col <= 4);
+        QStringList& r = cells[row - 1];
+        while (r.size() < 4)
+            r.append(QString());
+        r[col - 1] = text;
+    }
+    QStringList rows() const
+    {
+        QStringList out;
+        for (const QStringList& r : cells)
+            out.append(r.join(u'|'));
+        return out;
+    }
+
+    int rowCount = -1;
+    QList<bool> redraw;
+    QList<QStringList> cells;
+};
+
+void addSites(TestProgramFolder& folder, const QString& database, const QString& prefix)
+{
+    const auto site = [&](int cd, int eb, const QString& name, int used) {
+        folder.insert(u"KYOTEN"_s,
+                      {{u"iKyotenCd"_s, cd},
+                       {u"iKyotenEb"_s, eb},
+                       {u"cAreaName"_s, u"地区"_s},
+                       {u"cKyotenName"_s, prefix + name},
+                       {u"iUsedFlg"_s, used}},
+                      database);
+    };
+    site(2, 1, u"休止"_s, 0);
+    site(1, 2, u"支店"_s, 2);
+    site(1, 0, u"本部"_s, 1);
+    site(1, 1, u"本店"_s, 1);
+}
+
+} // namespace
+
+class tst_sites_load : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void readAndLoadOneDatabase()
+    {
+        TestProgramFolder folder;
+        addSites(folder, u"suite"_s, QString());
+        TestInteraction ui;
+        qelprn::AppContext ctx = folder.context(ui);
+        qelprn::cT_KyotenDbAcs sites(ctx);
+        QCOMPARE(sites.iDataRead(nullptr), qint16(-1));
+        QCOMPARE(sites.sErrMsg, u"Kyotenが無効です。"_s);
+
+        qelprn::cT_ADODB ado;
+        QCOMPARE(ado.iInit(folder.connectionString()), qint16(0));
+        QCOMPARE(ado.iConnect(), qint16(0));
+        QCOMPARE(sites.iInit(&ado), qint16(0));
+        QCOMPARE(sites.iDataRead(&ado), qint16(0));
+        // Branch number 0 is never listed; ordered by code and branch.
+        QCOMPARE(sites.nデータ数(), 3);
+        QCOMPARE(sites.clsKyoten(0).KyotenName(), u"本店"_s);
+        QCOMPARE(sites.clsKyoten(0).AreaName(), u"地区"_s);
+        QCOMPARE(sites.clsKyoten(1).KyotenEd(), 2);
+        QCOMPARE(sites.clsKyoten(2).KyotenCd(), 2);
+
+        const struct
+        {
+            bool all;
+            qint16 mode;
+            QStringList rows;
+        } cases[] = {
+            {false, 0, {u"本店||1|1"_s}},
+            {false, 1, {u"支店||1|2"_s}},
+            {false, 2, {u"本店||1|1"_s, u"支店||1|2"_s}},
+            {true, 0, {u"本店||1|1"_s, u"支店||1|2"_s, u"休止||2|1"_s}},
+        };
+        for (const auto& c : cases) {
+            ctx.iStartMode = c.mode;
+            RecordingGrid grid;
+            qint16 result = -1;
+            sites.iLoadKyoten(grid, c.all, result);
+            QCOMPARE(result, qint16(0));
+            QCOMPARE(grid.rows(), c.rows);
+            QCOMPARE(grid.redraw, QList<bool>({false, true}));
+            QCOMPARE(sites.nデータ数(), c.rows.size());
+            // The grid loaders keep the site name in AreaName.
+            QCOMPARE(sites.clsKyoten(0).AreaName(), c.rows[0].section(u'|', 0, 0));
+        }
+        QVERIFY(ui.messages.isEmpty());
+        ado.iDisConnect();
+    }
+
+    void loadEveryDatabase()
+    {
+        TestProgramFolder folder;
+        folder.addDatabase(u"branch"_s);
+        addSites(folder, u"suite"_s, QString());
+        addSites(folder, u"branch"_s, u"B"_s);
+        folder.writeSettingsFile(u"DB.ini"_s, u"\"db1:本店DB\",\"sqlite:db\",\"suite\"\n"
+                                              "\"db2:支店DB\",\"sqlite:db\",\"branch\""_s);
+        TestInteraction ui;
+        qelprn::AppContext ctx = folder.context(ui);
+        ctx.iStartMode = 2;
+        qelprn::cT_KyotenDbAcs sites(ctx);
+        RecordingGrid grid;
+        qint16 result = -1;
+        sites.iLoadKyoten_ALLDB(grid, false, result);
+        QCOMPARE(ui.texts(), QStringList());
+        QCOMPARE(result, qint16(0));
+        QCOMPARE(grid.rows(), QStringList({u"本店|suite|1|1"_s, u"支店|suite|1|2"_s, u"B本店|branch|1|1"_s,
+                                           u"B支店|branch|1|2"_s}));
+        QCOMPARE(sites.nデータ数(), 4);
+
+        // An empty list stops before any grid change.
+        folder.writeSettingsFile(u"DB.ini"_s, QString());
+        RecordingGrid untouched;
+        sites.iLoadKyoten_ALLDB(untouched, true, result);
+        QCOMPARE(result, qint16(-1));
+        QCOMPARE(untouched.rowCount, -1);
+        QCOMPARE(ui.texts(), QStringList({u"DBの読み込みに失敗しました"_s}));
+        QCOMPARE(ui.messages[0].icon, qelprn::MsgIcon::Critical);
+
+        // A database that is not there is reported with its label.
+        ui.clear();
+        folder.writeSettingsFile(u"DB.ini"_s, u"\"db3:無いDB\",\"sqlite:nowhere\",\"missing\""_s);
+        RecordingGrid failing;
+        sites.iLoadKyoten_ALLDB(failing, true, result);
+        QCOMPARE(result, qint16(-1));
+        QCOMPARE(ui.messages.size(), 1);
+        QVERIFY(ui.messages[0].text.startsWith(u"iGetSeikyuData_ALLDB() でエラー\r\ndb3:無いDB"_s));
+        QCOMPARE(failing.redraw.last(), true);
+    }
+
+    // The same loaders through the ODBC driver manager with SQLite's driver.
+    void throughOdbc()
+    {
+        TestProgramFolder folder;
+        addSites(folder, u"suite"_s, QString());
+        qputenv("QELPRN_ODBC_DRIVER", "SQLite3");
+        const auto restore = qScopeGuard([] { qunsetenv("QELPRN_ODBC_DRIVER"); });
+        qelprn::DbInfo db;
+        db.cServer = folder.filePath(u"db"_s);
+        db.cDatabase = u"suite"_s;
+        TestInteraction ui;
+        qelprn::AppContext ctx = folder.context(ui);
+        qelprn::cT_ADODB ado;
+        QCOMPARE(ado.iInit(qelprn::csDbConnectionString(db)), qint16(0));
+        if (ado.iConnect() != 0)
+            QFAIL(qPrintable(ado.sErrMsg));
+        qelprn::cT_KyotenDbAcs sites(ctx);
+        QCOMPARE(sites.iDataRead(&ado), qint16(0));
+        QCOMPARE(sites.nデータ数(), 3);
+        ado.iDisConnect();
+
+        folder.writeSettingsFile(u"DB.ini"_s, u"\"odbc:ODBC\",\""_s + db.cServer + u"\",\"suite\""_s);
+        RecordingGrid grid;
+        qint16 result = -1;
+        sites.iLoadKyoten_ALLDB(grid, true, result);
+        QCOMPARE(ui.texts(), QStringList());
+        QCOMPARE(result, qint16(0));
+        QCOMPARE(grid.rows().size(), 3);
+        QCOMPARE(grid.rows().at(2), u"休止|suite|2|1"_s);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_sites_load)
+#include "tst_sites_load.moc"

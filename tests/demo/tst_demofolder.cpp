@@ -1,0 +1,359 @@
+#include "demo/DemoProgramFolder.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QImage>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QStringDecoder>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace qelprn;
+
+namespace {
+
+class QuietInteraction final : public Interaction
+{
+public:
+    MsgResult messageBox(const QString& text, const QString&, MsgIcon, MsgButtons) override
+    {
+        messages.append(text);
+        return MsgResult::Ok;
+    }
+    void setBusy(bool) override {}
+    void progress(const QString&, qint64 done, qint64 total) override
+    {
+        lastDone = done;
+        lastTotal = total;
+    }
+    void openUrl(const QString&) override {}
+    void endProgram(int code) override { throw ProgramEnd{code}; }
+    QStringList messages;
+    qint64 lastDone = -1, lastTotal = -1;
+};
+
+// A read-only view of one generated database through Qt's SQLite driver.
+class Db
+{
+public:
+    explicit Db(const QString& file) : m_name(u"check-"_s + file)
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(u"QSQLITE"_s, m_name);
+        db.setDatabaseName(file);
+        db.open();
+    }
+    ~Db() { QSqlDatabase::removeDatabase(m_name); }
+    QList<QVariantList> rows(const QString& sql) const
+    {
+        QList<QVariantList> result;
+        QSqlQuery q(QSqlDatabase::database(m_name));
+        if (!q.exec(sql)) {
+            // A statement that does not run must not pass as "no mismatch".
+            QTest::qFail(qPrintable(q.lastError().text() + u" in: "_s + sql), __FILE__, __LINE__);
+            return result;
+        }
+        while (q.next()) {
+            QVariantList row;
+            for (int i = 0; i < q.record().count(); ++i)
+                row.append(q.value(i));
+            result.append(row);
+        }
+        return result;
+    }
+    qint64 number(const QString& sql) const
+    {
+        const auto r = rows(sql);
+        return r.isEmpty() ? -1 : r.first().first().toLongLong();
+    }
+
+private:
+    QString m_name;
+};
+
+QString decodeCp932(const QString& file, bool* crlfOnly)
+{
+    QFile f(file);
+    if (!f.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray bytes = f.readAll();
+    // Every LF must follow a CR.
+    *crlfOnly = bytes.count('\n') == bytes.count("\r\n") && bytes.count('\n') > 0;
+    QStringDecoder decoder("CP932");
+    const QString text = decoder.decode(bytes);
+    return decoder.hasError() ? QString() : text;
+}
+
+QByteArray digestOf(const QString& file)
+{
+    Db db(file);
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    for (const QString& t :
+         {u"RIYOUSHA"_s, u"RIYOUSHA_SUB"_s, u"JISSEKI"_s, u"月間実績"_s, u"SISETSU"_s, u"CORP"_s}) {
+        for (const QVariantList& row : db.rows(u"SELECT * FROM "_s + t + u" ORDER BY 1, 2, 3"_s)) {
+            for (const QVariant& v : row)
+                hash.addData(v.toString().toUtf8() + '|');
+        }
+    }
+    return hash.result().toHex();
+}
+
+} // namespace
+
+class tst_DemoFolder : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_dir;
+    QString m_folder;
+
+private slots:
+    void initTestCase()
+    {
+        m_folder = m_dir.filePath(u"demo"_s);
+        DemoOptions options;
+        options.folder = m_folder;
+        options.month = QDate(2026, 10, 1);
+        options.engineProgram = u"/opt/qelprn/bin/qelprn-engine"_s;
+        QuietInteraction ui;
+        QString error;
+        QVERIFY2(DemoProgramFolder(options).create(ui, &error), qPrintable(error));
+        QCOMPARE(ui.lastDone, 200);
+        QCOMPARE(ui.lastTotal, 200);
+        QVERIFY(ui.messages.isEmpty());
+    }
+
+    void settingsFilesAreCp932WithCrLf()
+    {
+        struct Expect
+        {
+            QString file;
+            QStringList lines;
+        };
+        const QList<Expect> expected = {
+            {u"Tovara.ini"_s,
+             {u"SYSTEM_SYS=\\SYS"_s, u"SYSTEM_TMP=\\TMP"_s, u"SYSTEM_ICON=\\ICON"_s, u"SYSTEM_DATA=\\DATA"_s,
+              u"WALLPAPER=wallpaper.png"_s, u"BASEID=0101"_s, u"終了患者施術期間=3"_s,
+              u"FORM_ENGINE=/opt/qelprn/bin/qelprn-engine"_s}},
+            {u"adodb.ini"_s,
+             {u"[接続情報]"_s,
+              u"接続情報=Provider=SQLOLEDB;Data Source=sqlite:db;Database=suite;uid=sa;pwd=tqz4187"_s}},
+            {u"DB.ini"_s,
+             {u"\"杉並本店・練馬支店:suite\",\"sqlite:db\",\"suite\""_s,
+              u"\"三鷹本店:suite2\",\"sqlite:db\",\"suite2\""_s}},
+            {u"Halvex.Ver"_s, {u"[OnlineHelp]"_s, u"ADDRESS=https://help.example.jp/seikyu/"_s}},
+            {u"DATA/施設種類List.txt"_s, {u"－指定なし－"_s, u"特別養護老人ホーム"_s, u"ケアハウス"_s}},
+            {u"DATA/Version.ini"_s, {}},
+            {u"ServerName.zkt"_s, {}},
+        };
+        for (const Expect& e : expected) {
+            bool crlf = false;
+            const QString text = decodeCp932(QDir(m_folder).filePath(e.file), &crlf);
+            QVERIFY2(!text.isEmpty(), qPrintable(e.file));
+            QVERIFY2(crlf, qPrintable(e.file));
+            const QStringList lines = text.split(u"\r\n"_s);
+            for (const QString& line : e.lines)
+                QVERIFY2(lines.contains(line), qPrintable(e.file + u": "_s + line));
+        }
+        // The embedded databases have no server: a server line would break every DB.ini entry.
+        bool crlf = false;
+        for (const QString& line :
+             decodeCp932(QDir(m_folder).filePath(u"ServerName.zkt"_s), &crlf).split(u"\r\n"_s))
+            QVERIFY(!line.startsWith(u"[DBServer]="_s));
+        for (const char* sub : {"SYS", "TMP", "ICON", "DATA", "db"})
+            QVERIFY(QFileInfo(QDir(m_folder).filePath(QString::fromLatin1(sub))).isDir());
+        const QImage seal(QDir(m_folder).filePath(u"DATA/corpseal.bmp"_s));
+        QVERIFY(!seal.isNull());
+        const QColor ring = seal.pixelColor(seal.width() / 2, 9);
+        QVERIFY2(ring.red() > 150 && ring.green() < 100, qPrintable(ring.name()));
+        QVERIFY(!QImage(QDir(m_folder).filePath(u"ICON/wallpaper.png"_s)).isNull());
+        // Every layout of the program is in SYS.
+        const QStringList layouts = QDir(u":/layouts"_s).entryList({u"*.wfd"_s});
+        for (const QString& l : layouts)
+            QVERIFY2(QFile::exists(QDir(m_folder).filePath(u"SYS/"_s + l)), qPrintable(l));
+    }
+
+    void sitesAndBranchZero()
+    {
+        Db suite(QDir(m_folder).filePath(u"db/suite.sqlite"_s));
+        Db suite2(QDir(m_folder).filePath(u"db/suite2.sqlite"_s));
+        // The head-office row (branch 0) exists and the listing condition leaves it out.
+        QCOMPARE(suite.number(u"SELECT COUNT(*) FROM KYOTEN WHERE iKyotenEb = 0"_s), 1);
+        const auto listed = suite.rows(u"SELECT KYOTEN.iKyotenCd, KYOTEN.iKyotenEb FROM KYOTEN WHERE "
+                                       "KYOTEN.iKyotenEb<>0 ORDER BY KYOTEN.iKyotenCd,KYOTEN.iKyotenEb"_s);
+        QCOMPARE(listed.size(), 2);
+        QCOMPARE(listed[0], (QVariantList{1, 1}));
+        QCOMPARE(listed[1], (QVariantList{1, 2}));
+        QCOMPARE(suite2.number(u"SELECT COUNT(*) FROM KYOTEN WHERE iKyotenEb<>0 AND iUsedFlg = 1"_s), 1);
+        QCOMPARE(suite2.number(u"SELECT COUNT(*) FROM KYOTEN WHERE iKyotenEb<>0 AND iUsedFlg = 0"_s), 1);
+        QCOMPARE(suite.number(u"SELECT COUNT(*) FROM RIYOUSHA"_s) +
+                     suite2.number(u"SELECT COUNT(*) FROM RIYOUSHA"_s),
+                 200);
+        // One main corporation per site, and insurance kinds once per database.
+        QCOMPARE(
+            suite.number(u"SELECT COUNT(*) FROM CORP WHERE iType = 0 AND iKyotenCd = 1 AND iKyotenEb = 1"_s),
+            1);
+        QCOMPARE(suite.number(u"SELECT COUNT(*) FROM HOKEN WHERE iType = 3"_s), 1);
+        QVERIFY(suite.number(u"SELECT COUNT(*) FROM STAFF WHERE iChusiFlg = 1"_s) >= 0);
+    }
+
+    void amountsAreCoherent()
+    {
+        for (const QString& name : {u"suite"_s, u"suite2"_s}) {
+            Db db(QDir(m_folder).filePath(u"db/"_s + name + u".sqlite"_s));
+            // The month row sums its days, and the share follows the burden code in tenths.
+            const auto mismatches = db.rows(
+                u"SELECT m.患者IDNo, m.実績月 FROM 月間実績 m JOIN RIYOUSHA r ON r.nIDNo = m.患者IDNo AND "
+                "r.iKyotenCd = m.iKyotenCd AND r.iKyotenEb = m.iKyotenEb "
+                "LEFT JOIN (SELECT j.iKyotenCd c, j.iKyotenEb b, j.nRiyoushaIDNo id, "
+                "  substr(j.tServicyDayStart, 1, 7) ym, COUNT(*) n, "
+                "  SUM(CASE WHEN j.iAnbunUmu = 1 THEN j.nGokeiKinAnbun ELSE j.nGokeiKin END) total, "
+                "  SUM(j.nJippiSejutu) jippi, SUM(j.nKanjaSeikyu) kanja FROM JISSEKI j "
+                "  GROUP BY 1, 2, 3, 4) d ON d.c = m.iKyotenCd AND d.b = m.iKyotenEb AND d.id = m.患者IDNo "
+                "AND "
+                "  d.ym = printf('%04d/%02d', m.実績年, m.実績月) "
+                "WHERE d.n IS NULL OR m.施術回数 <> d.n OR m.総合計 <> d.total OR m.実費料金 <> d.jippi OR "
+                "m.患者請求額 <> d.kanja OR m.患者請求額 <> m.自己負担額2 + m.実費料金 OR "
+                "m.自己負担額2 * 10 <> m.総合計 * ((CASE WHEN r.iFutanritsu > 0 THEN r.iFutanritsu ELSE "
+                "r.iKaigoLevel END) - 1)"_s);
+            QVERIFY2(mismatches.isEmpty(),
+                     qPrintable(name + u": patient "_s +
+                                (mismatches.isEmpty() ? QString() : mismatches.first().first().toString())));
+            QVERIFY(db.number(u"SELECT COUNT(*) FROM 月間実績"_s) > 0);
+            // Every JISSEKI day belongs to a month row.
+            QCOMPARE(
+                db.number(u"SELECT COUNT(*) FROM JISSEKI j WHERE NOT EXISTS (SELECT 1 FROM 月間実績 m WHERE "
+                          "m.患者IDNo = j.nRiyoushaIDNo AND m.iKyotenCd = j.iKyotenCd AND "
+                          "printf('%04d/%02d', m.実績年, m.実績月) = substr(j.tServicyDayStart, 1, 7))"_s),
+                0);
+            // 1 to 15 treatment days a month.
+            QCOMPARE(
+                db.number(u"SELECT COUNT(*) FROM (SELECT COUNT(DISTINCT substr(tServicyDayStart, 1, 10)) d "
+                          "FROM JISSEKI GROUP BY iKyotenCd, iKyotenEb, nRiyoushaIDNo, "
+                          "substr(tServicyDayStart, 1, 7)) WHERE d < 1 OR d > 15"_s),
+                0);
+            // Every facility a patient points at exists, and every parent too.
+            QCOMPARE(
+                db.number(
+                    u"SELECT COUNT(*) FROM RIYOUSHA_SUB s WHERE "
+                    "(IFNULL(s.iAddressSisetsuCd, 0) > 0 AND NOT EXISTS (SELECT 1 FROM SISETSU WHERE "
+                    "nIDNo = s.iAddressSisetsuCd)) OR (IFNULL(s.iAddressSisetsuCd2, 0) > 0 AND NOT EXISTS "
+                    "(SELECT 1 FROM SISETSU WHERE nIDNo = s.iAddressSisetsuCd2)) OR "
+                    "(IFNULL(s.iAddressSisetsuCd3, 0) > 0 AND NOT EXISTS (SELECT 1 FROM SISETSU WHERE "
+                    "nIDNo = s.iAddressSisetsuCd3)) OR (IFNULL(s.iCareSisetsuCd, 0) > 0 AND NOT EXISTS "
+                    "(SELECT 1 FROM SISETSU WHERE nIDNo = s.iCareSisetsuCd))"_s),
+                0);
+            QCOMPARE(
+                db.number(
+                    u"SELECT COUNT(*) FROM SISETSU c WHERE IFNULL(c.nOyaSisetsuCd, 0) > 0 AND NOT EXISTS "
+                    "(SELECT 1 FROM SISETSU p WHERE p.nIDNo = c.nOyaSisetsuCd)"_s),
+                0);
+        }
+        // The data shows the cases the invoices must handle.
+        Db db(QDir(m_folder).filePath(u"db/suite.sqlite"_s));
+        QVERIFY(db.number(u"SELECT COUNT(*) FROM JISSEKI WHERE iAnbunUmu = 1"_s) > 0);
+        QVERIFY(db.number(u"SELECT COUNT(*) FROM JISSEKI WHERE nJippiSejutu > 0"_s) > 0);
+        QVERIFY(db.number(u"SELECT COUNT(*) FROM SISETSU WHERE IFNULL(nOyaSisetsuCd, 0) > 0"_s) > 0);
+        QVERIFY(db.number(u"SELECT COUNT(*) FROM SISETSU WHERE IFNULL(nOyaSisetsuCd, 0) = 0 AND "
+                          "iKikanShubetsu = 1 AND nIDNo NOT IN (SELECT nOyaSisetsuCd FROM SISETSU WHERE "
+                          "nOyaSisetsuCd IS NOT NULL)"_s) > 0);
+        QVERIFY(db.number(u"SELECT COUNT(*) FROM RIYOUSHA_SUB WHERE iAddressSet IN (1, 2)"_s) > 0);
+        QVERIFY(db.number(u"SELECT COUNT(*) FROM (SELECT 1 FROM JISSEKI GROUP BY nRiyoushaIDNo, "
+                          "substr(tServicyDayStart, 1, 10) HAVING COUNT(*) > 1)"_s) > 0);
+        QVERIFY(db.number(u"SELECT COUNT(*) FROM (SELECT 1 FROM 月間実績 WHERE 実績年 = 2026 AND 実績月 = 10 "
+                          "GROUP BY 患者IDNo, iKyotenCd HAVING MAX(施術回数) >= 5)"_s) > 0);
+        QCOMPARE(db.number(u"SELECT COUNT(*) FROM 療養費単価 WHERE cStartDate <= '2026/10/31' AND "
+                           "cEndDate >= '2026/10/01' AND iTankaKbn = 1 AND nTankaCode = 1"_s),
+                 1);
+        QVERIFY(db.number(u"SELECT COUNT(*) FROM 往療費区分 WHERE cStartDate <= '2026/10/31' AND "
+                          "cEndDate >= '2026/10/01'"_s) >= 3);
+    }
+
+    // The facility invoice's own statement (in SQLite spelling) finds lines for the own site and
+    // month: facility lines, self-pay lines, billing facilities and facilities that bill nobody.
+    void facilityInvoiceFindsLines()
+    {
+        Db db(QDir(m_folder).filePath(u"db/suite.sqlite"_s));
+        const QString joins =
+            u" FROM ((月間実績 LEFT JOIN RIYOUSHA ON 月間実績.患者IDNo = RIYOUSHA.nIDNo AND "
+            u"月間実績.iKyotenCd = "
+            "RIYOUSHA.iKyotenCd AND 月間実績.iKyotenEb = RIYOUSHA.iKyotenEb ) LEFT JOIN RIYOUSHA_SUB ON "
+            "月間実績.患者IDNo = RIYOUSHA_SUB.nIDNo AND 月間実績.iKyotenCd = RIYOUSHA_SUB.iKyotenCd AND "
+            "月間実績.iKyotenEb = RIYOUSHA_SUB.iKyotenEb ) LEFT JOIN SISETSU AS SEJUTSU_SISETSU ON "
+            "SEJUTSU_SISETSU.nIDNo = (CASE WHEN RIYOUSHA_SUB.iAddressSet = 1 THEN iAddressSisetsuCd2 ELSE "
+            "(CASE "
+            "WHEN RIYOUSHA_SUB.iAddressSet = 2 THEN iAddressSisetsuCd3 ELSE iAddressSisetsuCd END) END) "
+            "LEFT JOIN SISETSU AS SEIKYU_SISETSU ON SEIKYU_SISETSU.nIDNo = SEJUTSU_SISETSU.nOyaSisetsuCd "
+            "LEFT JOIN CORP ON CORP.iKyotenCd = 1 AND CORP.iKyotenEb = 1 AND CORP.iType = 0 "
+            "WHERE 月間実績.実績年 * 100 + 月間実績.実績月 = 202610 AND 月間実績.iKyotenCd = 1 AND "
+            "月間実績.iKyotenEb = 1 AND SEJUTSU_SISETSU.nIDNo > 0"_s;
+        const auto lines = db.rows(
+            u"SELECT (CASE WHEN IFNULL(SEIKYU_SISETSU.nIDNo,0) = 0 THEN -1 ELSE SEIKYU_SISETSU.nIDNo END), "
+            "COUNT(*), SUM(月間実績.総合計), SUM(月間実績.実費料金 > 0), MAX(CORP.cShamei1)"_s +
+            joins + u" GROUP BY 1"_s);
+        QVERIFY(lines.size() >= 3);
+        bool selfBilling = false;
+        qint64 patients = 0;
+        qint64 selfPay = 0;
+        for (const QVariantList& line : lines) {
+            selfBilling = selfBilling || line[0].toInt() == -1;
+            patients += line[1].toLongLong();
+            selfPay += line[3].toLongLong();
+            QCOMPARE(line[4].toString(), u"株式会社ほほえみ在宅ケア"_s);
+        }
+        QVERIFY(selfBilling);
+        QVERIFY(selfPay > 0);
+        // Nearly every patient of the site with results in the month lives in a facility.
+        const qint64 all = db.number(u"SELECT COUNT(*) FROM 月間実績 WHERE 実績年 = 2026 AND 実績月 = 10 AND "
+                                     "iKyotenCd = 1 AND iKyotenEb = 1"_s);
+        QVERIFY2(patients * 10 >= all * 9 && patients <= all,
+                 qPrintable(QStringLiteral("%1 of %2").arg(patients).arg(all)));
+    }
+
+    void sameSeedSameData()
+    {
+        QTemporaryDir other;
+        DemoOptions options;
+        options.folder = other.filePath(u"again"_s);
+        options.month = QDate(2026, 10, 1);
+        options.engineProgram = u"/opt/qelprn/bin/qelprn-engine"_s;
+        QuietInteraction ui;
+        QString error;
+        QVERIFY2(DemoProgramFolder(options).create(ui, &error), qPrintable(error));
+        QCOMPARE(digestOf(other.filePath(u"again/db/suite2.sqlite"_s)),
+                 digestOf(QDir(m_folder).filePath(u"db/suite2.sqlite"_s)));
+
+        options.folder = other.filePath(u"seed2"_s);
+        options.seed = 2;
+        QVERIFY2(DemoProgramFolder(options).create(ui, &error), qPrintable(error));
+        QVERIFY(digestOf(other.filePath(u"seed2/db/suite2.sqlite"_s)) !=
+                digestOf(QDir(m_folder).filePath(u"db/suite2.sqlite"_s)));
+    }
+
+    void refusesToOverwriteAFolderInUse()
+    {
+        DemoOptions options;
+        options.folder = m_folder;
+        options.patients = 5;
+        QuietInteraction ui;
+        QString error;
+        QVERIFY(!DemoProgramFolder(options).create(ui, &error));
+        QVERIFY2(error.contains(u"--replace"_s), qPrintable(error));
+        // A folder that cannot be created is reported, not ignored.
+        QFile blocker(m_dir.filePath(u"file"_s));
+        QVERIFY(blocker.open(QIODevice::WriteOnly));
+        blocker.close();
+        options.folder = m_dir.filePath(u"file/sub"_s);
+        QVERIFY(!DemoProgramFolder(options).create(ui, &error));
+        QVERIFY(error.contains(u"file"_s));
+    }
+};
+
+QTEST_MAIN(tst_DemoFolder)
+#include "tst_demofolder.moc"

@@ -1,0 +1,54 @@
+#include "TestInteraction.h"
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn::test {
+
+MsgResult TestInteraction::messageBox(const QString& text, const QString& title, MsgIcon icon,
+                                      MsgButtons buttons)
+{
+    messages.append({text, title, icon, buttons});
+    calls.append(u"message:"_s + title + u':' + text);
+    if (buttons == MsgButtons::Ok)
+        return MsgResult::Ok;
+    return m_answers.isEmpty() ? MsgResult::Yes : m_answers.takeFirst();
+}
+
+void TestInteraction::setBusy(bool busy)
+{
+    busyDepth += busy ? 1 : -1;
+    calls.append(busy ? u"busy:on"_s : u"busy:off"_s);
+}
+
+void TestInteraction::progress(const QString&, qint64, qint64) {}
+
+void TestInteraction::openUrl(const QString& url)
+{
+    openedUrls.append(url);
+    calls.append(u"url:"_s + url);
+}
+
+void TestInteraction::endProgram(int exitCode)
+{
+    calls.append(u"end:"_s + QString::number(exitCode));
+    throw ProgramEnd{exitCode};
+}
+
+void TestInteraction::clear()
+{
+    messages.clear();
+    calls.clear();
+    openedUrls.clear();
+    busyDepth = 0;
+    m_answers.clear();
+}
+
+QStringList TestInteraction::texts() const
+{
+    QStringList out;
+    for (const Message& m : messages)
+        out.append(m.text);
+    return out;
+}
+
+} // namespace qelprn::test

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "app/Interaction.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace qelprn::test {
+
+// Records every call in order, answers questions from a script, and turns endProgram into a
+// ProgramEnd exception, so a test can assert the exact sequence the user would have seen.
+class TestInteraction : public Interaction
+{
+public:
+    struct Message
+    {
+        QString text;
+        QString title;
+        MsgIcon icon = MsgIcon::None;
+        MsgButtons buttons = MsgButtons::Ok;
+    };
+
+    MsgResult messageBox(const QString& text, const QString& title, MsgIcon icon, MsgButtons buttons) override;
+    void setBusy(bool busy) override;
+    void progress(const QString& phase, qint64 done, qint64 total) override;
+    void openUrl(const QString& url) override;
+    void endProgram(int exitCode) override;
+
+    // Answers for the next Yes/No questions, in order; Yes when the script is empty.
+    void setNextAnswers(QList<MsgResult> answers) { m_answers = std::move(answers); }
+    void clear();
+
+    QList<Message> messages;
+    QStringList calls;       // "message:<title>:<text>", "busy:on", "busy:off", "url:<address>", "end:<code>"
+    QStringList openedUrls;
+    int busyDepth = 0;       // busy on minus busy off; 0 after every balanced run
+
+    // Titles and texts alone, for compact comparisons.
+    QStringList texts() const;
+
+private:
+    QList<MsgResult> m_answers;
+};
+
+} // namespace qelprn::test
