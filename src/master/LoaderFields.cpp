@@ -1,0 +1,100 @@
+#include "master/LoaderFields.h"
+
+#include "app/NullValue.h"
+#include "db/RecordSet.h"
+#include "master/OwnConnection.h"
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn {
+
+namespace {
+
+bool isNull(const QVariant& v)
+{
+    return !v.isValid() || v.isNull();
+}
+
+} // namespace
+
+QDateTime dateTimeOf(const QVariant& v)
+{
+    if (isNull(v))
+        return {};
+    if (v.metaType().id() == QMetaType::QDateTime)
+        return v.toDateTime();
+    if (v.metaType().id() == QMetaType::QDate)
+        return v.toDate().startOfDay();
+    // "yyyy/mm/dd hh:mm:ss" or "yyyy/mm/dd"; ISO separators are accepted as well.
+    QString text = v.toString().trimmed();
+    text.replace(u'-', u'/').replace(u'T', u' ');
+    const QDateTime dt = QDateTime::fromString(text.left(19), u"yyyy/MM/dd HH:mm:ss"_s);
+    if (dt.isValid())
+        return dt;
+    const QDate d = QDate::fromString(text.left(10), u"yyyy/MM/dd"_s);
+    return d.isValid() ? d.startOfDay() : QDateTime();
+}
+
+QDate dateOf(const QVariant& v)
+{
+    return dateTimeOf(v).date();
+}
+
+void readLoaderField(const RecordSet& rs, const QString& name, QString& out)
+{
+    out = csNullToStr(rs.field(name));
+}
+
+void readLoaderField(const RecordSet& rs, const QString& name, qint32& out)
+{
+    const QVariant v = rs.field(name);
+    if (!isNull(v))
+        out = nNullToLng(v);
+}
+
+void readLoaderField(const RecordSet& rs, const QString& name, QDate& out)
+{
+    const QVariant v = rs.field(name);
+    if (!isNull(v))
+        out = dateOf(v);
+}
+
+void readLoaderField(const RecordSet& rs, const QString& name, QDateTime& out)
+{
+    const QVariant v = rs.field(name);
+    if (!isNull(v))
+        out = dateTimeOf(v);
+}
+
+bool loadSingleRow(const AppContext& ctx, const QString& sql, QString* errorText,
+                   const std::function<void(const RecordSet&)>& fill)
+{
+    OwnConnection con(ctx);
+    switch (con.open(sql)) {
+    case OwnConnection::Status::NoConnectionString:
+        if (errorText)
+            *errorText = u"接続文字列取得できません。"_s;
+        return false;
+    case OwnConnection::Status::Failed:
+        if (errorText)
+            *errorText = con.errorText();
+        return false;
+    case OwnConnection::Status::Ok:
+        break;
+    }
+    RecordSet& rs = con.rs();
+    if (rs.isEOF()) {
+        if (rs.hasError() && errorText)
+            *errorText = rs.errorText();
+        return false;
+    }
+    fill(rs);
+    if (rs.hasError()) { // a column the table lacks, or a read that broke off
+        if (errorText)
+            *errorText = rs.errorText();
+        return false;
+    }
+    return true;
+}
+
+} // namespace qelprn

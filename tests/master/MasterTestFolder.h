@@ -1,0 +1,45 @@
+#pragma once
+
+#include "support/TestInteraction.h"
+#include "support/TestProgramFolder.h"
+
+#include <QDir>
+#include <QScopeGuard>
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn::test {
+
+// The folder's context, its "adodb.ini" naming the embedded database by absolute path: pooled
+// connections are kept per connection string, so a relative "sqlite:db" of one test's folder
+// would otherwise reach another test's database.
+inline QString embeddedConnectionString(const TestProgramFolder& folder)
+{
+    return u"Provider=SQLOLEDB;Data Source=sqlite:"_s + folder.filePath(u"db"_s) +
+           u";Database=suite;uid=sa;pwd=x"_s;
+}
+
+inline AppContext contextIn(TestProgramFolder& folder, Interaction& ui)
+{
+    QDir::setCurrent(folder.path());
+    folder.writeSettingsFile(u"adodb.ini"_s,
+                             u"[接続情報]\n接続情報="_s + embeddedConnectionString(folder) + u"\n"_s);
+    return folder.context(ui);
+}
+
+// Points "adodb.ini" of folder at its own suite database through the ODBC driver manager with
+// SQLite's driver, for as long as the returned guard lives.
+[[nodiscard]] inline auto useOdbc(TestProgramFolder& folder)
+{
+    qputenv("QELPRN_ODBC_DRIVER", "SQLite3");
+    folder.writeSettingsFile(u"adodb.ini"_s, u"[接続情報]\n接続情報=Provider=SQLOLEDB;Data Source="_s +
+                                                 folder.filePath(u"db"_s) +
+                                                 u";Database=suite;uid=sa;pwd=x\n"_s);
+    return qScopeGuard([&folder] {
+        qunsetenv("QELPRN_ODBC_DRIVER");
+        folder.writeSettingsFile(u"adodb.ini"_s,
+                                 u"[接続情報]\n接続情報="_s + embeddedConnectionString(folder) + u"\n"_s);
+    });
+}
+
+} // namespace qelprn::test
