@@ -2,8 +2,11 @@
 
 #include "app/NullValue.h"
 #include "db/RecordSet.h"
+#include "master/LoaderFields.h"
 
 #include <stdexcept>
+
+using namespace Qt::StringLiterals;
 
 namespace qelprn {
 
@@ -13,20 +16,34 @@ QVariant defaultOf(const ColumnDef& c)
 {
     switch (c.kind) {
     case ColumnKind::Text:
-    case ColumnKind::Date: return QString();
-    case ColumnKind::Int: return qint32(c.defaultValue);
-    case ColumnKind::Currency: return qint64(c.defaultValue);
+    case ColumnKind::Date:
+        return QString();
+    case ColumnKind::Int:
+        return qint32(c.defaultValue);
+    case ColumnKind::Money:
+        return qint64(c.defaultValue);
     }
     return {};
+}
+
+bool isDateValue(const QVariant& v)
+{
+    const int type = v.metaType().id();
+    return type == QMetaType::QDate || type == QMetaType::QDateTime;
 }
 
 QVariant convert(const ColumnDef& c, const QVariant& v)
 {
     switch (c.kind) {
     case ColumnKind::Text:
-    case ColumnKind::Date: return csNullToStr(v);
-    case ColumnKind::Int: return nNullToLng(v);
-    case ColumnKind::Currency: return v.isNull() ? qint64(0) : v.toLongLong();
+        // A server date-time read into a text property keeps the suite's text form.
+        return isDateValue(v) ? dateTimeOf(v).toString(u"yyyy/MM/dd HH:mm:ss"_s) : csNullToStr(v);
+    case ColumnKind::Date:
+        return isDateValue(v) ? dateOf(v).toString(u"yyyy/MM/dd"_s) : csNullToStr(v);
+    case ColumnKind::Int:
+        return nNullToLng(v);
+    case ColumnKind::Money:
+        return v.isNull() ? qint64(0) : v.toLongLong();
     }
     return {};
 }
@@ -44,8 +61,8 @@ int MasterRecord::require(QStringView column) const
 {
     const int i = m_def->indexOf(column);
     if (i < 0) // accessors are generated from the column lists, so this is a programming error
-        throw std::logic_error("unknown column of " + m_def->table.toStdString() + ": "
-                               + column.toString().toStdString());
+        throw std::logic_error("unknown column of " + m_def->table.toStdString() + ": " +
+                               column.toString().toStdString());
     return i;
 }
 
@@ -69,40 +86,21 @@ void MasterRecord::setInteger(QStringView column, qint32 value)
     m_values[require(column)] = value;
 }
 
-qint64 MasterRecord::currency(QStringView column) const
+qint64 MasterRecord::money(QStringView column) const
 {
     return m_values.at(require(column)).toLongLong();
 }
 
-void MasterRecord::setCurrency(QStringView column, qint64 value)
+void MasterRecord::setMoney(QStringView column, qint64 value)
 {
     m_values[require(column)] = value;
 }
 
-void MasterRecord::fillFrom(const RecordSet& rs)
+void MasterRecord::fillFrom(const RecordSet& rs, const QList<int>& columns)
 {
-    for (int i = 0; i < m_def->columns.size(); ++i) {
+    for (const int i : columns) {
         const ColumnDef& c = m_def->columns.at(i);
-        if (!c.stored)
-            continue;
-        const QString name = c.readName.isEmpty() ? c.name : c.readName;
-        if (rs.hasField(name))
-            m_values[i] = convert(c, rs.field(name));
-    }
-}
-
-void MasterRecord::mergeFrom(const RecordSet& rs)
-{
-    for (int i = 0; i < m_def->columns.size(); ++i) {
-        const ColumnDef& c = m_def->columns.at(i);
-        const QString name = c.readName.isEmpty() ? c.name : c.readName;
-        if (!c.stored || !rs.hasField(name))
-            continue;
-        const QVariant v = rs.field(name);
-        if (c.kind == ColumnKind::Text)
-            m_values[i] = csNullToStr(v);
-        else if (!v.isNull())
-            m_values[i] = convert(c, v);
+        m_values[i] = convert(c, rs.field(c.readName.isEmpty() ? c.name : c.readName));
     }
 }
 

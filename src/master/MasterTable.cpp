@@ -18,25 +18,30 @@ bool isTimeStamp(const QString& column)
     return column.compare(u"tUpDateTime"_s, Qt::CaseInsensitive) == 0;
 }
 
-bool isBareNumber(ColumnKind kind)
+bool isSiteColumn(const QString& column)
 {
-    return kind == ColumnKind::Int || kind == ColumnKind::Currency;
+    return column == u"iKyotenCd"_s || column == u"iKyotenEb"_s;
 }
 
-// Runs an operation body and turns anything it throws into a failure with a message.
-template <typename Body> qint16 guarded(QString& err, Body body)
+bool isBareNumber(ColumnKind kind)
 {
-    try {
-        return body();
-    } catch (const std::exception& e) {
-        err = QString::fromUtf8(e.what());
-    } catch (...) {
-        err = u"予期しないエラーが発生しました。"_s;
-    }
-    return -1;
+    return kind == ColumnKind::Int || kind == ColumnKind::Money;
+}
+
+// Whether a condition record's key is set: a number above -1, a text that is not empty.
+bool keySet(const MasterRecord& cond, int column)
+{
+    const ColumnDef& c = cond.def().columns.at(column);
+    return isBareNumber(c.kind) ? cond.value(column).toLongLong() > -1
+                                : !cond.value(column).toString().isEmpty();
 }
 
 } // namespace
+
+QString quoted(const QString& text)
+{
+    return u"'"_s + sqlText(text) + u"'"_s;
+}
 
 QString sqlValue(const MasterRecord& rec, int column)
 {
@@ -46,10 +51,24 @@ QString sqlValue(const MasterRecord& rec, int column)
         return QString::number(v.toLongLong());
     if (c.kind == ColumnKind::Date && v.toString().isEmpty())
         return u"NULL"_s;
-    return u"'"_s + sqlText(v.toString()) + u"'"_s;
+    return quoted(v.toString());
 }
 
 MasterTable::MasterTable(const TableDef& def) : m_def(def) {}
+
+MasterTable::~MasterTable() = default;
+
+qint16 MasterTable::guardedImpl(const std::function<qint16()>& body)
+{
+    try {
+        return body();
+    } catch (const std::exception& e) {
+        sErrMsg = QString::fromUtf8(e.what());
+    } catch (...) {
+        sErrMsg = u"予期しないエラーが発生しました。"_s;
+    }
+    return -1;
+}
 
 qint16 MasterTable::iGetComputerName(QString& name)
 {
@@ -77,8 +96,8 @@ qint32 MasterTable::siteBaseNumber() const
 
 QString MasterTable::sitePrefix() const
 {
-    return QString::number(m_site.iKyotenCd).trimmed()
-           + u"%1"_s.arg(m_site.iKyotenEb, 2, 10, QLatin1Char('0'));
+    return QString::number(m_site.iKyotenCd).trimmed() +
+           u"%1"_s.arg(m_site.iKyotenEb, 2, 10, QLatin1Char('0'));
 }
 
 bool MasterTable::checkRecord(const MasterRecord* rec, const QString& word)
@@ -101,69 +120,69 @@ bool MasterTable::checkComputerName(QString& name)
 
 QString MasterTable::maxIdStatement() const
 {
-    QString sql = u"  select"_s + m_def.maxExpression + u"  FROM"_s + u"      "_s + m_def.table
-                  + m_def.maxSiteCd + QString::number(m_site.iKyotenCd) + m_def.maxSiteEb
-                  + QString::number(m_site.iKyotenEb);
+    QString sql = u"  select"_s + m_def.maxExpression + u"  FROM"_s + u"      "_s + m_def.table +
+                  m_def.maxSiteCd + QString::number(m_site.iKyotenCd);
+    if (!m_def.maxSiteEb.isEmpty())
+        sql += m_def.maxSiteEb + QString::number(m_site.iKyotenEb);
     if (m_def.allocation == IdAllocation::SitePrefix || m_def.allocation == IdAllocation::GapFill) {
         const QString prefix = sitePrefix();
-        sql += u"  and LEFT(nIDNo,"_s + QString::number(prefix.size()) + u") = '"_s + prefix
-               + u"'"_s;
+        sql += u"  and LEFT(nIDNo,"_s + QString::number(prefix.size()) + u") = '"_s + prefix + u"'"_s;
     }
     return sql;
 }
 
-QString MasterTable::selectList(const QStringList& columns) const
+QString MasterTable::selectList(const QList<int>& columns) const
 {
     QString sql;
-    for (int i = 0; i < columns.size(); ++i)
-        sql += (i == 0 ? u"      "_s : u"     ,"_s) + m_def.table + u"."_s + columns.at(i)
-               + u" as "_s + columns.at(i);
+    for (int i = 0; i < columns.size(); ++i) {
+        const ColumnDef& c = m_def.columns.at(columns.at(i));
+        const QString source = c.expression.isEmpty() ? m_def.table + u"."_s + c.name : c.expression;
+        sql += (i == 0 ? u"      "_s : u"     ,"_s) + source + u" as "_s + c.name;
+    }
     return sql;
 }
 
-QString MasterTable::defaultWhere(const MasterRecord& cond) const
+namespace {
+
+QString defaultWhere(const MasterRecord& cond, const SiteKey& site)
 {
+    const TableDef& def = cond.def();
     QStringList parts;
-    const int key = m_def.indexOf(m_def.keyColumn);
-    if (key >= 0) {
-        const ColumnDef& c = m_def.columns.at(key);
-        const bool set = isBareNumber(c.kind) ? cond.value(key).toLongLong() > -1
-                                              : !cond.value(key).toString().isEmpty();
-        if (set)
-            parts << u"    "_s + c.name + u" = "_s + sqlValue(cond, key);
-    }
-    if (m_def.siteOnRead) {
-        parts << u"    iKyotenCd = "_s + QString::number(m_site.iKyotenCd);
-        parts << u"    iKyotenEb = "_s + QString::number(m_site.iKyotenEb);
+    const int key = def.indexOf(def.keyColumns.constFirst());
+    if (key >= 0 && keySet(cond, key))
+        parts << u"    "_s + def.table + u"."_s + def.keyColumns.constFirst() + u" = "_s +
+                     sqlValue(cond, key);
+    if (def.siteOnRead) {
+        parts << u"    "_s + def.table + u".iKyotenCd = "_s + QString::number(site.iKyotenCd);
+        parts << u"    "_s + def.table + u".iKyotenEb = "_s + QString::number(site.iKyotenEb);
     }
     return parts.isEmpty() ? QString() : u" where"_s + parts.join(u" and"_s);
 }
 
+QString fromClause(const TableDef& def)
+{
+    return u"  FROM"_s + u"      "_s + (def.readFrom.isEmpty() ? def.table : def.readFrom);
+}
+
+} // namespace
+
 QString MasterTable::readStatement(const MasterRecord& cond) const
 {
-    QStringList columns;
-    for (const ColumnDef& c : m_def.columns)
-        if (c.stored)
-            columns << c.name;
-    const QString where = m_def.readWhere ? m_def.readWhere(cond, m_site) : defaultWhere(cond);
-    return u"  select"_s + selectList(columns) + u"  FROM"_s + u"      "_s + m_def.table + where
-           + m_def.orderBy;
+    const QString where = m_def.readWhere ? m_def.readWhere(cond, m_site) : defaultWhere(cond, m_site);
+    return u"  select"_s + selectList(m_def.readColumns()) + fromClause(m_def) + where + m_def.orderBy;
 }
 
 QString MasterTable::gridStatement(const MasterRecord& cond) const
 {
-    if (m_def.gridColumns.isEmpty() && !m_def.gridWhere)
-        return readStatement(cond);
-    QStringList columns = m_def.gridColumns;
+    QList<int> columns;
+    for (const QString& name : m_def.gridColumns)
+        columns.append(m_def.indexOf(name));
     if (columns.isEmpty())
-        for (const ColumnDef& c : m_def.columns)
-            if (c.stored)
-                columns << c.name;
-    const QString where = m_def.gridWhere ? m_def.gridWhere(cond, m_site)
+        columns = m_def.readColumns();
+    const QString where = m_def.gridWhere   ? m_def.gridWhere(cond, m_site)
                           : m_def.readWhere ? m_def.readWhere(cond, m_site)
-                                            : defaultWhere(cond);
-    return u"  select"_s + selectList(columns) + u"  FROM"_s + u"      "_s + m_def.table + where
-           + m_def.orderBy;
+                                            : defaultWhere(cond, m_site);
+    return u"  select"_s + selectList(columns) + fromClause(m_def) + where + m_def.orderBy;
 }
 
 QString MasterTable::insertStatement(const MasterRecord& rec, const QString& pcName) const
@@ -172,36 +191,39 @@ QString MasterTable::insertStatement(const MasterRecord& rec, const QString& pcN
     QString values;
     if (m_def.siteInsert) {
         columns = u"      iKyotenCd,"_s + u"      iKyotenEb,"_s;
-        values = u"      '"_s + QString::number(m_site.iKyotenCd) + u"',"_s + u"      '"_s
-                 + QString::number(m_site.iKyotenEb) + u"',"_s;
+        values = u"      '"_s + QString::number(m_site.iKyotenCd) + u"',"_s + u"      '"_s +
+                 QString::number(m_site.iKyotenEb) + u"',"_s;
     }
     bool first = true;
-    for (int i = 0; i < m_def.columns.size(); ++i) {
+    for (const int i : m_def.readColumns()) {
         const ColumnDef& c = m_def.columns.at(i);
-        if (!c.stored || (m_def.siteInsert && (c.name == u"iKyotenCd"_s || c.name == u"iKyotenEb"_s)))
+        if (!c.written() || (m_def.siteInsert && isSiteColumn(c.name)))
             continue;
         columns += (first ? u"      "_s : u"     ,"_s) + c.name;
         QString value;
         if (isTimeStamp(c.name))
-            value = u" GetDate()"_s;
+            value = u" GetDate()"_s; // the server's clock, not the record's
         else if (c.name == u"cPcName"_s)
-            value = u"'"_s + sqlText(pcName) + u"'"_s;
+            value = quoted(pcName); // the writer's computer, not the record's
         else
             value = isBareNumber(c.kind) ? u" "_s + sqlValue(rec, i) : sqlValue(rec, i);
         values += (first ? u"      "_s : u"     ,"_s) + value;
         first = false;
     }
-    return u" insert into "_s + u"   "_s + m_def.table + u" ("_s + columns + u" )values( "_s
-           + values + u" ) "_s;
+    return u" insert into "_s + u"   "_s + m_def.table + u" ("_s + columns + u" )values( "_s + values +
+           u" ) "_s;
 }
 
 QString MasterTable::keyWhere(const MasterRecord& rec) const
 {
-    QString sql = u" where"_s + u"    "_s + m_def.keyColumn + u" = "_s
-                  + sqlValue(rec, m_def.indexOf(m_def.keyColumn));
+    QString sql = u" where"_s;
+    for (int k = 0; k < m_def.keyColumns.size(); ++k) {
+        const QString& key = m_def.keyColumns.at(k);
+        sql += (k == 0 ? u"    "_s : u" and "_s) + key + u" = "_s + sqlValue(rec, m_def.indexOf(key));
+    }
     if (m_def.siteInKeyWhere)
-        sql += u" and iKyotenCd = "_s + QString::number(m_site.iKyotenCd)
-               + u" and iKyotenEb = "_s + QString::number(m_site.iKyotenEb);
+        sql += u" and iKyotenCd = "_s + QString::number(m_site.iKyotenCd) + u" and iKyotenEb = "_s +
+               QString::number(m_site.iKyotenEb);
     return sql;
 }
 
@@ -209,19 +231,19 @@ QString MasterTable::updateStatement(const MasterRecord& rec, const QString& pcN
 {
     QString sets;
     bool first = true;
-    for (int i = 0; i < m_def.columns.size(); ++i) {
+    for (const int i : m_def.readColumns()) {
         const ColumnDef& c = m_def.columns.at(i);
-        if (!c.stored || c.name == u"iKyotenCd"_s || c.name == u"iKyotenEb"_s)
+        if (!c.written() || isSiteColumn(c.name))
             continue;
         QString item;
         if (isTimeStamp(c.name))
             item = c.name + u" = GetDate()"_s;
         else if (c.name == u"cPcName"_s)
-            item = c.name + u" = '"_s + sqlText(pcName) + u"'"_s;
-        else if (isBareNumber(c.kind))
+            item = c.name + u" = "_s + quoted(pcName);
+        else if (isBareNumber(c.kind) || c.numberText)
             item = c.name + u" =  "_s + sqlValue(rec, i);
         else
-            item = c.name + (c.numberText ? u" =  "_s : u" = "_s) + sqlValue(rec, i);
+            item = c.name + u" = "_s + sqlValue(rec, i);
         sets += (first ? u"      "_s : u"     ,"_s) + item;
         first = false;
     }
@@ -258,7 +280,7 @@ std::optional<qint32> MasterTable::readNumber(const QString& sql, bool* found)
 
 qint16 MasterTable::iGetMaxIDNo(qint32& maxId)
 {
-    return guarded(sErrMsg, [&]() -> qint16 {
+    return guarded([&]() -> qint16 {
         if (m_def.allocation == IdAllocation::None) {
             sErrMsg = m_def.table + u"には番号の採番がありません。"_s;
             return -1;
@@ -270,38 +292,41 @@ qint16 MasterTable::iGetMaxIDNo(qint32& maxId)
             maxId = *n;
             return 0;
         }
+        // A site without numbers yet starts at its base number.
         const qint32 highest = *n == 0 ? siteBaseNumber() : *n;
         if (m_def.allocation == IdAllocation::GapFill && highest >= siteBaseNumber() + 9999)
-            return gapFill(maxId, highest);
+            return gapFill(maxId);
         maxId = highest;
         return 0;
     });
 }
 
-qint16 MasterTable::gapFill(qint32& maxId, qint32 /*highest*/)
+// The range of the site is used up to its top: the lowest free number, found as the lowest
+// number whose successor is not taken (the caller adds one), or the first of the range.
+qint16 MasterTable::gapFill(qint32& maxId)
 {
     const qint32 base = siteBaseNumber();
+    const QString table = m_def.table;
     bool taken = false;
-    const QString first = u"  select top 1 "_s + m_def.table + u"."_s + m_def.keyColumn
-                          + u" from "_s + m_def.table + u"  where iKyotenCd ="_s
-                          + QString::number(m_site.iKyotenCd) + u"  and iKyotenEb ="_s
-                          + QString::number(m_site.iKyotenEb) + m_def.gapTakenTest
-                          + QString::number(base + 1);
+    const QString first = u"  select top 1 "_s + table + u"."_s + m_def.keyColumns.constFirst() +
+                          u" from "_s + table + u"  where iKyotenCd ="_s + QString::number(m_site.iKyotenCd) +
+                          u"  and iKyotenEb ="_s + QString::number(m_site.iKyotenEb) + m_def.gapTakenTest +
+                          QString::number(base + 1);
     if (!readNumber(first, &taken))
         return -1;
     if (!taken) {
-        maxId = base; // the first number of the range is free
+        maxId = base;
         return 0;
     }
-    const QString lowest = m_def.gapMinSelect + u"  where ("_s + m_def.table + u".nIDNo + 1)"_s
-                           + u"  not in (select "_s + m_def.table + u".nIDNo from "_s
-                           + m_def.table + u")"_s + u"  and "_s + m_def.table + u".nIDNo"_s
-                           + u"  between "_s + QString::number(base) + u"  and "_s
-                           + QString::number(base + 9999);
+    const QString column = table + u"."_s + m_def.gapColumn;
+    const QString lowest = m_def.gapMinSelect + u"  where ("_s + column + u" + 1)"_s +
+                           u"  not in (select "_s + column + u" from "_s + table + u")"_s + u"  and "_s +
+                           column + u"  between "_s + QString::number(base) + u"  and "_s +
+                           QString::number(base + 9999);
     const std::optional<qint32> n = readNumber(lowest);
     if (!n)
         return -1;
-    if (*n <= 0 || *n >= base + 9999) {
+    if (*n < base + 1 || *n >= base + 9999) {
         sErrMsg = u"データ登録の上限に達しました"_s;
         return -1;
     }
@@ -309,7 +334,7 @@ qint16 MasterTable::gapFill(qint32& maxId, qint32 /*highest*/)
     return 0;
 }
 
-qint16 MasterTable::readRows(const QString& sql)
+qint16 MasterTable::readRows(const QString& sql, const QList<int>& columns)
 {
     m_rows.clear();
     RecordSet rs;
@@ -317,10 +342,12 @@ qint16 MasterTable::readRows(const QString& sql)
         sErrMsg = m_ado->sErrMsg;
         return -1;
     }
-    while (!rs.isEOF()) {
-        MasterRecord rec(m_def);
-        rec.fillFrom(rs);
-        m_rows.append(std::move(rec));
+    while (!rs.isEOF() && !rs.hasError()) {
+        std::unique_ptr<MasterRecord> rec = newRecord();
+        rec->fillFrom(rs, columns);
+        if (rs.hasError())
+            break; // a column the table lacks: the rows before it stay
+        m_rows.push_back(std::move(rec));
         rs.moveNext();
     }
     const bool failed = rs.hasError();
@@ -332,19 +359,22 @@ qint16 MasterTable::readRows(const QString& sql)
 
 qint16 MasterTable::iDataRead(const MasterRecord* cond)
 {
-    return guarded(sErrMsg, [&]() -> qint16 {
+    return guarded([&]() -> qint16 {
         if (!checkRecord(cond, m_def.word))
             return -1;
-        return readRows(readStatement(*cond));
+        return readRows(readStatement(*cond), m_def.readColumns());
     });
 }
 
 qint16 MasterTable::iDataReadGrid(const MasterRecord* cond)
 {
-    return guarded(sErrMsg, [&]() -> qint16 {
+    return guarded([&]() -> qint16 {
         if (!checkRecord(cond, m_def.word))
             return -1;
-        return readRows(gridStatement(*cond));
+        QList<int> columns;
+        for (const QString& name : m_def.gridColumns)
+            columns.append(m_def.indexOf(name));
+        return readRows(gridStatement(*cond), columns.isEmpty() ? m_def.readColumns() : columns);
     });
 }
 
@@ -372,7 +402,7 @@ qint16 MasterTable::execute(const QStringList& statements, bool inTransaction)
 
 qint16 MasterTable::write(const MasterRecord* rec, bool inTransaction, bool update)
 {
-    return guarded(sErrMsg, [&]() -> qint16 {
+    return guarded([&]() -> qint16 {
         if (!checkRecord(rec, m_def.word))
             return -1;
         QString pcName;
@@ -380,6 +410,19 @@ qint16 MasterTable::write(const MasterRecord* rec, bool inTransaction, bool upda
             return -1;
         const QString sql = update ? updateStatement(*rec, pcName) : insertStatement(*rec, pcName);
         return execute({sql}, inTransaction);
+    });
+}
+
+qint16 MasterTable::propagate(const MasterRecord* rec, const QString& word,
+                              const std::function<QStringList()>& statements)
+{
+    return guarded([&]() -> qint16 {
+        if (!checkRecord(rec, word))
+            return -1;
+        QString pcName;
+        if (!checkComputerName(pcName))
+            return -1;
+        return execute(statements(), false);
     });
 }
 
@@ -395,7 +438,7 @@ qint16 MasterTable::iDataUpdate(const MasterRecord* rec, bool inTransaction)
 
 qint16 MasterTable::iData削除(const MasterRecord* rec)
 {
-    return guarded(sErrMsg, [&]() -> qint16 {
+    return guarded([&]() -> qint16 {
         if (!checkRecord(rec, m_def.word))
             return -1;
         return execute({deleteStatement(*rec)}, false);

@@ -8,7 +8,10 @@
 #include <QString>
 #include <QStringList>
 #include <QtGlobal>
+#include <functional>
+#include <memory>
 #include <optional>
+#include <vector>
 
 namespace qelprn {
 
@@ -17,13 +20,16 @@ class cT_ADODB;
 // The table-class pattern shared by every master table, driven by the table's TableDef: read rows
 // into records, allocate numbers, and write one record with one statement, optionally inside a
 // transaction of its own. Operations return 0 or -1 and leave the reason in sErrMsg (a database
-// failure keeps the connection's message unchanged); none throws. The cT_… classes add the record
-// type, the array accessor under the suite's name and their own extra operations.
+// failure keeps the connection's message unchanged); none throws. The cT_… classes (through
+// MasterTableOf) add the record type, the array accessor under the suite's name and their own
+// extra operations.
 class MasterTable
 {
 public:
     explicit MasterTable(const TableDef& def);
-    virtual ~MasterTable() = default;
+    virtual ~MasterTable();
+    MasterTable(const MasterTable&) = delete;
+    MasterTable& operator=(const MasterTable&) = delete;
 
     QString sErrMsg;
     qint32 nデータ数() const { return static_cast<qint32>(m_rows.size()); }
@@ -34,7 +40,7 @@ public:
     // the rows. Always 0.
     qint16 iInit(cT_ADODB& ado, const AppContext& ctx);
     qint16 iInit(cT_ADODB& ado, const SiteKey& site);
-    // Highest number in use in the current site (see IdAllocation); the caller adds one.
+    // Highest number in use in the current site; the caller adds one.
     qint16 iGetMaxIDNo(qint32& maxId);
     qint16 iDataReadGrid(const MasterRecord* cond);
     qint16 iDataRead(const MasterRecord* cond);
@@ -57,33 +63,65 @@ public:
     QString sitePrefix() const;
 
 protected:
-    const MasterRecord& row(int i) const { return m_rows.at(i); }
+    const MasterRecord& row(int i) const { return *m_rows.at(static_cast<size_t>(i)); }
     const TableDef& def() const { return m_def; }
+    cT_ADODB* ado() const { return m_ado; }
+    // A new record of the table's record class, filled by reads.
+    virtual std::unique_ptr<MasterRecord> newRecord() const = 0;
+
     // "<word>が無効です。" unless rec is a record of this table.
     bool checkRecord(const MasterRecord* rec, const QString& word);
     bool checkComputerName(QString& name);
-    // Replaces the rows with those of sql (the rows read before a failure stay).
-    qint16 readRows(const QString& sql);
+    // Replaces the rows with those of sql, reading the given columns (the rows read before a
+    // failure stay).
+    qint16 readRows(const QString& sql, const QList<int>& columns);
     // Runs the statements in order, inside a transaction of their own when asked.
     qint16 execute(const QStringList& statements, bool inTransaction);
-    // First column "nIDNo" of a one-row read; empty counts as 0. nullopt on failure.
+    // First column of a one-row read; empty counts as 0. nullopt on failure.
     std::optional<qint32> readNumber(const QString& sql, bool* found = nullptr);
+    // Runs body and turns anything it throws into a failure with a message in sErrMsg.
+    template <typename Body> qint16 guarded(Body body);
+
+    // Carries a record's data into other tables: checks the record (message "<word>が無効です。")
+    // and the computer name, then runs the statements built from the record, without a
+    // transaction of its own.
+    qint16 propagate(const MasterRecord* rec, const QString& word,
+                     const std::function<QStringList()>& statements);
+
+    QString selectList(const QList<int>& columns) const;
     QString keyWhere(const MasterRecord& rec) const;
-    QString defaultWhere(const MasterRecord& cond) const;
-    QString selectList(const QStringList& columns) const;
-    qint16 gapFill(qint32& maxId, qint32 highest);
-    cT_ADODB* ado() const { return m_ado; }
 
 private:
     qint16 write(const MasterRecord* rec, bool inTransaction, bool update);
+    qint16 gapFill(qint32& maxId);
+    qint16 guardedImpl(const std::function<qint16()>& body);
 
     const TableDef& m_def;
     cT_ADODB* m_ado = nullptr;
     SiteKey m_site;
-    QList<MasterRecord> m_rows;
+    std::vector<std::unique_ptr<MasterRecord>> m_rows;
 };
 
-// A value as it stands in a statement: text quoted with its quotes doubled, numbers bare.
+template <typename Body> qint16 MasterTable::guarded(Body body)
+{
+    return guardedImpl(std::function<qint16()>(std::move(body)));
+}
+
+// A table class over record class Rec: the records read last, typed.
+template <typename Rec> class MasterTableOf : public MasterTable
+{
+public:
+    MasterTableOf() : MasterTable(Rec::table()) {}
+
+protected:
+    const Rec& record(int i) const { return static_cast<const Rec&>(row(i)); }
+    std::unique_ptr<MasterRecord> newRecord() const override { return std::make_unique<Rec>(); }
+};
+
+// A value as it stands in a statement: text quoted with its quotes doubled, numbers bare, an
+// empty date NULL.
 QString sqlValue(const MasterRecord& rec, int column);
+// A text value between single quotes, its quotes doubled.
+QString quoted(const QString& text);
 
 } // namespace qelprn

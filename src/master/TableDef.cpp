@@ -16,4 +16,18 @@ int TableDef::indexOf(QStringView name) const
     return it == index.constEnd() ? -1 : it.value();
 }
 
+QList<int> TableDef::readColumns() const
+{
+    QList<int> result;
+    if (!statementColumns.isEmpty()) {
+        for (const QString& name : statementColumns)
+            result.append(indexOf(name));
+        return result;
+    }
+    for (int i = 0; i < columns.size(); ++i)
+        if (columns.at(i).stored)
+            result.append(i);
+    return result;
+}
+
 } // namespace qelprn

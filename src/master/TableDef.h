@@ -11,25 +11,37 @@ namespace qelprn {
 
 class MasterRecord;
 
-// How a column is held in a record and written into statements.
+// How a column is held in a record and written into statements. The enumerators are the kinds
+// named in the column lists of the record classes (X(Text, cShamei1), X(Int, nIDNo), ...).
 enum class ColumnKind {
-    Text,     // text between single quotes
-    Int,      // 32-bit number, bare
-    Date,     // date text "yyyy/mm/dd"; an empty date is written as NULL
-    Currency, // amount in yen, bare
+    Text,  // text between single quotes
+    Int,   // 32-bit number, bare
+    Date,  // date text "yyyy/mm/dd"; an empty date is written as NULL
+    Money, // amount in yen, bare
 };
 
 struct ColumnDef
 {
     QString name;
     ColumnKind kind = ColumnKind::Text;
-    qint32 defaultValue = 0; // for Int and Currency; text columns start ""
+    qint32 defaultValue = 0; // for Int and Money; text and dates start ""
     // False for properties that live only in the record (never read or written).
     bool stored = true;
+    // A column the read computes from a joined table ("SISETSU.cShamei1"): read, never written.
+    QString expression;
     // A text column that holds a number; its update fragment is " =  '" like the numbers'.
     bool numberText = false;
     // Name the record set is asked for when it differs from the column name.
     QString readName;
+
+    bool written() const { return stored && expression.isEmpty(); }
+    static ColumnDef of(const QString& name, ColumnKind kind)
+    {
+        ColumnDef c;
+        c.name = name;
+        c.kind = kind;
+        return c;
+    }
 };
 
 // How a table hands out new numbers (iGetMaxIDNo).
@@ -40,36 +52,52 @@ enum class IdAllocation {
     GapFill,    // as SitePrefix, then the lowest free number once the range is used up
 };
 
-// Everything the generic table code needs to know about one master table: its columns in
-// property order, the words of its statements and messages, its key and how it allocates numbers.
+using WhereBuilder = QString (*)(const MasterRecord& cond, const SiteKey& site);
+
+// Everything the shared table code needs to know about one master table: its columns in property
+// order, the words of its statements and messages, its key and how it allocates numbers. Each
+// record class builds its table's description once, from the same column list that declares its
+// properties.
 struct TableDef
 {
-    QString table;    // name as written in statements ("Sisetsu")
-    QString word;     // word of the "…が無効です。" message
+    QString table; // name as written in statements ("Sisetsu")
+    QString word;  // word of the "…が無効です。" message
     QList<ColumnDef> columns;
-    QStringList gridColumns; // select list of iDataReadGrid; empty = every stored column
+    // Order of the columns in reads and writes when it differs from the property order.
+    QStringList statementColumns;
+    QStringList gridColumns; // select list of iDataReadGrid; empty = the read's columns
+    QString readFrom;        // FROM clause body of reads; empty = the table
     bool siteInsert = true;  // insert writes iKyotenCd/iKyotenEb of the current site first
-    QString keyColumn = QStringLiteral("nIDNo");
+    QStringList keyColumns = {QStringLiteral("nIDNo")};
     bool siteInKeyWhere = false; // update/delete also test the site
     bool siteOnRead = false;     // reads filter on the current site
     IdAllocation allocation = IdAllocation::None;
     QString maxExpression; // "      max(Sisetsu.nIDNo) as nIDNo"
     QString maxSiteCd;     // fragment before the site code in the max statement
-    QString maxSiteEb;     // fragment before the site branch
-    // Gap-filling allocation: the test whether a number is taken ("  and … = ") and the select
-    // of the lowest number whose successor is free ("  select min(…) as nIDNo from …").
+    QString maxSiteEb;     // fragment before the site branch; empty = the site code alone
+    // Gap-filling allocation: the test whether the range's first number is taken (followed by the
+    // number), the select of the lowest number whose successor is free, and the numeric column
+    // the range clauses test.
     QString gapTakenTest;
     QString gapMinSelect;
+    QString gapColumn;
     QString orderBy = QStringLiteral("  order by      nIDNo");
     // Conditions of iDataRead / iDataReadGrid; nullptr gives the key (when set) and the site.
-    QString (*readWhere)(const MasterRecord& cond, const SiteKey& site) = nullptr;
-    QString (*gridWhere)(const MasterRecord& cond, const SiteKey& site) = nullptr;
+    WhereBuilder readWhere = nullptr;
+    WhereBuilder gridWhere = nullptr;
 
     QHash<QString, int> index; // column name -> position, filled by finish()
 
     // Builds the name index; call once after the columns are listed.
     TableDef& finish();
     int indexOf(QStringView name) const;
+    const ColumnDef& column(QStringView name) const { return columns.at(indexOf(name)); }
+    ColumnDef& column(QStringView name) { return columns[indexOf(name)]; }
+    // Columns read by iDataRead, in statement order.
+    QList<int> readColumns() const;
 };
 
 } // namespace qelprn
+
+// Builds the ColumnDef list of a column list X(kind, name): QList<ColumnDef>{ QELPRN_COLUMNS(L) }.
+#define QELPRN_COLUMN_DEF(kind, name) qelprn::ColumnDef::of(QStringLiteral(#name), qelprn::ColumnKind::kind),
