@@ -1,0 +1,147 @@
+#include "engine/EngineMain.h"
+
+#include "engine/CommandFile.h"
+#include "engine/FormDocument.h"
+#include "engine/FormOutput.h"
+#include "engine/PreviewWindow.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn::engine {
+
+namespace {
+
+const QString kUsage = u"使い方: qelprn-engine [--pdf FILE] [--png DIR] [--dpi N] /c COMMANDFILE"_s;
+
+struct Options
+{
+    QString commandFile;
+    QString pdf;
+    QString png;
+    int dpi = 150;
+};
+
+bool parseArgs(const QStringList& args, Options& o, QString& problem)
+{
+    for (qsizetype i = 0; i < args.size(); ++i) {
+        const QString& a = args[i];
+        auto value = [&](QString& out) {
+            if (i + 1 >= args.size()) {
+                problem = a + u" の後に値がありません"_s;
+                return false;
+            }
+            out = args[++i];
+            return true;
+        };
+        QString text;
+        if (a.compare(u"/c"_s, Qt::CaseInsensitive) == 0 || a == u"-c"_s) {
+            if (!value(o.commandFile))
+                return false;
+        } else if (a == u"--pdf"_s) {
+            if (!value(o.pdf))
+                return false;
+        } else if (a == u"--png"_s) {
+            if (!value(o.png))
+                return false;
+        } else if (a == u"--dpi"_s) {
+            if (!value(text))
+                return false;
+            bool ok = false;
+            o.dpi = text.toInt(&ok);
+            if (!ok || o.dpi < 20 || o.dpi > 1200) {
+                problem = u"--dpi は 20 から 1200 までの数です"_s;
+                return false;
+            }
+        } else {
+            problem = u"不明な引数です: "_s + a;
+            return false;
+        }
+    }
+    if (o.commandFile.isEmpty()) {
+        problem = u"コマンドファイル（/c FILE）の指定がありません"_s;
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+int runEngine(const QStringList& args, QTextStream& err)
+{
+    Options options;
+    QString problem;
+    if (!parseArgs(args, options, problem)) {
+        err << u"qelprn-engine: "_s << problem << u'\n' << kUsage << Qt::endl;
+        return 2;
+    }
+    const bool files = !options.pdf.isEmpty() || !options.png.isEmpty();
+    const bool canShowBoxes = !files && QGuiApplication::platformName() != u"offscreen"_s &&
+                              QGuiApplication::platformName() != u"minimal"_s;
+    QString title = u"帳票印刷"_s;
+    auto report = [&](const EngineError& e, bool box) {
+        err << u"qelprn-engine: "_s << e.text() << Qt::endl;
+        if (box && canShowBoxes)
+            QMessageBox::critical(nullptr, title, e.text());
+        return 2;
+    };
+
+    EngineJob job;
+    EngineError error;
+    if (!readCommandFile(options.commandFile, job, &error))
+        return report(error, true);
+    if (!job.title.isEmpty())
+        title = job.title;
+    const bool windowed = job.action != EngineJob::Action::PrintOut;
+    FormDocument document;
+    if (!document.open(job, &error))
+        return report(error, windowed);
+
+    if (files) {
+        if (!options.pdf.isEmpty() && !writePdf(document, options.pdf, &error))
+            return report(error, false);
+        if (!options.png.isEmpty() && !writePngs(document, options.png, options.dpi, &error))
+            return report(error, false);
+        return 0;
+    }
+
+    switch (job.action) {
+    case EngineJob::Action::Preview: {
+        PreviewWindow window(document);
+        window.show();
+        return QApplication::exec() == 0 && !window.failed() ? 0 : 2;
+    }
+    case EngineJob::Action::PrintOut: {
+        if (QPrinterInfo::defaultPrinter().isNull())
+            return report({job.commandFile, 0, u"既定のプリンターがありません"_s}, false);
+        QPrinter printer(QPrinterInfo::defaultPrinter(), QPrinter::HighResolution);
+        if (!printDocument(document, printer, &error))
+            return report(error, false);
+        return 0;
+    }
+    case EngineJob::Action::PrintOutFromDialog: {
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setPageLayout(document.pageLayout());
+        QPrintDialog dialog(&printer);
+        dialog.setWindowTitle(title);
+        dialog.setMinMax(1, document.pageCount());
+        if (dialog.exec() != QDialog::Accepted)
+            return 0;
+        const bool range = printer.printRange() == QPrinter::PageRange;
+        if (!printDocument(document, printer, &error, range ? printer.fromPage() : 0,
+                           range ? printer.toPage() : 0))
+            return report(error, true);
+        return 0;
+    }
+    case EngineJob::Action::None:
+        break;
+    }
+    return 0;
+}
+
+} // namespace qelprn::engine

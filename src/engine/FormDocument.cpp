@@ -1,0 +1,446 @@
+#include "engine/FormDocument.h"
+
+#include "app/Paths.h"
+#include "engine/LayoutReader.h"
+#include "engine/ValueFormat.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn::engine {
+
+namespace {
+
+QFont makeFont(const LayoutFont& f)
+{
+    QFont font(f.family);
+    // Sizes are in engine units (1/720 inch), so a 9 pt font is 90 units on every device.
+    font.setPixelSize(qMax(1, qRound(f.size * 10)));
+    font.setBold(f.bold);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    font.setStyleStrategy(QFont::PreferOutline);
+    return font;
+}
+
+QImage withTransparentWhite(QImage image)
+{
+    image = image.convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb c = line[x];
+            if (qRed(c) > 235 && qGreen(c) > 235 && qBlue(c) > 235)
+                line[x] = qRgba(255, 255, 255, 0);
+        }
+    }
+    return image;
+}
+
+} // namespace
+
+FormDocument::FormDocument() = default;
+FormDocument::~FormDocument() = default;
+
+bool FormDocument::open(const EngineJob& job, EngineError* error)
+{
+    EngineError ignored;
+    EngineError* err = error ? error : &ignored;
+    if (!readLayout(job.layoutPath, m_layout, err)) {
+        if (err->line == 0 && !QFileInfo::exists(job.layoutPath))
+            *err = {job.commandFile, job.layoutLine,
+                    u"レイアウトファイル %1 がありません"_s.arg(job.layoutPath)};
+        return false;
+    }
+    if (!applyItemValues(m_layout, job.items, job.commandFile, err))
+        return false;
+
+    const DataSource* source = nullptr;
+    for (const DataSource& d : job.data) {
+        if (m_layout.dataName.isEmpty() || d.name == m_layout.dataName) {
+            source = &d;
+            break;
+        }
+    }
+    if (!source) {
+        *err = {job.commandFile, 0,
+                u"レイアウト %1 が使うデータ「%2」の SetDataText がありません"_s.arg(job.layoutPath,
+                                                                                     m_layout.dataName)};
+        return false;
+    }
+    if (!QFileInfo::exists(source->path)) {
+        *err = {job.commandFile, source->line, u"データファイル %1 がありません"_s.arg(source->path)};
+        return false;
+    }
+    if (!m_data.open(source->path, source->noTitle, err) || !bindLayout(m_layout, m_data, err))
+        return false;
+
+    m_title = job.title.isEmpty() ? m_layout.name : job.title;
+    m_paper = m_layout.pageSize;
+    m_scale = job.zoom == 2 ? 1.0 : job.zoom / 100.0;
+    if (!job.paper.isEmpty()) {
+        const QPageSize::PageSizeId id = job.paper == u"A5"_s   ? QPageSize::A5
+                                         : job.paper == u"B5"_s ? QPageSize::JisB5
+                                                                : QPageSize::A4;
+        m_paper = QPageSize(id);
+        // The form is scaled to the other paper as a whole, keeping its proportions.
+        QSizeF from = m_layout.paperSizeMm();
+        QSizeF to = m_paper.size(QPageSize::Millimeter);
+        if (m_layout.orientation == QPageLayout::Landscape)
+            to.transpose();
+        m_scale *= qMin(to.width() / from.width(), to.height() / from.height());
+    }
+    m_offset = QPointF(job.offsetX, job.offsetY) * (kUnitsPerMm / 10);
+
+    QList<QFont> fonts;
+    for (const LayoutFont& f : m_layout.fonts)
+        fonts.append(makeFont(f));
+    m_text = std::make_unique<TextCache>(fonts);
+    if (!plan(job, err))
+        return false;
+    recordBackdrop();
+    return true;
+}
+
+bool FormDocument::plan(const EngineJob& job, EngineError* error)
+{
+    const int rows = m_layout.detail.rows;
+    const int sumCount = int(m_layout.sumIndexes.size());
+    QStringList fields;
+    QStringList key;
+    QStringList lastKey;
+    m_groups.clear();
+    m_sums.clear();
+    m_pageCount = 0;
+    auto closeGroup = [&] {
+        Group& g = m_groups.last();
+        g.pageCount = int((g.startSlot + g.rowCount + rows - 1) / rows);
+        g.firstPage = m_pageCount;
+        m_pageCount += g.pageCount;
+    };
+    while (true) {
+        const qint64 offset = m_data.position();
+        const qint64 index = m_data.nextRowIndex();
+        if (!m_data.next(fields, error)) {
+            if (error && error->isSet())
+                return false;
+            break;
+        }
+        key.clear();
+        for (int i : std::as_const(m_layout.groupKeyIndexes))
+            key.append(fields[i]);
+        if (m_groups.isEmpty() || key != lastKey) {
+            if (!m_groups.isEmpty())
+                closeGroup();
+            Group g;
+            g.offset = offset;
+            g.firstRow = index;
+            // SectionRepeatStart: the first page continues a sheet whose first slots are used.
+            g.startSlot = m_groups.isEmpty() && job.repeatStart > 1 ? qMin(job.repeatStart - 1, rows - 1) : 0;
+            m_groups.append(g);
+            m_sums.resize(m_sums.size() + sumCount, 0.0);
+            lastKey = key;
+        }
+        ++m_groups.last().rowCount;
+        double* sums = m_sums.data() + (m_groups.size() - 1) * sumCount;
+        for (int s = 0; s < sumCount; ++s)
+            sums[s] += fields[m_layout.sumIndexes[s]].toDouble();
+    }
+    if (m_groups.isEmpty()) {
+        if (error)
+            *error = {m_data.path(), 0, u"印刷するデータ行がありません"_s};
+        return false;
+    }
+    closeGroup();
+    return true;
+}
+
+QPageLayout FormDocument::pageLayout() const
+{
+    return QPageLayout(m_paper, m_layout.orientation, QMarginsF(0, 0, 0, 0), QPageLayout::Millimeter);
+}
+
+QSizeF FormDocument::pageSizeUnits() const
+{
+    QSizeF mm = m_paper.size(QPageSize::Millimeter);
+    if (m_layout.orientation == QPageLayout::Landscape)
+        mm.transpose();
+    return mm * kUnitsPerMm;
+}
+
+std::pair<int, int> FormDocument::groupPageNumber(int page) const
+{
+    auto it = std::upper_bound(m_groups.cbegin(), m_groups.cend(), page,
+                               [](int p, const Group& g) { return p < g.firstPage; });
+    const Group& g = *(it - 1);
+    return {page - g.firstPage + 1, g.pageCount};
+}
+
+QRectF FormDocument::toUnits(const QRectF& mm, qreal topMm) const
+{
+    return QRectF(mm.x() * kUnitsPerMm, (mm.y() + topMm) * kUnitsPerMm, mm.width() * kUnitsPerMm,
+                  mm.height() * kUnitsPerMm);
+}
+
+void FormDocument::drawShape(QPainter& painter, const LayoutItem& item, qreal top) const
+{
+    QPen pen(item.color, qMax(item.lineWidth * kUnitsPerMm, 0.5));
+    pen.setCapStyle(Qt::SquareCap);
+    pen.setJoinStyle(Qt::MiterJoin);
+    if (item.dashed)
+        pen.setStyle(Qt::DashLine);
+    if (item.kind == LayoutItem::Kind::Line) {
+        painter.setPen(pen);
+        const QRectF r = toUnits(item.rect, top);
+        painter.drawLine(r.topLeft(), r.bottomRight());
+    } else if (item.kind == LayoutItem::Kind::Box) {
+        painter.setPen(item.lineWidth > 0 ? pen : QPen(Qt::NoPen));
+        painter.setBrush(item.fill.isValid() ? QBrush(item.fill) : QBrush(Qt::NoBrush));
+        painter.drawRect(toUnits(item.rect, top));
+        painter.setBrush(Qt::NoBrush);
+    }
+}
+
+void FormDocument::recordBackdrop()
+{
+    // Frames, rules and fixed texts are the same on every page: the shapes go into a picture
+    // recorded once, the fixed texts are laid out once in the text cache; pages replay both.
+    auto record = [this](const QList<LayoutItem>& items, const QList<qreal>& tops, Recorded& out) {
+        QPainter p(&out.shapes);
+        for (qreal top : tops) {
+            for (const LayoutItem& item : items) {
+                if (!item.isStatic())
+                    continue;
+                if (item.kind == LayoutItem::Kind::Text) {
+                    out.texts.append(&item);
+                    out.tops.append(top);
+                } else {
+                    drawShape(p, item, top);
+                    out.hasShapes = true;
+                }
+            }
+        }
+    };
+    m_bandBackdrops.clear();
+    m_bandBackdrops.resize(m_layout.bands.size());
+    for (qsizetype i = 0; i < m_layout.bands.size(); ++i)
+        record(m_layout.bands[i].items, {m_layout.bands[i].top}, m_bandBackdrops[i]);
+    const DetailBand& d = m_layout.detail;
+    record(d.items, {0.0}, m_detailBackdrop);
+    record(d.frame, {0.0}, m_rowFrame);
+    QList<qreal> tops;
+    for (int slot = 0; slot < d.rows; ++slot)
+        tops.append(d.top + slot * d.rowHeight);
+    record(d.frame, tops, m_allFrames);
+}
+
+void FormDocument::replay(QPainter& painter, const Recorded& recorded, QPointF offset)
+{
+    if (recorded.hasShapes) {
+        // A picture is replayed scaled by the device's resolution over its own; undo that, the
+        // picture was recorded in engine units like everything else.
+        const QPaintDevice* device = painter.device();
+        painter.save();
+        painter.translate(offset);
+        painter.scale(qreal(recorded.shapes.logicalDpiX()) / device->logicalDpiX(),
+                      qreal(recorded.shapes.logicalDpiY()) / device->logicalDpiY());
+        painter.drawPicture(QPointF(0, 0), recorded.shapes);
+        painter.restore();
+    }
+    for (qsizetype i = 0; i < recorded.texts.size(); ++i) {
+        const LayoutItem& item = *recorded.texts[i];
+        const QRectF box = toUnits(item.rect, recorded.tops[i]).translated(offset);
+        painter.setPen(item.color);
+        m_text->draw(painter, box, item.font, item.text, item.align, item.wrap, item.shrink);
+    }
+}
+
+bool FormDocument::readRows(const Group& group, qint64 first, qint64 count, EngineError* error)
+{
+    // Pages are usually painted in order, so the reader just goes on; otherwise it goes back to
+    // the start of the group.
+    const qint64 wanted = group.firstRow + first;
+    if (m_data.nextRowIndex() > wanted || m_data.nextRowIndex() < group.firstRow) {
+        if (!m_data.seek(group.offset, group.firstRow)) {
+            if (error)
+                *error = {m_data.path(), 0, u"データファイルを読み直せません"_s};
+            return false;
+        }
+    }
+    QStringList skip;
+    while (m_data.nextRowIndex() < wanted) {
+        if (!m_data.next(skip, error))
+            return false;
+    }
+    m_rows.resize(count);
+    for (qint64 i = 0; i < count; ++i) {
+        if (!m_data.next(m_rows[i], error)) {
+            if (error && !error->isSet())
+                *error = {m_data.path(), 0, u"データファイルが印刷中に変わりました"_s};
+            return false;
+        }
+    }
+    return true;
+}
+
+bool FormDocument::visible(const LayoutItem& item, const Context& context) const
+{
+    if (item.when.index < 0)
+        return true;
+    if (!context.row)
+        return false;
+    return (context.row->at(item.when.index) == item.when.value) != item.when.negate;
+}
+
+QString FormDocument::itemText(const LayoutItem& item, const Context& context) const
+{
+    if (item.kind == LayoutItem::Kind::Text) {
+        QString text = item.text;
+        text.replace(u"{page}"_s, QString::number(context.page));
+        text.replace(u"{pages}"_s, QString::number(context.pages));
+        text.replace(u"{sheet}"_s, QString::number(context.sheet));
+        text.replace(u"{sheets}"_s, QString::number(m_pageCount));
+        return text;
+    }
+    QString raw;
+    if (item.hasSetValue) {
+        raw = item.setValue;
+    } else if (item.source == LayoutItem::Source::Column) {
+        raw = context.row ? context.row->at(item.indexes[0]) : QString();
+    } else if (item.source == LayoutItem::Source::Sum) {
+        const qsizetype stride = m_layout.sumIndexes.size();
+        raw = QString::number(m_sums[context.groupIndex * stride + item.indexes[0]], 'f', 6);
+    } else if (item.source == LayoutItem::Source::Columns) {
+        double total = 0;
+        for (int i : item.indexes)
+            total += context.row ? context.row->at(i).toDouble() : 0;
+        raw = QString::number(total, 'f', 6);
+    }
+    const QString value = formatValue(raw, item.format, item.blankZero);
+    return value.isEmpty() ? QString() : item.prefix + value + item.suffix;
+}
+
+void FormDocument::drawImage(QPainter& painter, const LayoutItem& item, qreal top, const QString& written)
+{
+    if (written.trimmed().isEmpty())
+        return;
+    QString path = toLocalPath(written.trimmed());
+    if (QFileInfo(path).isRelative())
+        path = QFileInfo(m_data.path()).dir().filePath(path);
+    auto it = m_images.find(path);
+    if (it == m_images.end()) {
+        if (m_images.size() > 32)
+            m_images.clear();
+        QImage image(path); // a missing or unreadable file stays null: nothing is drawn
+        if (!image.isNull() && item.transparentWhite)
+            image = withTransparentWhite(image);
+        it = m_images.insert(path, image);
+    }
+    if (it->isNull())
+        return;
+    const QRectF box = toUnits(item.rect, top);
+    const QSizeF size = QSizeF(it->size()).scaled(box.size(), Qt::KeepAspectRatio);
+    const QRectF target(box.center() - QPointF(size.width() / 2, size.height() / 2), size);
+    painter.drawImage(target, *it);
+}
+
+void FormDocument::drawItem(QPainter& painter, const LayoutItem& item, qreal top, const Context& context)
+{
+    if (!visible(item, context))
+        return;
+    switch (item.kind) {
+    case LayoutItem::Kind::Line:
+    case LayoutItem::Kind::Box:
+        drawShape(painter, item, top);
+        return;
+    case LayoutItem::Kind::Image:
+        if (context.row)
+            drawImage(painter, item, top, context.row->at(item.indexes[0]));
+        return;
+    case LayoutItem::Kind::Text:
+    case LayoutItem::Kind::Field:
+        painter.setPen(item.color);
+        m_text->draw(painter, toUnits(item.rect, top), item.font, itemText(item, context), item.align,
+                     item.wrap, item.shrink);
+        return;
+    }
+}
+
+bool FormDocument::paintPage(int page, QPainter& painter, EngineError* error)
+{
+    if (page < 0 || page >= m_pageCount)
+        return false;
+    auto it = std::upper_bound(m_groups.cbegin(), m_groups.cend(), page,
+                               [](int p, const Group& g) { return p < g.firstPage; });
+    const int groupIndex = int(it - m_groups.cbegin()) - 1;
+    const Group& group = m_groups[groupIndex];
+    const int k = page - group.firstPage;
+    const DetailBand& d = m_layout.detail;
+    const qint64 firstRow = qMax<qint64>(0, qint64(k) * d.rows - group.startSlot);
+    const qint64 lastRow = qMin<qint64>(group.rowCount, qint64(k + 1) * d.rows - group.startSlot);
+    if (!readRows(group, firstRow, lastRow - firstRow, error))
+        return false;
+
+    painter.save();
+    painter.translate(m_offset);
+    painter.scale(m_scale, m_scale);
+    painter.translate(m_layout.margins.left() * kUnitsPerMm, m_layout.margins.top() * kUnitsPerMm);
+
+    Context context;
+    context.row = m_rows.isEmpty() ? nullptr : &m_rows.first();
+    context.group = &group;
+    context.groupIndex = groupIndex;
+    context.page = k + 1;
+    context.pages = group.pageCount;
+    context.sheet = page + 1;
+
+    for (qsizetype b = 0; b < m_layout.bands.size(); ++b) {
+        const LayoutBand& band = m_layout.bands[b];
+        if ((band.print == LayoutBand::Print::FirstPage && k != 0) ||
+            (band.print == LayoutBand::Print::LastPage && k != group.pageCount - 1))
+            continue;
+        replay(painter, m_bandBackdrops[b], QPointF());
+        for (const LayoutItem& item : band.items) {
+            if (!item.isStatic())
+                drawItem(painter, item, band.top, context);
+        }
+    }
+
+    // Frames: one replay of the whole table when every slot is framed (the usual page).
+    QList<bool> framed(d.rows);
+    bool all = true;
+    for (int slot = 0; slot < d.rows; ++slot) {
+        const qint64 r = qint64(k) * d.rows + slot - group.startSlot - firstRow;
+        if (r >= 0 && r < m_rows.size())
+            framed[slot] = d.frameIndex < 0 || m_rows[r].at(d.frameIndex) == u"1"_s;
+        else
+            framed[slot] = d.frameEmptySlots;
+        all = all && framed[slot];
+    }
+    if (all) {
+        replay(painter, m_allFrames, QPointF());
+    } else {
+        for (int slot = 0; slot < d.rows; ++slot) {
+            if (framed[slot])
+                replay(painter, m_rowFrame, QPointF(0, (d.top + slot * d.rowHeight) * kUnitsPerMm));
+        }
+    }
+    for (int slot = 0; slot < d.rows; ++slot) {
+        const qint64 r = qint64(k) * d.rows + slot - group.startSlot - firstRow;
+        if (r < 0 || r >= m_rows.size())
+            continue;
+        const qreal top = d.top + slot * d.rowHeight;
+        replay(painter, m_detailBackdrop, QPointF(0, top * kUnitsPerMm));
+        context.row = &m_rows[r];
+        for (const LayoutItem& item : d.items) {
+            if (!item.isStatic())
+                drawItem(painter, item, top, context);
+        }
+    }
+    painter.restore();
+    return true;
+}
+
+} // namespace qelprn::engine

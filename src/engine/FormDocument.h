@@ -1,0 +1,113 @@
+#pragma once
+
+#include "engine/CsvFile.h"
+#include "engine/EngineError.h"
+#include "engine/EngineJob.h"
+#include "engine/Layout.h"
+#include "engine/TextCache.h"
+
+#include <QHash>
+#include <QImage>
+#include <QPageLayout>
+#include <QPainter>
+#include <QPicture>
+#include <memory>
+
+namespace qelprn::engine {
+
+// One print job: a layout filled from its data file, split into pages. Rows are grouped by the
+// layout's group key (a new page when the key changes), laid into the detail band's fixed slots,
+// and page numbers restart with every group. Only the plan (a few numbers per group) stays in
+// memory; the rows of a page are read back from the data file when the page is painted.
+//
+// paintPage() is the one painting path for the preview, the printer, PDF and PNG. It paints in
+// engine units (1/720 inch) from the paper's top-left corner; the caller scales the painter to its
+// device (identity for a 720 dpi PDF writer).
+class FormDocument
+{
+public:
+    static constexpr qreal kUnitsPerInch = 720;
+    static constexpr qreal kUnitsPerMm = kUnitsPerInch / 25.4;
+
+    FormDocument();
+    ~FormDocument();
+    FormDocument(const FormDocument&) = delete;
+    FormDocument& operator=(const FormDocument&) = delete;
+
+    // Reads the layout and the data of the job and plans the pages; false with a message on any
+    // problem (missing file, unknown column, malformed line, no data).
+    bool open(const EngineJob& job, EngineError* error);
+
+    QString title() const { return m_title; }
+    int pageCount() const { return m_pageCount; }
+    // The paper of every page (the layout's, or the command file's PrintPaper) at zero margins.
+    QPageLayout pageLayout() const;
+    QSizeF pageSizeUnits() const;
+    // Page numbers within the page's group: {page, pages}.
+    std::pair<int, int> groupPageNumber(int page) const;
+
+    // Paints page (0-based). False when the data file cannot be read back (it changed on disk).
+    bool paintPage(int page, QPainter& painter, EngineError* error = nullptr);
+
+private:
+    struct Group
+    {
+        qint64 offset = 0;   // byte offset of the group's first row
+        qint64 firstRow = 0; // its row index
+        qint64 rowCount = 0;
+        int firstPage = 0;
+        int pageCount = 0;
+        int startSlot = 0; // the detail slot of its first row
+    };
+    struct Context
+    {
+        const QStringList* row = nullptr;
+        const Group* group = nullptr;
+        int groupIndex = 0;
+        int page = 0; // 1-based within the group
+        int pages = 0;
+        int sheet = 0; // 1-based over the job
+    };
+
+    bool plan(const EngineJob& job, EngineError* error);
+    void recordBackdrop();
+    void recordItems(QPainter& painter, const QList<LayoutItem>& items, qreal top, QPicture* shapes,
+                     QList<const LayoutItem*>* texts, qreal textTop, QList<qreal>* textTops);
+    bool readRows(const Group& group, qint64 first, qint64 count, EngineError* error);
+    void drawShape(QPainter& painter, const LayoutItem& item, qreal top) const;
+    void drawItem(QPainter& painter, const LayoutItem& item, qreal top, const Context& context);
+    void drawImage(QPainter& painter, const LayoutItem& item, qreal top, const QString& path);
+    QString itemText(const LayoutItem& item, const Context& context) const;
+    bool visible(const LayoutItem& item, const Context& context) const;
+    QRectF toUnits(const QRectF& mm, qreal topMm) const;
+
+    // The recorded backdrop of a band: its frames and rules as a picture, its fixed texts as
+    // (item, top) pairs drawn from the text cache.
+    struct Recorded
+    {
+        QPicture shapes;
+        bool hasShapes = false;
+        QList<const LayoutItem*> texts;
+        QList<qreal> tops;
+    };
+    void replay(QPainter& painter, const Recorded& recorded, QPointF offset);
+
+    Layout m_layout;
+    CsvFile m_data;
+    QString m_title;
+    QList<Group> m_groups;
+    QList<double> m_sums; // per group, one value per sum column
+    int m_pageCount = 0;
+    QPageSize m_paper;
+    qreal m_scale = 1; // zoom and fitting to another paper
+    QPointF m_offset;  // PrintOffsetX/Y in units
+    std::unique_ptr<TextCache> m_text;
+    QList<Recorded> m_bandBackdrops; // one per layout band
+    Recorded m_detailBackdrop;       // fixed parts of one row slot
+    Recorded m_rowFrame;             // frame of one slot
+    Recorded m_allFrames;            // frames of every slot of a page
+    QList<QStringList> m_rows;       // the rows of the page being painted
+    QHash<QString, QImage> m_images; // loaded images by path (the seal); a null image = no file
+};
+
+} // namespace qelprn::engine
