@@ -1,0 +1,390 @@
+// The print-data CSV writers against golden bytes: every column of every file, the walk of the
+// all-sites invoice, and the failures a clerk can meet (a device that stops, a missing folder).
+#include "app/Cp932.h"
+#include "report/CsvLineWriter.h"
+#include "report/PrintDataCsv.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace qelprn;
+
+namespace {
+
+// Accepts limit bytes, then fails every write, like a disk that fills up.
+class FailingDevice : public QIODevice
+{
+public:
+    explicit FailingDevice(qint64 limit) : m_limit(limit) { open(QIODevice::WriteOnly); }
+    QByteArray written;
+
+protected:
+    qint64 readData(char*, qint64) override { return -1; }
+    qint64 writeData(const char* data, qint64 size) override
+    {
+        const qint64 room = m_limit - written.size();
+        if (room <= 0) {
+            setErrorString(u"no space left"_s);
+            return -1;
+        }
+        const qint64 n = qMin(room, size);
+        written.append(data, n);
+        return n;
+    }
+
+private:
+    qint64 m_limit;
+};
+
+QByteArray lines(const QStringList& text)
+{
+    return toCp932(text.join(u"\r\n"_s) + u"\r\n"_s);
+}
+
+const QString kSeikyuHeader =
+    u"\"枠線描画\",\"項番\",\"施術年月\",\"提出年月\",\"請求先施設ID\",\"請求先施設名\",\"請求先郵便番号\","
+    u"\"請求先住所1\",\"請求先住所2\",\"本社名\",\"本社郵便番号\",\"本社住所\",\"診療タイプ\",\"治療院名\","
+    u"\"治療院郵便番号\",\"治療院住所\",\"施術施設名\",\"施術施設人数\",\"施術施設合計\",\"施術施設負担額\","
+    u"\"備考\",\"社印保存先\""_s;
+
+SisetsuSeikyuRow line(qint16 type, const QString& sejutsu, qint16 ninzu, qint32 goukei, qint32 futan,
+                      const QString& name = {})
+{
+    SisetsuSeikyuRow r;
+    r.cSejutsuYM = u"2026/10/01"_s;
+    r.cTeisyutuDate = u"2026/11/05"_s;
+    r.cCorpName = u"ほほえみ在宅ケア"_s;
+    r.cCorpYubin = u"100-0001"_s;
+    r.cCorpAddress1 = u"東京都千代田区1-1"_s;
+    r.cTiryoinName = u"ほほえみ治療院"_s;
+    r.cTiryoinYubin = u"100-0002"_s;
+    r.cTiryoinAddress1 = u"東京都千代田区2-2"_s;
+    r.iSinryouType = type;
+    r.cSejutsuName = sejutsu;
+    r.iSejutsuNinzu = ninzu;
+    r.nSejutsuGoukei = goukei;
+    r.nSejutsuKanjaSeikyu = futan;
+    r.cRiyoushaName = name;
+    return r;
+}
+
+// The fixed middle of a line: corporation and clinic.
+const QString kCorp = u"\"ほほえみ在宅ケア\",\"100-0001\",\"東京都千代田区1-1\""_s;
+const QString kClinic = u"\"ほほえみ治療院\",\"100-0002\",\"東京都千代田区2-2\""_s;
+
+SisetsuSeikyuGroup group(qint32 id, const QString& name, QList<SisetsuSeikyuRow> meisai)
+{
+    SisetsuSeikyuGroup g;
+    g.nSeikyuID = id;
+    g.cSeikyuName = name;
+    g.cSeikyuYubin = u"150-0001"_s;
+    g.cSeikyuAddress1 = u"渋谷区1"_s;
+    g.cSeikyuAddress2 = u"2階"_s;
+    g.iMeisaiCnt = qint16(meisai.size());
+    g.aMeisai = std::move(meisai);
+    return g;
+}
+
+PrintJouken october()
+{
+    PrintJouken j;
+    j.sSeikyuYM = u"2026/10"_s;
+    j.nSeikyuYM = 202610;
+    j.sTeisyutuDate = u"2026/11/05"_s;
+    return j;
+}
+
+} // namespace
+
+class tst_PrintDataCsv : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shortestDecimals()
+    {
+        const QList<QPair<double, QByteArray>> cases = {
+            {1234.5, "1234.5"},    {1234.0, "1234"},   {-0.0, "0"},
+            {0.1, "0.1"},          {-12.25, "-12.25"}, {1e21, "1000000000000000000000"},
+            {0.000001, "0.000001"}};
+        for (const auto& [value, text] : cases) {
+            QByteArray out;
+            appendShortestDecimal(out, value);
+            QCOMPARE(out, text);
+        }
+    }
+
+    void facilityInvoiceKind1()
+    {
+        SisetsuSeikyuRow orphan = line(0, u"ひまわり荘"_s, 3, 120000, 12000);
+        orphan.nSeikyuID = -1; // no billing facility
+        SisetsuSeikyuRow facility = line(0, u"さくら館, 本館"_s, 2, 80000, 8000);
+        facility.nSeikyuID = 7;
+        facility.cSeikyuName = u"さくら会"_s;
+        facility.cSeikyuYubin = u"150-0001"_s;
+        facility.cSeikyuAddress1 = u"渋谷区1"_s;
+        facility.cSeikyuAddress2 = u"2階"_s;
+        facility.iGyoNo = 1;
+        facility.nRoomNo = 301; // never written
+        SisetsuSeikyuRow filler;
+        filler.nSeikyuID = 7;
+        filler.cSeikyuName = u"さくら会"_s;
+        filler.iSinryouType = -1;
+        filler.iGyoNo = 2;
+
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        QVERIFY(!writeSeikyuCsv(&buffer, {orphan, facility, filler}, u"C:\\app\\DATA\\\\corpseal.bmp"_s));
+        const QString seal = u"\"C:\\app\\DATA\\\\corpseal.bmp\""_s;
+        QCOMPARE(
+            buffer.data(),
+            lines(
+                {kSeikyuHeader,
+                 u"\"1\",0,\"2026/10/01\",\"2026/11/05\",-1,\"\",\"\",\"\",\"\","_s + kCorp + u",0,"_s +
+                     kClinic + u",\"ひまわり荘\",3,120000,12000,\"\","_s + seal,
+                 u"\"1\",1,\"2026/10/01\",\"2026/11/05\",7,\"さくら会\",\"150-0001\",\"渋谷区1\",\"2階\","_s +
+                     kCorp + u",0,"_s + kClinic + u",\"さくら館, 本館\",2,80000,8000,\"\","_s + seal,
+                 u"\"1\",2,\"\",\"\",7,\"さくら会\",\"\",\"\",\"\",\"\",\"\",\"\",-1,\"\",\"\",\"\",\"\",0,0,"
+                 u"0,"
+                 u"\"\","_s +
+                     seal}));
+        // The title bytes themselves: CP932, no byte-order mark.
+        QVERIFY(buffer.data().startsWith("\"\x98\x67\x90\xfc\x95\x60\x89\xe6\",\"\x8d\x80\x94\xd4\""));
+    }
+
+    void allSitesWalkKind6()
+    {
+        // a: facility and self-pay lines; b: facility lines only; c: self-pay lines only.
+        const QList<SisetsuSeikyuGroup> sisetsu = {
+            group(7, u"さくら会"_s,
+                  {line(0, u"さくら館"_s, 2, 80000, 8000), line(0, u"さくら別館"_s, 1, 40000, 4000)}),
+            group(9, u"みどり会"_s, {line(0, u"みどり苑"_s, 1, 30000, 3000)}),
+            SisetsuSeikyuGroup{}, // beyond the count: never written
+        };
+        const QList<SisetsuSeikyuGroup> jihi = {
+            group(11, u"ひかり会"_s, {line(1, u"ひかり(自費)"_s, 0, 0, 5000, u"山田 花子 様"_s)}),
+            group(7, u"さくら会"_s, {line(1, u"さくら館(自費)"_s, 0, 0, 2500, u"佐藤 一郎 様"_s)}),
+        };
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        QVERIFY(!writeSeikyuCsvAllDb(&buffer, {sisetsu, 2, jihi, 2}, QString()));
+
+        const QString sakura = u"7,\"さくら会\",\"150-0001\",\"渋谷区1\",\"2階\","_s;
+        const QString head = u"\"1\",%1,\"2026/10/01\",\"2026/11/05\","_s;
+        const QString filler = u"\"1\",%1,\"\",\"\",7,\"さくら会\""_s + QString(u",\"\""_s).repeated(16);
+        QCOMPARE(buffer.data(),
+                 lines({kSeikyuHeader,
+                        head.arg(1) + sakura + kCorp + u",0,"_s + kClinic +
+                            u",\"さくら館\",2,80000,8000,\"\",\"\""_s,
+                        head.arg(2) + sakura + kCorp + u",0,"_s + kClinic +
+                            u",\"さくら別館\",1,40000,4000,\"\",\"\""_s,
+                        filler.arg(3), filler.arg(4),
+                        head.arg(5) + sakura + kCorp + u",1,"_s + kClinic +
+                            u",\"さくら館(自費)\",0,0,2500,\"佐藤 一郎 様\",\"\""_s,
+                        head.arg(6) + u"9,\"みどり会\",\"150-0001\",\"渋谷区1\",\"2階\","_s + kCorp +
+                            u",0,"_s + kClinic + u",\"みどり苑\",1,30000,3000,\"\",\"\""_s,
+                        head.arg(7) + u"11,\"ひかり会\",\"150-0001\",\"渋谷区1\",\"2階\","_s + kCorp +
+                            u",1,"_s + kClinic + u",\"ひかり(自費)\",0,0,5000,\"山田 花子 様\",\"\""_s}));
+    }
+
+    void allSitesCounterOverflows()
+    {
+        // "項番" is 16 bits wide: line 32768 stops the writer with the overflow error, after the
+        // lines before it.
+        const QList<SisetsuSeikyuRow> half(16384, line(0, u"x"_s, 1, 1, 1));
+        FailingDevice device(1LL << 40);
+        const CsvResult result = writeSeikyuCsvAllDb(
+            &device, {{group(1, u"大"_s, half), group(2, u"小"_s, half)}, 2, {}, 0}, QString());
+        QVERIFY(result);
+        QCOMPARE(result->message(), u"(6)オーバーフローしました。"_s);
+        QCOMPARE(device.written.count("\r\n"), 32768); // header + 32767 lines
+    }
+
+    void copaymentListKinds2And3()
+    {
+        KanjaSeikyuRow a;
+        a.SISETSU_ID = 5;
+        a.SISETSU_NAME = u"さくら館"_s;
+        a.iPaymentType = 2;
+        a.RIYOUSHA_ID = 101;
+        a.RIYOUSHA_NAME = u"山田 花子"_s;
+        a.RIYOUSHA_ROOMNO = 201;
+        a.RIYOUSHA_FUTANWARIAI = 2;
+        a.総合計 = 40000;
+        a.患者請求額 = 4500;
+        a.自己負担額2 = 4000;
+        a.実費料金 = 500;
+        a.HOKEN_LABEL = u"後期"_s;
+        a.TIRYOIN_NAME = u"ほほえみ治療院"_s;
+        a.TIRYOIN_YUBIN = u"100-0002"_s;
+        a.TIRYOIN_ADDRESS1 = u"千代田区2-2"_s;
+        a.TIRYOIN_TELNO = u"03-1111-2222"_s;
+        a.TIRYOIN_FAXNO = u"03-1111-3333"_s;
+        a.TIRYOIN_BANKNAME = u"みずほ銀行"_s;
+        a.TIRYOIN_SHITENNAME = u"神田支店"_s;
+        a.TIRYOIN_KOUZATYPE = 1;
+        a.TIRYOIN_KOUZANO = u"1234567"_s;
+        a.TIRYOIN_KOUZAMEIGI = u"ﾎﾎｴﾐ"_s;
+        a.J_CNT = 6;
+        a.dFutan4Down = 1234.5; // rounded up to the yen
+        a.dFutan5Up = 800.0;    // whole amounts stay
+        a.施術日From = u"2026/10/01"_s;
+        a.施術日To = u"2026/10/31"_s;
+        KanjaSeikyuRow b = a; // same facility: line 2; self-pay only, so no insurance
+        b.RIYOUSHA_ID = 102;
+        b.総合計 = 0;
+        b.TIRYOIN_KOUZATYPE = 2; // ignored: the first row's type speaks for the file
+        b.dFutan4Down = 0.0;
+        b.dFutan5Up = 0.0;
+        KanjaSeikyuRow c = a; // next facility starts at 1 again
+        c.SISETSU_ID = 6;
+        c.SISETSU_NAME = u"みどり苑"_s;
+
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        QVERIFY(!writeKanjaCsv(&buffer, {a, b, c}, october(), u""_s));
+        const QString tail =
+            u",\"後期\",4000,500,\"100-0002\",\"千代田区2-2\",\"03-1111-2222\",\"03-1111-3333\","
+            u"\"みずほ銀行 神田支店\",\"普通預金\",\"1234567\",\"ﾎﾎｴﾐ\",2,\"\""_s;
+        const QString head = u"\"1\",%1,\"2026/10/01\",\"2026/11/05\",\"2026/10/01\",\"2026/10/31\","_s;
+        QCOMPARE(
+            buffer.data(),
+            lines(
+                {u"\"枠線描画\",\"項番\",\"施術年月\",\"提出年月\",\"施術日From\",\"施術日To\",\"施設ID\","
+                 u"\"施設名\",\"治療院名\",\"部屋番号\",\"利用者ID\",\"利用者名\",\"診療タイプ\","
+                 u"\"施術回数\","
+                 u"\"保険総合計\",\"利用者負担割合\",\"利用者請求額\",\"保険有無\",\"利用者請求額4回以下\","
+                 u"\"利用者請求額5回以上\",\"保険略名\",\"保険自己負担額\",\"自由診療額\",\"治療院郵便番号\","
+                 u"\"治療院住所\",\"治療院電話番号\",\"治療院FAX番号\",\"治療院金融機関\",\"治療院預金種別\","
+                 u"\"治療院口座番号\",\"治療院名義人\",\"施設支払方法\",\"社印保存先\""_s,
+                 head.arg(1) +
+                     u"5,\"さくら館\",\"ほほえみ治療院\",201,101,\"山田 花子\",0,6,40000,2,4500,1,1235,800"_s +
+                     tail,
+                 head.arg(2) +
+                     u"5,\"さくら館\",\"ほほえみ治療院\",201,102,\"山田 花子\",0,6,0,2,4500,0,0,0"_s + tail,
+                 head.arg(1) +
+                     u"6,\"みどり苑\",\"ほほえみ治療院\",201,101,\"山田 花子\",0,6,40000,2,4500,1,1235,800"_s +
+                     tail}));
+    }
+
+    void invoiceReceiptKinds4And5()
+    {
+        KenRyousyuuRow r;
+        r.nRiyoushaID = 101;
+        r.患者名 = u"山田 花子"_s;
+        r.保険種別 = 3;
+        r.負担割合 = 2;
+        r.施術回数 = 2;
+        r.施術日From = u"2026/10/01"_s;
+        r.施術日To = u"2026/10/31"_s;
+        r.days[0] = {u"2026/10/03"_s, 12345, 1234.5, 0};
+        r.days[1] = {u"2026/10/10"_s, 12340, 1234.0, 300};
+        r.保険内金額合計 = 24685;
+        r.一部負担金合計 = 2468.5;
+        r.自費金額合計 = 300;
+        r.備考_部位 = u"マッサージ5部位"_s;
+        r.備考_鍼灸 = u"はり治療、きゅう治療"_s;
+        r.備考_日別施術内容 = u"マッサージ5部位、温あんあり"_s;
+        r.請求元郵便番号 = u"100-0002"_s;
+        r.請求元住所 = u"千代田区2-2"_s;
+        r.請求元法人名 = u"ほほえみ在宅ケア"_s;
+        r.請求元屋号 = u"ほほえみ治療院"_s;
+        r.請求元電話番号 = u"03-1111-2222"_s;
+        r.請求元FAX番号 = u"03-1111-3333"_s;
+        r.保険略名 = u"後期"_s;
+
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        QVERIFY(!writeKenRyousyuuCsv(&buffer, {r}, october(), u"/app/corpseal.bmp"_s));
+        const QList<QByteArray> text = buffer.data().split('\n');
+        QCOMPARE(text.size(), 3); // header, one row, and the empty rest after the last CR LF
+
+        QStringList header = fromCp932(text.at(0).chopped(1)).split(u',');
+        QCOMPARE(header.size(), 70);
+        QCOMPARE(header.mid(0, 14),
+                 QStringList({u"\"枠線描画\""_s, u"\"施術年月\""_s, u"\"提出年月\""_s, u"\"施術日From\""_s,
+                              u"\"施術日To\""_s, u"\"利用者ID\""_s, u"\"利用者名\""_s, u"\"保険種別\""_s,
+                              u"\"負担割合\""_s, u"\"施術回数\""_s, u"\"施術日1\""_s, u"\"保険内金額1\""_s,
+                              u"\"一部負担金1\""_s, u"\"自費金額1\""_s}));
+        QCOMPARE(header.at(50), u"\"施術日11\""_s);
+        QCOMPARE(header.mid(53),
+                 QStringList({u"\"自費金額11\""_s, u"\"保険内金額合計\""_s, u"\"一部負担金合計\""_s,
+                              u"\"自費合計\""_s, u"\"備考_部位\""_s, u"\"備考_変形\""_s, u"\"備考_鍼灸\""_s,
+                              u"\"備考_往療\""_s, u"\"備考_日別施術内容\""_s, u"\"請求元〒\""_s,
+                              u"\"請求元住所\""_s, u"\"請求元社名\""_s, u"\"請求元屋号\""_s,
+                              u"\"請求元電話番号\""_s, u"\"請求元FAX番号\""_s, u"\"保険略名\""_s,
+                              u"\"社印保存先\""_s}));
+
+        QCOMPARE(
+            fromCp932(text.at(1)),
+            u"\"1\",\"2026/10/01\",\"2026/11/05\",\"2026/10/01\",\"2026/10/31\",101,\"山田 花子\",3,2,2,"
+            u"\"2026/10/03\",12345,1234.5,0,\"2026/10/10\",12340,1234,300,"_s +
+                QString(u"\"\",0,0,0,"_s).repeated(9) +
+                u"24685,2468.5,300,\"マッサージ5部位\",\"\",\"はり治療、きゅう治療\",\"\","
+                u"\"マッサージ5部位、温あんあり\",\"100-0002\",\"千代田区2-2\",\"ほほえみ在宅ケア\","
+                u"\"ほほえみ治療院\",\"03-1111-2222\",\"03-1111-3333\",\"後期\",\"/app/corpseal.bmp\"\r"_s);
+    }
+
+    void failuresKeepTheHeader()
+    {
+        // No rows: the header is written, then the writer stops with subscript out of range.
+        QBuffer empty;
+        empty.open(QIODevice::WriteOnly);
+        const CsvResult none = writeKanjaCsv(&empty, {}, october(), QString());
+        QVERIFY(none);
+        QCOMPARE(none->number, 9);
+        QVERIFY(none->message().startsWith(u"(9)インデックスが有効範囲にありません。"_s));
+        QCOMPARE(empty.data().count("\r\n"), 1);
+
+        // A device that fails inside the first data line keeps the whole header.
+        QBuffer reference;
+        reference.open(QIODevice::WriteOnly);
+        const QList<SisetsuSeikyuRow> rows = {line(0, u"さくら館"_s, 1, 1, 1)};
+        QVERIFY(!writeSeikyuCsv(&reference, rows, QString()));
+        const qsizetype headerBytes = reference.data().indexOf("\r\n") + 2;
+        FailingDevice device(headerBytes + 10);
+        const CsvResult stopped = writeSeikyuCsv(&device, rows, QString());
+        QVERIFY(stopped);
+        QCOMPARE(stopped->number, 57);
+        QVERIFY(stopped->message().startsWith(u"(57)デバイス I/O エラーです。"_s));
+        QCOMPARE(device.written, reference.data().left(headerBytes + 10));
+    }
+
+    void realFiles()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(u"施設請求データ.csv"_s);
+        {
+            QFile old(path);
+            QVERIFY(old.open(QIODevice::WriteOnly));
+            old.write(QByteArray(100000, 'x')); // an old, longer file is replaced, not overwritten
+        }
+        SisetsuSeikyuRow row = line(0, u"𠮷野家ホーム"_s, 1, 1, 1); // 𠮷 is outside CP932
+        QVERIFY(!writeSeikyuCsv(path, {row}, QString()));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray bytes = file.readAll();
+        QVERIFY(bytes.startsWith("\"\x98\x67")); // no byte-order mark
+        QVERIFY(bytes.endsWith("\"\"\r\n"));
+        QVERIFY(fromCp932(bytes).contains(u"\"?野家ホーム\""_s));
+        QCOMPARE(bytes.count("\r\n"), 2);
+
+        const CsvResult missing = writeSeikyuCsv(dir.filePath(u"TMP/施設請求データ.csv"_s), {row}, QString());
+        QVERIFY(missing);
+        QVERIFY2(missing->message().startsWith(u"(76)パスが見つかりません。\r\n"_s),
+                 qPrintable(missing->message()));
+        QVERIFY(missing->message().contains(u"TMP/施設請求データ.csv"_s));
+
+        QVERIFY(QDir(dir.path()).mkdir(u"busy.csv"_s)); // a folder where the file should be
+        const CsvResult blocked = writeSeikyuCsv(dir.filePath(u"busy.csv"_s), {row}, QString());
+        QVERIFY(blocked);
+        QCOMPARE(blocked->number, 75);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_PrintDataCsv)
+#include "tst_print_data_csv.moc"
