@@ -1,5 +1,6 @@
 #include "app/StartupCheck.h"
 
+#include "app/FileUtil.h"
 #include "app/Paths.h"
 #include "app/SysIni.h"
 
@@ -26,6 +27,9 @@ AppContext loadAppContext(Interaction& ui, const QString& appDir)
 {
     AppContext ctx;
     ctx.ui = &ui;
+    // As the suite does: the program folder becomes the current directory, so relative paths of
+    // the settings (an embedded database folder, say) are taken from it.
+    csChangeDir(appDir);
     ctx.csAppDir = appDir;
     const QString baseId = vGetSysIniValue(ctx, u"BASEID"_s, true);
     // Like the suite's Val(): a non-number part gives 0.

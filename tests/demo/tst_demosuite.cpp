@@ -4,6 +4,7 @@
 #include "demo/DemoProgramFolder.h"
 #include "support/TestInteraction.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -63,6 +64,7 @@ private slots:
         QString error;
         QVERIFY2(DemoProgramFolder(options).create(m_ui, &error), qPrintable(error));
         m_ctx.csAppDir = options.folder;
+        QDir::setCurrent(options.folder);
         m_ctx.iBaseKyotenCd = 1;
         m_ctx.iBaseKyotenEb = 1;
         m_ctx.ui = &m_ui;

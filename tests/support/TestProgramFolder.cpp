@@ -76,6 +76,9 @@ AppContext TestProgramFolder::context(Interaction& ui) const
 {
     AppContext ctx;
     ctx.csAppDir = path();
+    // Start-up makes the program folder the current directory; relative database folders
+    // ("sqlite:db") are taken from it.
+    QDir::setCurrent(path());
     ctx.iBaseKyotenCd = 1;
     ctx.iBaseKyotenEb = 1;
     // Rounding stays 0 / 0 as at start-up; the invoice queries set it themselves.

@@ -1,0 +1,161 @@
+#include "db/ConnectionPool.h"
+
+#include "db/ConnectionString.h"
+
+#include <QFileInfo>
+#include <QHash>
+#include <QList>
+#include <QMutex>
+#include <QMutexLocker>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QThread>
+#include <QUuid>
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn {
+
+namespace {
+
+constexpr int kMaxIdlePerKey = 4;
+constexpr int kBusyTimeoutMs = 5000;
+
+QString poolKey(const QString& connectionString)
+{
+    return QString::number(reinterpret_cast<quintptr>(QThread::currentThreadId())) + u'|' + connectionString;
+}
+
+void dropConnection(const QString& name)
+{
+    {
+        QSqlDatabase db = QSqlDatabase::database(name, false);
+        if (db.isValid())
+            db.close();
+    }
+    QSqlDatabase::removeDatabase(name);
+}
+
+} // namespace
+
+struct ConnectionPool::Impl
+{
+    mutable QMutex mutex;
+    QHash<QString, QList<QString>> idle;
+};
+
+ConnectionPool::ConnectionPool() : d(std::make_unique<Impl>())
+{
+    // Qt's connection registry must outlive the pool: touching it here constructs it first, so it
+    // is destroyed after the pool at exit.
+    (void)QSqlDatabase::connectionNames();
+}
+
+ConnectionPool::~ConnectionPool()
+{
+    clear();
+}
+
+ConnectionPool& ConnectionPool::instance()
+{
+    static ConnectionPool pool;
+    return pool;
+}
+
+QString ConnectionPool::acquire(const QString& connectionString, QString* error)
+{
+    const QString key = poolKey(connectionString);
+    {
+        QMutexLocker lock(&d->mutex);
+        QList<QString>& names = d->idle[key];
+        while (!names.isEmpty()) {
+            const QString name = names.takeLast();
+            if (QSqlDatabase::database(name, false).isOpen())
+                return name;
+            dropConnection(name);
+        }
+    }
+
+    const ConnectionString cs = ConnectionString::parse(connectionString);
+    const QString name = u"qelprn-"_s + QUuid::createUuid().toString(QUuid::WithoutBraces);
+    bool opened = false;
+    {
+        QSqlDatabase db;
+        if (cs.backend() == ConnectionString::Backend::Sqlite) {
+            db = QSqlDatabase::addDatabase(u"QSQLITE"_s, name);
+            db.setDatabaseName(cs.sqliteFile());
+            db.setConnectOptions(u"QSQLITE_BUSY_TIMEOUT="_s + QString::number(kBusyTimeoutMs));
+        } else {
+            db = QSqlDatabase::addDatabase(u"QODBC"_s, name);
+            db.setDatabaseName(cs.odbcConnectString());
+            db.setConnectOptions(u"SQL_ATTR_LOGIN_TIMEOUT=15;SQL_ATTR_CONNECTION_TIMEOUT=15"_s);
+        }
+        if (!db.isValid()) {
+            if (error)
+                *error = u"The database driver is not available: "_s + db.driverName();
+        } else if (cs.backend() == ConnectionString::Backend::Sqlite && !QFileInfo::exists(cs.sqliteFile())) {
+            // SQLite would create an empty file; the suite's database must already be there.
+            if (error)
+                *error = cs.sqliteFile() + u": the database file does not exist"_s;
+        } else if (!db.open()) {
+            if (error) {
+                QString reason = db.lastError().text();
+                if (cs.backend() == ConnectionString::Backend::Sqlite)
+                    reason = cs.sqliteFile() + u": "_s + reason;
+                *error = reason;
+            }
+        } else {
+            opened = true;
+            if (cs.speaksSqlite()) {
+                QSqlQuery pragma(db);
+                pragma.exec(u"PRAGMA busy_timeout = "_s + QString::number(kBusyTimeoutMs));
+            }
+        }
+    }
+    if (!opened) {
+        dropConnection(name);
+        return QString();
+    }
+    return name;
+}
+
+void ConnectionPool::release(const QString& connectionString, const QString& connectionName, bool healthy)
+{
+    if (connectionName.isEmpty())
+        return;
+    if (healthy) {
+        QSqlDatabase db = QSqlDatabase::database(connectionName, false);
+        healthy = db.isOpen();
+    }
+    if (healthy) {
+        QMutexLocker lock(&d->mutex);
+        QList<QString>& names = d->idle[poolKey(connectionString)];
+        if (names.size() < kMaxIdlePerKey) {
+            names.append(connectionName);
+            return;
+        }
+    }
+    dropConnection(connectionName);
+}
+
+void ConnectionPool::clear()
+{
+    QHash<QString, QList<QString>> idle;
+    {
+        QMutexLocker lock(&d->mutex);
+        idle.swap(d->idle);
+    }
+    for (const QList<QString>& names : std::as_const(idle)) {
+        for (const QString& name : names)
+            dropConnection(name);
+    }
+}
+
+int ConnectionPool::idleCount(const QString& connectionString) const
+{
+    QMutexLocker lock(&d->mutex);
+    return int(d->idle.value(poolKey(connectionString)).size());
+}
+
+} // namespace qelprn

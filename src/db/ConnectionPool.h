@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+
+namespace qelprn {
+
+// Open database connections kept per connection string (and per thread, as Qt requires), so that
+// the open-run-close pattern of every query costs a look-up instead of a new session. A connection
+// that failed to open, or that was handed back as broken, is dropped rather than reused.
+class ConnectionPool
+{
+public:
+    static ConnectionPool& instance();
+
+    // The Qt connection name of an open connection for connectionString; "" with *error set when
+    // it cannot be opened.
+    QString acquire(const QString& connectionString, QString* error);
+    // Hands a connection back: kept for reuse when healthy, closed and removed otherwise.
+    void release(const QString& connectionString, const QString& connectionName, bool healthy);
+    // Closes every idle connection (tests; the end of the program).
+    void clear();
+
+    int idleCount(const QString& connectionString) const;
+
+    ~ConnectionPool();
+    ConnectionPool(const ConnectionPool&) = delete;
+    ConnectionPool& operator=(const ConnectionPool&) = delete;
+
+private:
+    ConnectionPool();
+    struct Impl;
+    std::unique_ptr<Impl> d;
+};
+
+} // namespace qelprn

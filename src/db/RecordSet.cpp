@@ -1,0 +1,116 @@
+#include "db/RecordSet.h"
+
+#include "db/RecordSetImpl.h"
+
+#include <QSqlError>
+#include <QSqlRecord>
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn {
+
+QString RecordSet::Impl::foldName(const QString& name)
+{
+    // Width- and case-insensitive, as the server matches names: full-width "ｃByoumei" is cByoumei.
+    return name.normalized(QString::NormalizationForm_KC).toCaseFolded();
+}
+
+void RecordSet::Impl::attach(QSqlQuery&& q)
+{
+    query = std::move(q);
+    open = true;
+    error.clear();
+    names.clear();
+    const QSqlRecord rec = query.record();
+    for (int i = 0; i < rec.count(); ++i) {
+        const QString key = foldName(rec.fieldName(i));
+        if (!names.contains(key))
+            names.insert(key, i);
+    }
+    step();
+}
+
+void RecordSet::Impl::step()
+{
+    eof = !query.next();
+    if (eof && query.lastError().isValid())
+        error = query.lastError().text();
+}
+
+RecordSet::RecordSet() : d(std::make_unique<Impl>()) {}
+RecordSet::~RecordSet() = default;
+RecordSet::RecordSet(RecordSet&&) noexcept = default;
+RecordSet& RecordSet::operator=(RecordSet&&) noexcept = default;
+
+bool RecordSet::isOpen() const
+{
+    return d && d->open;
+}
+
+bool RecordSet::isEOF() const
+{
+    return !isOpen() || d->eof;
+}
+
+void RecordSet::moveNext()
+{
+    if (isOpen() && !d->eof)
+        d->step();
+}
+
+QVariant RecordSet::field(const QString& name) const
+{
+    if (isEOF())
+        return QVariant();
+    const auto it = d->names.constFind(Impl::foldName(name));
+    if (it == d->names.constEnd()) {
+        d->error = u"Item cannot be found in the collection corresponding to the requested name: "_s + name;
+        return QVariant();
+    }
+    return d->query.value(it.value());
+}
+
+QVariant RecordSet::field(int index) const
+{
+    if (isEOF() || index < 0 || index >= fieldCount())
+        return QVariant();
+    return d->query.value(index);
+}
+
+int RecordSet::fieldCount() const
+{
+    return isOpen() ? d->query.record().count() : 0;
+}
+
+QString RecordSet::fieldName(int index) const
+{
+    return isOpen() ? d->query.record().fieldName(index) : QString();
+}
+
+bool RecordSet::hasField(const QString& name) const
+{
+    return isOpen() && d->names.contains(Impl::foldName(name));
+}
+
+bool RecordSet::hasError() const
+{
+    return d && !d->error.isEmpty();
+}
+
+QString RecordSet::errorText() const
+{
+    return d ? d->error : QString();
+}
+
+void RecordSet::close()
+{
+    if (!d)
+        return;
+    d->query.finish();
+    d->query = QSqlQuery();
+    d->open = false;
+    d->eof = true;
+    d->names.clear();
+}
+
+} // namespace qelprn

@@ -1,0 +1,424 @@
+#include "db/TsqlTranslator.h"
+
+#include <QHash>
+#include <QList>
+#include <QMutex>
+#include <QMutexLocker>
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn {
+
+namespace {
+
+enum class Kind { Space, Word, Literal, QuotedName, Number, Punct, Comment };
+
+struct Token
+{
+    Kind kind;
+    QString text;
+};
+
+using Tokens = QList<Token>;
+
+bool isWordChar(QChar c)
+{
+    return c.isLetterOrNumber() || c == u'_' || c == u'@' || c == u'#' || c == u'$' || c.unicode() > 0x7f;
+}
+
+Tokens tokenize(const QString& s)
+{
+    Tokens out;
+    const qsizetype n = s.size();
+    qsizetype i = 0;
+    while (i < n) {
+        const QChar c = s.at(i);
+        qsizetype j = i + 1;
+        Kind kind = Kind::Punct;
+        if (c.isSpace()) {
+            while (j < n && s.at(j).isSpace())
+                ++j;
+            kind = Kind::Space;
+        } else if (c == u'\'' || ((c == u'N' || c == u'n') && i + 1 < n && s.at(i + 1) == u'\'')) {
+            // A string literal; '' inside stays part of it. N'..' loses its prefix.
+            if (c != u'\'')
+                ++i;
+            j = i + 1;
+            while (j < n) {
+                if (s.at(j) == u'\'') {
+                    if (j + 1 < n && s.at(j + 1) == u'\'') {
+                        j += 2;
+                        continue;
+                    }
+                    ++j;
+                    break;
+                }
+                ++j;
+            }
+            kind = Kind::Literal;
+        } else if (c == u'"' || c == u'[') {
+            const QChar close = c == u'"' ? u'"' : u']';
+            while (j < n && s.at(j) != close)
+                ++j;
+            if (j < n)
+                ++j;
+            kind = Kind::QuotedName;
+        } else if (c == u'-' && i + 1 < n && s.at(i + 1) == u'-') {
+            while (j < n && s.at(j) != u'\n')
+                ++j;
+            kind = Kind::Comment;
+        } else if (c == u'/' && i + 1 < n && s.at(i + 1) == u'*') {
+            const qsizetype end = s.indexOf(u"*/"_s, i + 2);
+            j = end < 0 ? n : end + 2;
+            kind = Kind::Comment;
+        } else if (c.isDigit()) {
+            while (j < n && (s.at(j).isDigit() || s.at(j) == u'.'))
+                ++j;
+            kind = Kind::Number;
+        } else if (isWordChar(c)) {
+            while (j < n && isWordChar(s.at(j)))
+                ++j;
+            kind = Kind::Word;
+        } else {
+            // Two-character operators stay one token so that "<>" or ">=" is never split.
+            if (i + 1 < n) {
+                const QChar d = s.at(i + 1);
+                if ((c == u'<' && (d == u'>' || d == u'=')) || (c == u'>' && d == u'=') ||
+                    (c == u'!' && d == u'=') || (c == u'|' && d == u'|'))
+                    j = i + 2;
+            }
+        }
+        Token t{kind, s.mid(i, j - i)};
+        if (kind == Kind::QuotedName && t.text.startsWith(u'['))
+            t.text = u'"' + t.text.mid(1, t.text.size() - 2) + u'"';
+        out.append(std::move(t));
+        i = j;
+    }
+    return out;
+}
+
+QString join(const Tokens& tokens, qsizetype from = 0, qsizetype to = -1)
+{
+    if (to < 0)
+        to = tokens.size();
+    QString s;
+    for (qsizetype i = from; i < to; ++i)
+        s += tokens.at(i).text;
+    return s;
+}
+
+bool isWord(const Token& t, QStringView word)
+{
+    return t.kind == Kind::Word && t.text.compare(word, Qt::CaseInsensitive) == 0;
+}
+
+bool isPunct(const Token& t, QStringView p)
+{
+    return t.kind == Kind::Punct && t.text == p;
+}
+
+bool significant(const Token& t)
+{
+    return t.kind != Kind::Space && t.kind != Kind::Comment;
+}
+
+qsizetype nextSignificant(const Tokens& t, qsizetype i)
+{
+    for (++i; i < t.size(); ++i) {
+        if (significant(t.at(i)))
+            return i;
+    }
+    return -1;
+}
+
+qsizetype prevSignificant(const Tokens& t, qsizetype i)
+{
+    for (--i; i >= 0; --i) {
+        if (significant(t.at(i)))
+            return i;
+    }
+    return -1;
+}
+
+// Index of the ')' matching the '(' at open, or -1.
+qsizetype matchingClose(const Tokens& t, qsizetype open)
+{
+    int depth = 0;
+    for (qsizetype i = open; i < t.size(); ++i) {
+        if (isPunct(t.at(i), u"("))
+            ++depth;
+        else if (isPunct(t.at(i), u")") && --depth == 0)
+            return i;
+    }
+    return -1;
+}
+
+qsizetype matchingOpen(const Tokens& t, qsizetype close)
+{
+    int depth = 0;
+    for (qsizetype i = close; i >= 0; --i) {
+        if (isPunct(t.at(i), u")"))
+            ++depth;
+        else if (isPunct(t.at(i), u"(") && --depth == 0)
+            return i;
+    }
+    return -1;
+}
+
+const QStringList& textFunctions()
+{
+    static const QStringList names = {u"SUBSTRING"_s, u"SUBSTR"_s, u"LEFT"_s,  u"RIGHT"_s, u"CONVERT"_s,
+                                      u"LTRIM"_s,     u"RTRIM"_s,  u"UPPER"_s, u"LOWER"_s, u"REPLACE"_s};
+    return names;
+}
+
+bool isTextFunctionAt(const Tokens& t, qsizetype i)
+{
+    if (i < 0 || t.at(i).kind != Kind::Word || !textFunctions().contains(t.at(i).text.toUpper()))
+        return false;
+    const qsizetype open = nextSignificant(t, i);
+    return open >= 0 && isPunct(t.at(open), u"(");
+}
+
+// '+' with a text operand on either side joins texts: SQLite spells that '||'.
+void translateConcatenation(Tokens& t)
+{
+    for (qsizetype i = 0; i < t.size(); ++i) {
+        if (!isPunct(t.at(i), u"+"))
+            continue;
+        const qsizetype l = prevSignificant(t, i);
+        const qsizetype r = nextSignificant(t, i);
+        bool text = false;
+        if (l >= 0) {
+            if (t.at(l).kind == Kind::Literal)
+                text = true;
+            else if (isPunct(t.at(l), u")"))
+                text = isTextFunctionAt(t, prevSignificant(t, matchingOpen(t, l)));
+        }
+        if (!text && r >= 0)
+            text = t.at(r).kind == Kind::Literal || isTextFunctionAt(t, r);
+        if (text)
+            t[i].text = u"||"_s;
+    }
+}
+
+// SELECT [DISTINCT] TOP n ... becomes SELECT [DISTINCT] ... LIMIT n at the end of that SELECT.
+void translateTop(Tokens& t)
+{
+    for (qsizetype i = 0; i < t.size(); ++i) {
+        if (!isWord(t.at(i), u"SELECT"))
+            continue;
+        qsizetype k = nextSignificant(t, i);
+        if (k >= 0 && isWord(t.at(k), u"DISTINCT"))
+            k = nextSignificant(t, k);
+        if (k < 0 || !isWord(t.at(k), u"TOP"))
+            continue;
+        const qsizetype num = nextSignificant(t, k);
+        if (num < 0 || t.at(num).kind != Kind::Number)
+            continue;
+        const QString count = t.at(num).text;
+        const qsizetype last = num + 1 < t.size() && t.at(num + 1).kind == Kind::Space ? num + 1 : num;
+        t.remove(k, last - k + 1);
+        int depth = 0;
+        qsizetype end = k;
+        for (; end < t.size(); ++end) {
+            if (isPunct(t.at(end), u"("))
+                ++depth;
+            else if (isPunct(t.at(end), u")") && --depth < 0)
+                break;
+            else if (depth == 0 && isPunct(t.at(end), u";"))
+                break;
+        }
+        t.insert(end, Token{Kind::Word, u" LIMIT "_s + count + u' '});
+    }
+}
+
+struct Call
+{
+    qsizetype name;
+    qsizetype open;
+    qsizetype close;
+    QList<Tokens> args;
+};
+
+Tokens translateRange(const Tokens& t, qsizetype from, qsizetype to);
+
+QString text(const Tokens& tokens)
+{
+    return join(tokens).trimmed();
+}
+
+// Rewrites a recognised function call; false leaves it as it is.
+bool rewriteCall(const QString& name, const QList<Tokens>& args, QString& out)
+{
+    const QString upper = name.toUpper();
+    if (upper == u"ISNULL"_s && args.size() == 2) {
+        out = u"IFNULL("_s + join(args[0]) + u',' + join(args[1]) + u')';
+    } else if (upper == u"SUBSTRING"_s) {
+        QStringList parts;
+        for (const Tokens& a : args)
+            parts.append(join(a));
+        out = u"SUBSTR("_s + parts.join(u',') + u')';
+    } else if (upper == u"LEFT"_s && args.size() == 2) {
+        out = u"SUBSTR("_s + join(args[0]) + u",1,"_s + join(args[1]) + u')';
+    } else if (upper == u"RIGHT"_s && args.size() == 2) {
+        out = u"SUBSTR("_s + join(args[0]) + u",-("_s + text(args[1]) + u"))"_s;
+    } else if (upper == u"LEN"_s && args.size() == 1) {
+        out = u"LENGTH("_s + join(args[0]) + u')';
+    } else if (upper == u"GETDATE"_s && args.size() == 1 && text(args[0]).isEmpty()) {
+        out = u"strftime('%Y/%m/%d %H:%M:%S','now','localtime')"_s;
+    } else if (upper == u"CONVERT"_s && args.size() >= 2) {
+        out = u"CAST("_s + text(args[1]) + u" AS TEXT)"_s;
+    } else {
+        return false;
+    }
+    return true;
+}
+
+// Translates tokens [from, to): function calls are rewritten with their arguments translated first.
+Tokens translateRange(const Tokens& t, qsizetype from, qsizetype to)
+{
+    Tokens out;
+    for (qsizetype i = from; i < to; ++i) {
+        const Token& tok = t.at(i);
+        if (tok.kind == Kind::Word) {
+            const qsizetype open = nextSignificant(t, i);
+            if (open >= 0 && open < to && isPunct(t.at(open), u"(")) {
+                const qsizetype close = matchingClose(t, open);
+                if (close >= 0 && close < to) {
+                    QList<Tokens> args;
+                    qsizetype start = open + 1;
+                    int depth = 0;
+                    for (qsizetype k = open + 1; k <= close; ++k) {
+                        if (isPunct(t.at(k), u"("))
+                            ++depth;
+                        else if (isPunct(t.at(k), u")") && depth > 0)
+                            --depth;
+                        else if ((depth == 0 && isPunct(t.at(k), u",")) || k == close) {
+                            args.append(translateRange(t, start, k));
+                            start = k + 1;
+                        }
+                    }
+                    QString rewritten;
+                    if (rewriteCall(tok.text, args, rewritten)) {
+                        out.append(Token{Kind::Word, rewritten});
+                        i = close;
+                        continue;
+                    }
+                }
+            }
+        }
+        out.append(tok);
+    }
+    return out;
+}
+
+// UPDATE t SET a = x, t.b = y FROM t JOIN u ON ... WHERE ... becomes
+// UPDATE t SET a = x, b = y WHERE rowid IN (SELECT t.rowid FROM t JOIN u ON ... WHERE ...).
+Tokens translateUpdateFrom(const Tokens& t)
+{
+    const qsizetype upd = nextSignificant(t, -1);
+    if (upd < 0 || !isWord(t.at(upd), u"UPDATE"))
+        return t;
+    const qsizetype target = nextSignificant(t, upd);
+    if (target < 0)
+        return t;
+    const QString table = t.at(target).text;
+    const qsizetype set = nextSignificant(t, target);
+    if (set < 0 || !isWord(t.at(set), u"SET"))
+        return t;
+    qsizetype from = -1;
+    int depth = 0;
+    for (qsizetype i = set + 1; i < t.size(); ++i) {
+        if (isPunct(t.at(i), u"("))
+            ++depth;
+        else if (isPunct(t.at(i), u")"))
+            --depth;
+        else if (depth == 0 && isWord(t.at(i), u"FROM")) {
+            from = i;
+            break;
+        } else if (depth == 0 && isWord(t.at(i), u"WHERE")) {
+            return t;
+        }
+    }
+    if (from < 0)
+        return t;
+    Tokens out = t.mid(0, set + 1);
+    // The assignments, without the qualifier on their targets.
+    bool atTarget = true;
+    depth = 0;
+    for (qsizetype i = set + 1; i < from; ++i) {
+        const Token& tok = t.at(i);
+        if (isPunct(tok, u"("))
+            ++depth;
+        else if (isPunct(tok, u")"))
+            --depth;
+        if (atTarget && tok.kind == Kind::Word && tok.text.compare(table, Qt::CaseInsensitive) == 0) {
+            const qsizetype dot = nextSignificant(t, i);
+            if (dot >= 0 && dot < from && isPunct(t.at(dot), u".")) {
+                i = dot;
+                continue;
+            }
+        }
+        if (significant(tok) && !isPunct(tok, u","))
+            atTarget = false;
+        if (depth == 0 && isPunct(tok, u","))
+            atTarget = true;
+        out.append(tok);
+    }
+    out.append(Token{Kind::Word, u" WHERE rowid IN (SELECT "_s + table + u".rowid "_s});
+    out.append(t.mid(from));
+    out.append(Token{Kind::Punct, u")"_s});
+    return out;
+}
+
+// Most statements of a run (the per-patient look-ups) hold nothing to translate: a plain scan
+// spares them the tokenizer.
+bool mayNeedTranslation(const QString& tsql)
+{
+    if (tsql.contains(u'+') || tsql.contains(u'[') || tsql.contains(u"N'"_s))
+        return true;
+    static const QStringList words = {u"ISNULL"_s,  u"LEFT"_s,    u"RIGHT"_s, u"LEN"_s,   u"SUBSTRING"_s,
+                                      u"GETDATE"_s, u"CONVERT"_s, u"TOP"_s,   u"UPDATE"_s};
+    for (const QString& w : words) {
+        if (tsql.contains(w, Qt::CaseInsensitive))
+            return true;
+    }
+    return false;
+}
+
+QString translate(const QString& tsql)
+{
+    if (!mayNeedTranslation(tsql))
+        return tsql;
+    Tokens tokens = tokenize(tsql);
+    translateConcatenation(tokens);
+    translateTop(tokens);
+    tokens = translateRange(tokens, 0, tokens.size());
+    // Re-tokenise so the UPDATE rewrite sees plain tokens again.
+    tokens = translateUpdateFrom(tokenize(join(tokens)));
+    return join(tokens);
+}
+
+} // namespace
+
+QString translateTsqlToSqlite(const QString& tsql)
+{
+    static QMutex mutex;
+    static QHash<QString, QString> cache;
+    constexpr qsizetype kCacheLimit = 4096;
+    {
+        QMutexLocker lock(&mutex);
+        const auto it = cache.constFind(tsql);
+        if (it != cache.constEnd())
+            return it.value();
+    }
+    QString sqlite = translate(tsql);
+    QMutexLocker lock(&mutex);
+    if (cache.size() >= kCacheLimit)
+        cache.clear();
+    cache.insert(tsql, sqlite);
+    return sqlite;
+}
+
+} // namespace qelprn
