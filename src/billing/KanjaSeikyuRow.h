@@ -15,7 +15,8 @@ struct KanjaSeikyuRow
     qint32 RIYOUSHA_ID = 0;
     QString RIYOUSHA_NAME;
     qint32 RIYOUSHA_ROOMNO = 0;
-    qint16 RIYOUSHA_FUTANWARIAI = 0;
+    qint16 RIYOUSHA_FUTANWARIAI = 0; // burden code: iFutanritsu, else iKaigoLevel
+    qint32 施術回数 = 0;             // 月間実績.施術回数
     qint32 総合計 = 0;
     qint32 患者請求額 = 0;
     qint32 自己負担額2 = 0;
@@ -31,9 +32,9 @@ struct KanjaSeikyuRow
     qint16 TIRYOIN_KOUZATYPE = 0;
     QString TIRYOIN_KOUZANO;
     QString TIRYOIN_KOUZAMEIGI;
-    QString TEISYUTU_DATE;
-    QString SEIKYU_YM;
-    qint32 J_CNT = 0;         // treatment days of the month
+    QString TEISYUTU_DATE;    // issue date "yyyy/mm/dd"
+    QString SEIKYU_YM;        // billing month "yyyy/mm/01"
+    qint32 J_CNT = 0;         // treatment records of the month (JISSEKI); -1 when counting failed
     double dFutan4Down = 0.0; // share of visits 1 to 4, unrounded
     double dFutan5Up = 0.0;   // share of visits 5 and later, unrounded
     QString 施術日From;       // first day of the billing month "yyyy/mm/dd"

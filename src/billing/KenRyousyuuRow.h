@@ -21,6 +21,8 @@ struct KenRyousyuuRow
 {
     static constexpr int kDaySlots = 11;
 
+    QString 施術年月; // billing month "yyyy/mm/01"
+    QString 提出年月; // issue date "yyyy/mm/dd"
     qint32 nRiyoushaID = 0;
     QString 患者名;
     std::array<KenRyousyuuDay, kDaySlots> days;
@@ -39,9 +41,9 @@ struct KenRyousyuuRow
     QString 請求元電話番号;
     QString 請求元FAX番号;
     QString 保険略名;
-    qint16 保険種別 = 0;
-    qint16 負担割合 = 0;
-    qint32 施術回数 = 0;
+    qint16 保険種別 = 0; // RIYOUSHA.iHoken
+    qint16 負担割合 = 0; // burden code: iFutanritsu, else iKaigoLevel
+    qint32 施術回数 = 0; // the patient's days in the month, on every row of the patient
     QString 施術日From;
     QString 施術日To;
 };

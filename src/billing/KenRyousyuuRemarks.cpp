@@ -1,0 +1,48 @@
+#include "billing/KenRyousyuuRemarks.h"
+
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn {
+
+QString csBuiRemark(int partCount)
+{
+    if (partCount <= 0)
+        return QString();
+    if (partCount >= 5)
+        return u"マッサージ"_s + u"5部位"_s;
+    return u"マッサージ"_s + QString::number(partCount) + u"部位"_s;
+}
+
+QString csHenkeRemark(bool henke)
+{
+    return henke ? u"徒手矯正"_s : QString();
+}
+
+QString csSinkyuRemark(bool hari, bool kyu, bool denki)
+{
+    QString kind;
+    if (hari && kyu)
+        kind = u"はりきゅう"_s;
+    else if (hari)
+        kind = u"はり"_s;
+    else if (kyu)
+        kind = u"きゅう"_s;
+    else
+        return QString();
+    return kind + (denki ? u"電気治療"_s : u"治療"_s);
+}
+
+QString csDayContentRemark(int partCount, bool onan, bool denki)
+{
+    QStringList words;
+    const QString parts = csBuiRemark(partCount);
+    if (!parts.isEmpty())
+        words.append(parts);
+    words.append(onan ? u"温あんあり"_s : u"温あんなし"_s);
+    words.append(denki ? u"電気あり"_s : u"電気なし"_s);
+    return words.join(u"、"_s);
+}
+
+} // namespace qelprn
