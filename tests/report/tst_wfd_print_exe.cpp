@@ -1,0 +1,161 @@
+// The engine bridge: "WfdCom.dat" byte for byte with every optional line on and off, finding the
+// engine program, starting it detached with "/c" and the command file, and the PDF hand-off.
+#include "app/Cp932.h"
+#include "report/cls_WfdPrintExe.h"
+#include "support/TestInteraction.h"
+#include "support/TestProgramFolder.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace qelprn;
+
+namespace {
+
+const QString kTovara =
+    u"[SYSTEM]\nSYSTEM_SYS=\\SYS\nSYSTEM_TMP=\\TMP\nSYSTEM_ICON=\\ICON\nSYSTEM_DATA=\\DATA\n"
+    u"BASEID=0101\n"_s;
+
+// A stand-in engine: a shell script that records its arguments and the command file it was given.
+void writeScript(const QString& path, const QString& body)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("#!/bin/sh\n" + body.toUtf8() + "\n");
+    file.close();
+    QVERIFY(file.setPermissions(file.permissions() | QFileDevice::ExeOwner));
+}
+
+QByteArray readAll(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+class tst_WfdPrintExe : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void commandFileLines()
+    {
+        test::TestProgramFolder folder;
+        test::TestInteraction ui;
+        const AppContext ctx = folder.context(ui);
+        const QString sys = folder.path() + u"\\SYS\\"_s;
+        const QString tmp = folder.path() + u"\\TMP\\"_s;
+
+        cls_WfdPrintExe wfd(ctx);
+        QCOMPARE(wfd.iInit(sys + u"施設別請求書.wfd"_s, u"施設請求書印刷"_s), 0);
+        QCOMPARE(wfd.iSetDataText(1, u"施設請求データ"_s, u"施設請求データ.csv"_s), 0);
+        QCOMPARE(wfd.iSetDataTextNoTitle(3, u"明細"_s, u"明細.csv"_s), 0);
+        QCOMPARE(wfd.iSetOffset(-12, 30), 0);
+        QCOMPARE(wfd.iSetPrintZoom(95), 0);
+        QCOMPARE(wfd.iSetRepeatStart(0), 0); // set, even to 0
+        QCOMPARE(wfd.iSetItemValue(u"見出し.表題"_s, u"請求書"_s), 0);
+        QCOMPARE(wfd.iSetItemValue(u"備考"_s, u""_s), 0);
+        QCOMPARE(wfd.commandFileBytes(cls_WfdPrintExe::Action::PrintFromDialog, true),
+                 toCp932(u"FileName,\""_s + sys +
+                         u"施設別請求書.wfd\"\r\n"
+                         u"Title,\"施設請求書印刷\"\r\n"
+                         u"SetDataText,\"施設請求データ\",\""_s +
+                         tmp +
+                         u"施設請求データ.csv\"\r\n"
+                         u"SetDataText,\"明細\",\""_s +
+                         tmp +
+                         u"明細.csv\",,,1\r\n"
+                         u"PrintOffsetX, -12\r\n"
+                         u"PrintOffsetY, 30\r\n"
+                         u"PrintZoom, 95\r\n"
+                         u"SectionRepeatStart, 0\r\n"
+                         u"PrintPaper, A4\r\n"
+                         u"SetItemValue,\"見出し.表題\",\"請求書\"\r\n"
+                         u"SetItemValue,\"備考\",\"\"\r\n"
+                         u"PrintOutFromDialog\r\n"_s));
+
+        // iInit resets everything: no title, no optional lines, the action last.
+        QCOMPARE(wfd.iInit(sys + u"x.wfd"_s, QString()), 0);
+        QCOMPARE(wfd.iSetDataText(2, QString(), u"skipped.csv"_s), 0); // no data name: skipped
+        QCOMPARE(wfd.iSetOffset(0, 0), 0);
+        QCOMPARE(wfd.commandFileBytes(cls_WfdPrintExe::Action::Preview, false),
+                 toCp932(u"FileName,\""_s + sys + u"x.wfd\"\r\nShowWindow,2\r\n"_s));
+        QCOMPARE(wfd.commandFileBytes(cls_WfdPrintExe::Action::Print, false),
+                 toCp932(u"FileName,\""_s + sys + u"x.wfd\"\r\nPrintOut\r\n"_s));
+
+        QVERIFY(wfd.iSetDataText(6, u"x"_s, u"x.csv"_s) != 0);
+        QVERIFY(wfd.sErrMsg.contains(u"6"_s));
+        QVERIFY(ui.messages.isEmpty()); // the bridge never shows a message itself
+    }
+
+    void findsAndStartsTheEngine()
+    {
+        test::TestProgramFolder folder;
+        test::TestInteraction ui;
+        const AppContext ctx = folder.context(ui);
+        cls_WfdPrintExe wfd(ctx);
+
+        // No FORM_ENGINE: the suite's engine, which is not installed here.
+        folder.writeSettingsFile(u"Tovara.ini"_s, kTovara);
+        QCOMPARE(wfd.iInit(u"a.wfd"_s, u"t"_s), 0);
+        QVERIFY(wfd.iPreview(false) != 0);
+        QVERIFY2(wfd.sErrMsg.contains(u"wfrfv10.exe"_s), qPrintable(wfd.sErrMsg));
+        QVERIFY(ui.messages.isEmpty()); // the optional key is read without a message
+
+        // A path: started detached with "/c" and the command file as separate arguments.
+        const QString engine = folder.filePath(u"bin/fake engine"_s);
+        QVERIFY(QDir(folder.path()).mkpath(u"bin"_s));
+        writeScript(engine,
+                    u"for a in \"$@\"; do printf '%s\\n' \"$a\"; done > \"$(dirname \"$0\")/args.tmp\"\n"
+                    u"cp \"$2\" \"$(dirname \"$0\")/seen.dat\"\n"
+                    u"mv \"$(dirname \"$0\")/args.tmp\" \"$(dirname \"$0\")/args.txt\""_s);
+        folder.writeSettingsFile(u"Tovara.ini"_s, kTovara + u"[PRINT]\nFORM_ENGINE="_s + engine + u"\n"_s);
+        QCOMPARE(wfd.iInit(u"a.wfd"_s, u"t"_s), 0);
+        QCOMPARE(wfd.iSetDataText(1, u"d"_s, u"d.csv"_s), 0);
+        QCOMPARE(wfd.iPrintDialog(true), 0);
+        const QString args = folder.filePath(u"bin/args.txt"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(args), 20000);
+        const QString commandFile = folder.filePath(u"TMP/WfdCom.dat"_s);
+        QCOMPARE(readAll(args), u"/c\n"_s.toUtf8() + commandFile.toUtf8() + "\n");
+        QCOMPARE(readAll(folder.filePath(u"bin/seen.dat"_s)),
+                 wfd.commandFileBytes(cls_WfdPrintExe::Action::PrintFromDialog, true));
+
+        // A bare name is looked up on the PATH.
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", QFile::encodeName(folder.filePath(u"bin"_s)) + ":" + path);
+        folder.writeSettingsFile(u"Tovara.ini"_s, kTovara + u"FORM_ENGINE=fake engine\n"_s);
+        QCOMPARE(wfd.iInit(u"a.wfd"_s, u"t"_s), 0);
+        QCOMPARE(wfd.resolveEngine(), QFileInfo(engine).absoluteFilePath());
+        qputenv("PATH", path);
+    }
+
+    void rendersPdfAndWaits()
+    {
+        test::TestProgramFolder folder;
+        test::TestInteraction ui;
+        const AppContext ctx = folder.context(ui);
+        const QString engine = folder.filePath(u"engine.sh"_s);
+        folder.writeSettingsFile(u"Tovara.ini"_s, kTovara + u"FORM_ENGINE="_s + engine + u"\n"_s);
+        cls_WfdPrintExe wfd(ctx);
+
+        // The engine gets "--pdf FILE /c <command file>" and is waited for.
+        writeScript(engine, u"[ \"$1\" = --pdf ] && [ \"$3\" = /c ] && grep -q '^ShowWindow,2' \"$4\" && "
+                            u"printf pdf > \"$2\""_s);
+        QCOMPARE(wfd.iInit(u"a.wfd"_s, u"t"_s), 0);
+        const QString pdf = folder.filePath(u"out.pdf"_s);
+        QCOMPARE(wfd.iRenderPdf(false, pdf), 0);
+        QCOMPARE(readAll(pdf), QByteArray("pdf"));
+
+        // Its message on standard error becomes the error text.
+        writeScript(engine, u"echo 'レイアウト a.wfd がありません。' >&2; exit 2"_s);
+        QVERIFY(wfd.iRenderPdf(false, pdf) != 0);
+        QCOMPARE(wfd.sErrMsg, u"レイアウト a.wfd がありません。"_s);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_WfdPrintExe)
+#include "tst_wfd_print_exe.moc"
