@@ -83,7 +83,7 @@ bool parseCommandFile(const QByteArray& bytes, const QString& path, EngineJob& j
             job.title = f[1];
         } else if (is(u"SetDataText")) {
             // "name","file" or "name","file",,,1 (the file has no title line)
-            const bool noTitleForm = f.size() == 5 && f[2].isEmpty() && f[3].isEmpty() && f[4] == u"1"_s;
+            const bool noTitleForm = f.size() == 6 && f[3].isEmpty() && f[4].isEmpty() && f[5] == u"1"_s;
             if ((f.size() != 3 && !noTitleForm) || f[1].isEmpty() || f[2].isEmpty())
                 return fail(u"SetDataText にはデータ名とデータファイル名を指定してください"_s);
             if (job.data.size() >= 5)

@@ -1,0 +1,267 @@
+#pragma once
+
+// Print data written the way the CSV writers write it (CP932, CR LF, texts quoted, numbers bare),
+// command files, and the engine program run on them with its PDF read back through poppler-utils.
+
+#include "app/Cp932.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QStringList>
+#include <QTemporaryDir>
+
+namespace enginetest {
+
+using namespace Qt::StringLiterals;
+
+inline QString q(const QString& text)
+{
+    return u'"' + text + u'"';
+}
+
+inline QString n(qint64 value)
+{
+    return QString::number(value);
+}
+
+inline bool writeCp932(const QString& path, const QStringList& lines)
+{
+    QFile f(path);
+    return f.open(QIODevice::WriteOnly) && f.write(qelprn::toCp932(lines.join(u"\r\n"_s) + u"\r\n"_s)) >= 0;
+}
+
+inline QString header(const QStringList& titles)
+{
+    QStringList quoted;
+    for (const QString& t : titles)
+        quoted.append(q(t));
+    return quoted.join(u',');
+}
+
+inline QStringList facilityTitles()
+{
+    return u"枠線描画,項番,施術年月,提出年月,請求先施設ID,請求先施設名,請求先郵便番号,請求先住所1,"
+           u"請求先住所2,本社名,"
+           u"本社郵便番号,本社住所,診療タイプ,治療院名,治療院郵便番号,治療院住所,施術施設名,施術施設人数,"
+           u"施術施設合計,"
+           u"施術施設負担額,備考,社印保存先"_s.split(u',');
+}
+
+// One line of "施設請求データ.csv" for the facility invoice (type 0 facility, 1 self-pay, -1 filler).
+inline QString facilityRow(int no, qint32 id, const QString& name, int type, const QString& treated,
+                           int people, qint32 total, qint32 share, const QString& remark, const QString& seal)
+{
+    return QStringList{q(u"1"_s),
+                       n(no),
+                       q(u"2024/05/01"_s),
+                       q(u"2024/06/05"_s),
+                       n(id),
+                       q(name),
+                       q(u"166-0001"_s),
+                       q(u"東京都杉並区阿佐谷北1-2-3"_s),
+                       q(u"さくらビル2F"_s),
+                       q(u"株式会社ほほえみ"_s),
+                       q(u"160-0022"_s),
+                       q(u"東京都新宿区新宿1-1-1"_s),
+                       n(type),
+                       q(u"ほほえみ鍼灸院"_s),
+                       q(u"167-0051"_s),
+                       q(u"東京都杉並区荻窪5-6-7"_s),
+                       q(treated),
+                       n(people),
+                       n(total),
+                       n(share),
+                       q(remark),
+                       q(seal)}
+        .join(u',');
+}
+
+inline QStringList patientTitles()
+{
+    return u"枠線描画,項番,施術年月,提出年月,施術日From,施術日To,施設ID,施設名,治療院名,部屋番号,利用者ID,"
+           u"利用者名,"
+           u"診療タイプ,施術回数,保険総合計,利用者負担割合,利用者請求額,保険有無,利用者請求額4回以下,"
+           u"利用者請求額5回以上,"
+           u"保険略名,保険自己負担額,自由診療額,治療院郵便番号,治療院住所,治療院電話番号,治療院FAX番号,"
+           u"治療院金融機関,"
+           u"治療院預金種別,治療院口座番号,治療院名義人,施設支払方法,社印保存先"_s.split(u',');
+}
+
+// One line of the per-patient "施設請求データ.csv" (co-payment lists).
+inline QString patientRow(int no, qint32 facility, const QString& facilityName, const QString& patient,
+                          qint32 total, qint32 billed, const QString& seal)
+{
+    return QStringList{q(u"1"_s),
+                       n(no),
+                       q(u"2024/05/01"_s),
+                       q(u"2024/06/05"_s),
+                       q(u"2024/05/01"_s),
+                       q(u"2024/05/31"_s),
+                       n(facility),
+                       q(facilityName),
+                       q(u"ほほえみ鍼灸院"_s),
+                       n(100 + no),
+                       n(5000 + no),
+                       q(patient),
+                       n(0),
+                       n(8),
+                       n(total),
+                       n(1),
+                       n(billed),
+                       n(1),
+                       n(billed / 2),
+                       n(billed - billed / 2),
+                       q(u"後期高齢"_s),
+                       n(billed),
+                       n(0),
+                       q(u"167-0051"_s),
+                       q(u"東京都杉並区荻窪5-6-7"_s),
+                       q(u"03-1234-5678"_s),
+                       q(u"03-1234-5679"_s),
+                       q(u"みずほ銀行 荻窪支店"_s),
+                       q(u"普通預金"_s),
+                       q(u"1234567"_s),
+                       q(u"ホホエミシンキュウイン"_s),
+                       n(1),
+                       q(seal)}
+        .join(u',');
+}
+
+inline QStringList receiptTitles()
+{
+    QStringList t =
+        u"枠線描画,施術年月,提出年月,施術日From,施術日To,利用者ID,利用者名,保険種別,負担割合,施術回数"_s
+            .split(u',');
+    for (int i = 1; i <= 11; ++i)
+        t << u"施術日"_s + n(i) << u"保険内金額"_s + n(i) << u"一部負担金"_s + n(i) << u"自費金額"_s + n(i);
+    t << u"保険内金額合計,一部負担金合計,自費合計,備考_部位,備考_変形,備考_鍼灸,備考_往療,備考_日別施術内容,"
+         u"請求元〒,"
+         u"請求元住所,請求元社名,請求元屋号,請求元電話番号,請求元FAX番号,保険略名,社印保存先"_s.split(u',');
+    return t;
+}
+
+// One line of "請求書兼領収書.csv": days treatment days of 5,700 yen, 570 co-payment, 1,000 self-pay.
+inline QString receiptRow(qint32 id, const QString& patient, int days, const QString& seal)
+{
+    QStringList f = {q(u"1"_s),
+                     q(u"2024/05/01"_s),
+                     q(u"2024/06/05"_s),
+                     q(u"2024/05/01"_s),
+                     q(u"2024/05/31"_s),
+                     n(id),
+                     q(patient),
+                     n(1),
+                     n(1),
+                     n(days)};
+    for (int i = 1; i <= 11; ++i) {
+        const bool used = i <= days;
+        f << q(used ? u"2024/05/%1"_s.arg(i * 2, 2, 10, QChar(u'0')) : QString()) << n(used ? 5700 : 0)
+          << (used ? u"570.5"_s : u"0"_s) << n(used ? 1000 : 0);
+    }
+    f << n(5700 * days) << QString::number(570.5 * days) << n(1000 * days) << q(u"マッサージ 5部位"_s)
+      << q(u""_s) << q(u""_s) << q(u"往療料加算"_s) << q(u"5/2 マッサージ、温あんあり"_s) << q(u"167-0051"_s)
+      << q(u"東京都杉並区荻窪5-6-7"_s) << q(u"株式会社ほほえみ"_s) << q(u"ほほえみ鍼灸院"_s)
+      << q(u"03-1234-5678"_s) << q(u"03-1234-5679"_s) << q(u"後期高齢"_s) << q(seal);
+    return f.join(u',');
+}
+
+inline QString layoutPath(const QString& file)
+{
+    return qEnvironmentVariable("QELPRN_SOURCE_DIR") + u"/layouts/"_s + file;
+}
+
+// "FileName", "Title", "SetDataText" and the action, plus any extra lines before the action.
+inline bool writeCommandFile(const QString& path, const QString& layout, const QString& dataName,
+                             const QString& dataFile, const QStringList& extra = {},
+                             const QString& action = u"ShowWindow,2"_s)
+{
+    QStringList lines = {u"FileName,"_s + q(layout), u"Title,\"施設請求書印刷\""_s,
+                         u"SetDataText,"_s + q(dataName) + u',' + q(dataFile)};
+    lines << extra << action;
+    return writeCp932(path, lines);
+}
+
+struct Run
+{
+    int exitCode = -1;
+    QString err;
+};
+
+inline Run runProgram(const QString& program, const QStringList& args, int timeoutMs = 120000)
+{
+    QProcess p;
+    // Keeps Qt's note about a missing runtime folder off the error stream the tests read.
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    static const QTemporaryDir runtime; // private (0700), as the runtime folder must be
+    if (!env.contains(u"XDG_RUNTIME_DIR"_s))
+        env.insert(u"XDG_RUNTIME_DIR"_s, runtime.path());
+    p.setProcessEnvironment(env);
+    p.start(program, args);
+    Run r;
+    if (!p.waitForFinished(timeoutMs)) {
+        p.kill();
+        p.waitForFinished();
+        r.err = u"timed out"_s;
+        return r;
+    }
+    r.exitCode = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
+    r.err = QString::fromUtf8(p.readAllStandardError() + p.readAllStandardOutput());
+    return r;
+}
+
+inline QString enginePath()
+{
+    return qEnvironmentVariable("QELPRN_BIN_DIR") + u"/qelprn-engine"_s;
+}
+
+inline Run runEngine(const QStringList& args)
+{
+    return runProgram(enginePath(), args);
+}
+
+inline int pdfPages(const QString& pdf)
+{
+    const Run r = runProgram(u"pdfinfo"_s, {pdf});
+    const QRegularExpressionMatch m = QRegularExpression(u"Pages:\\s+(\\d+)"_s).match(r.err);
+    return m.hasMatch() ? m.captured(1).toInt() : -1;
+}
+
+// The text of one page (1-based) or of all (0). Compatibility characters that poppler picks for
+// some CJK glyphs (Kangxi radicals for 老, 人 ...) are folded back with NFKC, and so are the
+// texts the tests look for.
+inline QString pdfText(const QString& pdf, int page = 0)
+{
+    QStringList args;
+    if (page > 0)
+        args << u"-f"_s << n(page) << u"-l"_s << n(page);
+    args << pdf << u"-"_s;
+    QProcess p;
+    p.start(u"pdftotext"_s, args);
+    p.waitForFinished(60000);
+    return QString::fromUtf8(p.readAllStandardOutput()).normalized(QString::NormalizationForm_KC);
+}
+
+inline QString nfkc(const QString& s)
+{
+    return s.normalized(QString::NormalizationForm_KC);
+}
+
+// Number of images drawn in the PDF ("pdfimages -list": two header lines, then one line per image
+// and per mask).
+inline int pdfImages(const QString& pdf)
+{
+    QProcess p;
+    p.start(u"pdfimages"_s, {u"-list"_s, pdf});
+    p.waitForFinished(60000);
+    const QStringList lines = QString::fromUtf8(p.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+    int images = 0;
+    for (const QString& line : lines.mid(2)) {
+        if (line.split(u' ', Qt::SkipEmptyParts).value(2) == u"image"_s) // not its mask
+            ++images;
+    }
+    return images;
+}
+
+} // namespace enginetest

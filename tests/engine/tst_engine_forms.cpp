@@ -1,0 +1,227 @@
+// The five forms rendered by the engine program from print data in the writers' format, read back
+// from the PDF with poppler-utils.
+
+#include "EngineTestData.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+using namespace enginetest;
+
+namespace {
+
+// "n / m" as pdftotext gives it (with or without the blanks).
+bool hasPageNumber(const QString& text, int page, int pages)
+{
+    return text.contains(QRegularExpression(u"(^|\\s)%1 ?/ ?%2(\\s|$)"_s.arg(page).arg(pages)));
+}
+
+} // namespace
+
+class tst_engine_forms : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_dir;
+    QString m_seal;
+
+    QString path(const QString& name) const { return m_dir.filePath(name); }
+
+    // Renders layout over the data file to a PDF; fails the test on a non-zero exit.
+    QString render(const QString& name, const QString& layout, const QString& dataName, const QString& csv)
+    {
+        const QString command = path(name + u".dat"_s);
+        const QString pdf = path(name + u".pdf"_s);
+        if (!writeCommandFile(command, layoutPath(layout), dataName, csv))
+            return {};
+        const Run r = runEngine({u"--pdf"_s, pdf, u"/c"_s, command});
+        if (r.exitCode != 0) {
+            qWarning().noquote() << r.err;
+            return {};
+        }
+        return pdf;
+    }
+
+    // Billing facility 12: 3 facility lines, 2 fillers, a self-pay line, fillers to 25 (one page).
+    // Billing facility 15: 30 facility lines as the all-sites writer leaves them (two pages).
+    // Billing facility 20: 50 lines of the single-site paging (two pages, the second all fillers).
+    QStringList facilityLines(const QString& seal) const
+    {
+        QStringList lines = {header(facilityTitles())};
+        const QString sakura = u"特別養護老人ホーム さくら苑"_s;
+        int no = 1;
+        for (int i = 0; i < 3; ++i)
+            lines << facilityRow(no++, 12, sakura, 0, u"さくら苑 %1号館"_s.arg(i + 1), 12, 1234567, 123456,
+                                 {}, seal);
+        for (int i = 0; i < 2; ++i)
+            lines << facilityRow(no++, 12, sakura, -1, {}, 0, 0, 0, {}, seal);
+        lines << facilityRow(no++, 12, sakura, 1, u"さくら苑(自費)"_s, 0, 0, 5000, u"山田 太郎 様"_s, seal);
+        while (no <= 25)
+            lines << facilityRow(no++, 12, sakura, -1, {}, 0, 0, 0, {}, seal);
+        for (int i = 1; i <= 30; ++i)
+            lines << facilityRow(i, 15, u"グループホーム ひまわり"_s, 0, u"ひまわり棟%1"_s.arg(i), 3, 30000,
+                                 3000, {}, seal);
+        lines << facilityRow(1, 20, u"ケアハウス みどり"_s, 0, u"みどり館"_s, 2, 20000, 2000, {}, seal);
+        for (int i = 2; i <= 50; ++i)
+            lines << facilityRow(i, 20, u"ケアハウス みどり"_s, -1, {}, 0, 0, 0, {}, seal);
+        return lines;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(m_dir.isValid());
+        QVERIFY2(QFileInfo::exists(enginePath()), "the engine program is built");
+        // The company seal as the print run finds it: a BMP in the data folder.
+        QImage seal(120, 120, QImage::Format_RGB32);
+        seal.fill(Qt::white);
+        QPainter p(&seal);
+        p.setPen(QPen(Qt::red, 8));
+        p.drawEllipse(10, 10, 100, 100);
+        p.end();
+        m_seal = path(u"corpseal.bmp"_s);
+        QVERIFY(seal.save(m_seal, "BMP"));
+    }
+
+    void facilityInvoicePagesPerBillingFacility()
+    {
+        QVERIFY(writeCp932(path(u"施設請求データ.csv"_s), facilityLines(m_seal)));
+        const QString pdf =
+            render(u"kind1"_s, u"施設別請求書.wfd"_s, u"施設請求データ"_s, u"施設請求データ.csv"_s);
+        QVERIFY(!pdf.isEmpty());
+        QCOMPARE(pdfPages(pdf), 5); // 1 + 2 + 2
+
+        const QString first = pdfText(pdf, 1);
+        QVERIFY(first.contains(nfkc(u"特別養護老人ホーム さくら苑"_s)));
+        QVERIFY(first.contains(u"御中"_s));
+        QVERIFY(first.contains(nfkc(u"ご請求金額"_s)));
+        QVERIFY(first.contains(nfkc(u"2024年5月分"_s)));
+        QVERIFY(first.contains(nfkc(u"2024年6月5日"_s)));
+        QVERIFY(first.contains(u"1,234,567"_s));
+        QVERIFY(first.contains(nfkc(u"¥375,368"_s))); // 3 x 123,456 + 5,000 boxed as the amount billed
+        QVERIFY(first.contains(nfkc(u"山田 太郎 様"_s)));
+        QVERIFY(hasPageNumber(first, 1, 1));
+        QVERIFY(!first.contains(u"ひまわり"_s));
+
+        // A new billing facility starts a new page, and its page numbers start again.
+        const QString second = pdfText(pdf, 2);
+        QVERIFY(second.contains(nfkc(u"グループホーム ひまわり"_s)));
+        QVERIFY(hasPageNumber(second, 1, 2));
+        QVERIFY(second.contains(u"ひまわり棟25"_s));
+        QVERIFY(!second.contains(u"ひまわり棟26"_s));
+        const QString third = pdfText(pdf, 3);
+        QVERIFY(third.contains(u"ひまわり棟26"_s));
+        QVERIFY(hasPageNumber(third, 2, 2));
+        QVERIFY(third.contains(nfkc(u"¥90,000"_s)));
+        QVERIFY(pdfText(pdf, 5).contains(u"ケアハウス"_s));
+        QVERIFY(hasPageNumber(pdfText(pdf, 5), 2, 2));
+
+        // Everything Japanese is in an embedded Japanese font.
+        const Run fonts = runProgram(u"pdffonts"_s, {pdf});
+        QVERIFY(fonts.err.contains(u"IPAex"_s));
+        for (const QString& line : fonts.err.split(u'\n').mid(2)) {
+            if (!line.trimmed().isEmpty())
+                QVERIFY2(line.contains(u" yes "_s), qPrintable(line));
+        }
+    }
+
+    void sealImageOnlyWhenTheFileExists()
+    {
+        const QString pdfWith = path(u"kind1.pdf"_s);
+        QVERIFY(QFileInfo::exists(pdfWith));
+        QVERIFY(pdfImages(pdfWith) >= 1);
+
+        for (const QString& seal : {QString(), path(u"missing/corpseal.bmp"_s)}) {
+            QVERIFY(writeCp932(path(u"noseal.csv"_s), facilityLines(seal)));
+            const QString pdf =
+                render(u"noseal"_s, u"施設別請求書.wfd"_s, u"施設請求データ"_s, u"noseal.csv"_s);
+            QVERIFY(!pdf.isEmpty());
+            QCOMPARE(pdfPages(pdf), 5);
+            QCOMPARE(pdfImages(pdf), 0);
+        }
+    }
+
+    void coPaymentListsPerFacility_data()
+    {
+        QTest::addColumn<QString>("layout");
+        QTest::addColumn<QString>("extraTitle");
+        QTest::newRow("kind 2") << u"一部負担金一覧表_02.wfd"_s << u"ご請求額"_s;
+        QTest::newRow("kind 3") << u"一部負担金一覧表_回数区分あり.wfd"_s << u"5回以上請求額"_s;
+    }
+
+    void coPaymentListsPerFacility()
+    {
+        QFETCH(QString, layout);
+        QFETCH(QString, extraTitle);
+        // 20 patients in one facility (18 rows a page: two pages) and 5 in another (one page).
+        QStringList lines = {header(patientTitles())};
+        for (int i = 1; i <= 25; ++i)
+            lines << patientRow(i, i <= 20 ? 3 : 4,
+                                i <= 20 ? u"介護付き有料老人ホーム あおば"_s : u"ケアハウス みどり"_s,
+                                u"佐藤 花子%1"_s.arg(i), 45600, 4560 + i, i <= 20 ? m_seal : QString());
+        QVERIFY(writeCp932(path(u"patients.csv"_s), lines));
+        const QString pdf = render(u"kind23"_s, layout, u"施設請求データ"_s, u"patients.csv"_s);
+        QVERIFY(!pdf.isEmpty());
+        QCOMPARE(pdfPages(pdf), 3);
+        const QString first = pdfText(pdf, 1);
+        QVERIFY(first.contains(nfkc(u"介護付き有料老人ホーム あおば"_s)));
+        QVERIFY(first.contains(u"御中"_s));
+        QVERIFY(first.contains(nfkc(u"令和6年5月分"_s)));
+        QVERIFY(first.contains(nfkc(u"佐藤 花子1"_s)));
+        QVERIFY(first.contains(nfkc(u"様"_s)));
+        QVERIFY(first.contains(u"45,600"_s));
+        QVERIFY(first.contains(nfkc(extraTitle)));
+        QVERIFY(!first.contains(nfkc(u"お振込先"_s))); // the group footer is on the group's last page
+        const QString second = pdfText(pdf, 2);
+        QVERIFY(second.contains(nfkc(u"佐藤 花子19"_s)));
+        QVERIFY(hasPageNumber(second, 2, 2));
+        QVERIFY(second.contains(u"912,000"_s)); // 20 x 45,600
+        QVERIFY(second.contains(nfkc(u"お振込先"_s)));
+        QVERIFY(second.contains(nfkc(u"ホホエミシンキュウイン"_s)));
+        const QString third = pdfText(pdf, 3);
+        QVERIFY(third.contains(nfkc(u"ケアハウス みどり"_s)));
+        QVERIFY(hasPageNumber(third, 1, 1));
+    }
+
+    void invoiceReceiptOneSheetPerRow_data()
+    {
+        QTest::addColumn<QString>("layout");
+        QTest::addColumn<QString>("amount");
+        QTest::newRow("kind 4") << u"請求書兼領収書_回数区分あり.wfd"_s
+                                << u"¥12,564"_s; // 4,564 co-payment + 8,000 self-pay
+        QTest::newRow("kind 5") << u"請求書兼領収書_回数区分あり_自費.wfd"_s << u"¥8,000"_s;
+    }
+
+    void invoiceReceiptOneSheetPerRow()
+    {
+        QFETCH(QString, layout);
+        QFETCH(QString, amount);
+        QStringList lines = {header(receiptTitles())};
+        for (int i = 0; i < 3; ++i)
+            lines << receiptRow(7000 + i, u"田中 一郎%1"_s.arg(i), i == 2 ? 11 : 8, m_seal);
+        QVERIFY(writeCp932(path(u"請求書兼領収書.csv"_s), lines));
+        const QString pdf = render(u"kind45"_s, layout, u"請求書兼領収書"_s, u"請求書兼領収書.csv"_s);
+        QVERIFY(!pdf.isEmpty());
+        QCOMPARE(pdfPages(pdf), 3);
+        const QString first = pdfText(pdf, 1);
+        QCOMPARE(first.count(nfkc(u"田中 一郎0"_s)), 2); // invoice half and receipt half
+        QVERIFY(first.count(nfkc(u"様"_s)) >= 2);
+        QVERIFY(first.contains(nfkc(u"令和6年5月分"_s)));
+        QVERIFY(first.contains(nfkc(amount)));
+        QVERIFY(first.contains(u"5/16"_s));  // the eighth day
+        QVERIFY(!first.contains(u"5/18"_s)); // no ninth day on this sheet
+        QVERIFY(first.contains(u"45,600"_s));
+        QVERIFY(first.contains(u"4,564"_s)); // a fractional co-payment total keeps its digits
+        QVERIFY(first.contains(nfkc(u"後期高齢"_s)));
+        QVERIFY(first.contains(nfkc(u"ほほえみ鍼灸院"_s)));
+        QVERIFY(pdfText(pdf, 3).contains(u"5/22"_s)); // all eleven day lines
+        QCOMPARE(pdfImages(pdf), 6);                  // the seal on both halves of three sheets
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_engine_forms)
+#include "tst_engine_forms.moc"
