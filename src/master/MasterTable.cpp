@@ -166,10 +166,17 @@ QString fromClause(const TableDef& def)
 
 } // namespace
 
+QString MasterTable::selectStatement(const QList<int>& columns, const QString& where, const QString& orderBy,
+                                     int top) const
+{
+    return u"  select"_s + (top > 0 ? u" top "_s + QString::number(top) : QString()) + selectList(columns) +
+           fromClause(m_def) + where + (orderBy.isEmpty() ? m_def.orderBy : orderBy);
+}
+
 QString MasterTable::readStatement(const MasterRecord& cond) const
 {
-    const QString where = m_def.readWhere ? m_def.readWhere(cond, m_site) : defaultWhere(cond, m_site);
-    return u"  select"_s + selectList(m_def.readColumns()) + fromClause(m_def) + where + m_def.orderBy;
+    return selectStatement(m_def.readColumns(),
+                           m_def.readWhere ? m_def.readWhere(cond, m_site) : defaultWhere(cond, m_site));
 }
 
 QString MasterTable::gridStatement(const MasterRecord& cond) const
@@ -182,7 +189,7 @@ QString MasterTable::gridStatement(const MasterRecord& cond) const
     const QString where = m_def.gridWhere   ? m_def.gridWhere(cond, m_site)
                           : m_def.readWhere ? m_def.readWhere(cond, m_site)
                                             : defaultWhere(cond, m_site);
-    return u"  select"_s + selectList(columns) + fromClause(m_def) + where + m_def.orderBy;
+    return selectStatement(columns, where);
 }
 
 QString MasterTable::insertStatement(const MasterRecord& rec, const QString& pcName) const
@@ -400,13 +407,16 @@ qint16 MasterTable::execute(const QStringList& statements, bool inTransaction)
     return 0;
 }
 
+qint16 MasterTable::prepareWrite(const MasterRecord* rec, QString& pcName)
+{
+    return checkRecord(rec, m_def.word) && checkComputerName(pcName) ? 0 : -1;
+}
+
 qint16 MasterTable::write(const MasterRecord* rec, bool inTransaction, bool update)
 {
     return guarded([&]() -> qint16 {
-        if (!checkRecord(rec, m_def.word))
-            return -1;
         QString pcName;
-        if (!checkComputerName(pcName))
+        if (prepareWrite(rec, pcName) != 0)
             return -1;
         const QString sql = update ? updateStatement(*rec, pcName) : insertStatement(*rec, pcName);
         return execute({sql}, inTransaction);

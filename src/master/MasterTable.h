@@ -89,6 +89,12 @@ protected:
                      const std::function<QStringList()>& statements);
 
     QString selectList(const QList<int>& columns) const;
+    // "  select" columns "  FROM" the read's tables, the conditions and the order (the table's
+    // when none is given); top > 0 reads only that many rows.
+    QString selectStatement(const QList<int>& columns, const QString& where,
+                            const QString& orderBy = QString(), int top = 0) const;
+    // The checks every write makes first: the record is one of this table, the computer has a name.
+    qint16 prepareWrite(const MasterRecord* rec, QString& pcName);
     QString keyWhere(const MasterRecord& rec) const;
 
 private:
@@ -112,9 +118,10 @@ template <typename Rec> class MasterTableOf : public MasterTable
 {
 public:
     MasterTableOf() : MasterTable(Rec::table()) {}
+    // The record at a 0-based index of the last read (the cT_… classes name it as the suite does).
+    const Rec& record(int i) const { return static_cast<const Rec&>(row(i)); }
 
 protected:
-    const Rec& record(int i) const { return static_cast<const Rec&>(row(i)); }
     std::unique_ptr<MasterRecord> newRecord() const override { return std::make_unique<Rec>(); }
 };
 

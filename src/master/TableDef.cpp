@@ -16,6 +16,19 @@ int TableDef::indexOf(QStringView name) const
     return it == index.constEnd() ? -1 : it.value();
 }
 
+void TableDef::setDefault(std::initializer_list<QStringView> names, qint32 value)
+{
+    for (const QStringView name : names)
+        column(name).defaultValue = value;
+}
+
+void TableDef::setIntDefault(qint32 value)
+{
+    for (ColumnDef& c : columns)
+        if (c.kind == ColumnKind::Int)
+            c.defaultValue = value;
+}
+
 QList<int> TableDef::readColumns() const
 {
     QList<int> result;

@@ -6,6 +6,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <initializer_list>
 
 namespace qelprn {
 
@@ -93,6 +94,9 @@ struct TableDef
     int indexOf(QStringView name) const;
     const ColumnDef& column(QStringView name) const { return columns.at(indexOf(name)); }
     ColumnDef& column(QStringView name) { return columns[indexOf(name)]; }
+    // Start values of number columns: the named ones, or every Int column.
+    void setDefault(std::initializer_list<QStringView> names, qint32 value);
+    void setIntDefault(qint32 value);
     // Columns read by iDataRead, in statement order.
     QList<int> readColumns() const;
 };

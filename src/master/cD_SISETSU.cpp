@@ -63,8 +63,7 @@ const TableDef& cD_SISETSU::table()
         d.word = u"Sisetsu"_s;
         d.columns = {QELPRN_SISETSU_COLUMNS(QELPRN_COLUMN_DEF)};
         d.finish();
-        for (const QStringView name : {u"iType", u"nIDNo", u"nLat", u"nLon"})
-            d.column(name).defaultValue = -1;
+        d.setDefault({u"iType", u"nIDNo", u"nLat", u"nLon"}, -1);
         d.column(u"iType").stored = false;
         d.column(u"cSisetsuType").numberText = true;
         // Reads and writes list the columns in this order, not in the property order.

@@ -1,6 +1,6 @@
 #include "master/cT_SISETSU.h"
 
-#include "db/SqlText.h"
+#include "master/PropagationSql.h"
 
 using namespace Qt::StringLiterals;
 
@@ -9,22 +9,6 @@ namespace qelprn {
 namespace {
 
 const QString kWord = u"SISETU"_s; // the propagation operations' own spelling
-
-// The patients' update time over the patient / supplement join, for the rows chosen by the
-// joins and condition that follow.
-QString stampPatients(const QString& joinsAndWhere)
-{
-    return u" update "_s + u"     RIYOUSHA"_s + u" set "_s + u"      RIYOUSHA.tUpdateTime = getdate()"_s +
-           u" from RIYOUSHA"_s + u" left join RIYOUSHA_SUB"_s +
-           u" on RIYOUSHA.iKyotenCd = RIYOUSHA_SUB.iKyotenCd"_s +
-           u" and RIYOUSHA.iKyotenEb = RIYOUSHA_SUB.iKyotenEb"_s +
-           u" and RIYOUSHA.nIDNo = RIYOUSHA_SUB.nIDNo"_s + joinsAndWhere;
-}
-
-QString text(const QString& value)
-{
-    return sqlText(value) + u"'"_s;
-}
 
 QString number(const cD_SISETSU& rec)
 {
@@ -36,34 +20,36 @@ QString number(const cD_SISETSU& rec)
 QStringList cT_SISETSU::toRiyoushaStatements(const cD_SISETSU& rec)
 {
     return {u" update "_s + u"     RIYOUSHA_SUB"_s + u" set "_s + u"      cSyoukaiTelNo = '"_s +
-                text(rec.cTelNo()) + u" from RIYOUSHA_SUB"_s + u" where"_s +
+                textEnd(rec.cTelNo()) + u" from RIYOUSHA_SUB"_s + u" where"_s +
                 u"    RIYOUSHA_SUB.iSyoukaiSisetsuCd = "_s + number(rec),
-            stampPatients(u" where"_s + u"    iSyoukaiSisetsuCd = "_s + number(rec))};
+            patientStampStatement(u" where"_s + u"    iSyoukaiSisetsuCd = "_s + number(rec))};
 }
 
 QStringList cT_SISETSU::toCareManeStatements(const cD_SISETSU& rec)
 {
     const QString ofFacility = u" where"_s + u"    CAREMANE.iSisetsuCode = "_s + number(rec);
-    return {u" update "_s + u"     CAREMANE"_s + u" set "_s + u"      cYubinNo = '"_s + text(rec.cYubinNo()) +
-                u"      ,cAdress1 = '"_s + text(rec.cAddress1()) + u"      ,cAdress2 = '"_s +
-                text(rec.cAddress2()) + u"      ,cTelNo = '"_s + text(rec.cTelNo()) + u"      ,cFaxNo = '"_s +
-                text(rec.cFaxNo()) + u"      ,tUpdateTime = getdate()"_s + u" from CAREMANE"_s + ofFacility,
+    return {u" update "_s + u"     CAREMANE"_s + u" set "_s + u"      cYubinNo = '"_s +
+                textEnd(rec.cYubinNo()) + u"      ,cAdress1 = '"_s + textEnd(rec.cAddress1()) +
+                u"      ,cAdress2 = '"_s + textEnd(rec.cAddress2()) + u"      ,cTelNo = '"_s +
+                textEnd(rec.cTelNo()) + u"      ,cFaxNo = '"_s + textEnd(rec.cFaxNo()) +
+                u"      ,tUpdateTime = getdate()"_s + u" from CAREMANE"_s + ofFacility,
             u" update "_s + u"     RIYOUSHA_SUB"_s + u" set "_s + u"     cCareTelNo = '"_s +
-                text(rec.cTelNo()) + u" from RIYOUSHA_SUB"_s + u" left join CAREMANE"_s +
+                textEnd(rec.cTelNo()) + u" from RIYOUSHA_SUB"_s + u" left join CAREMANE"_s +
                 u" on RIYOUSHA_SUB.iCareCd = CAREMANE.nIDNo"_s + ofFacility,
-            stampPatients(u" left join CAREMANE"_s + u" on RIYOUSHA_SUB.iCareCd = CAREMANE.nIDNo"_s +
-                          ofFacility)};
+            patientStampStatement(u" left join CAREMANE"_s + u" on RIYOUSHA_SUB.iCareCd = CAREMANE.nIDNo"_s +
+                                  ofFacility)};
 }
 
 QStringList cT_SISETSU::toSoudanStatements(const cD_SISETSU& rec)
 {
     // The time stamp follows the last assignment, so the fax value closes with the comma.
-    return {u" update "_s + u"     SOUDAN"_s + u" set "_s + u"      cKikan = '"_s + text(rec.cShamei1()) +
-            u"      ,cKikankana = '"_s + text(rec.cShameiKana1()) + u"      ,cYubinNo = '"_s +
-            text(rec.cYubinNo()) + u"      ,cAdress1 = '"_s + text(rec.cAddress1()) +
-            u"      ,cAdress2 = '"_s + text(rec.cAddress2()) + u"      ,cTelNo = '"_s + text(rec.cTelNo()) +
-            u"      ,cFaxNo = '"_s + text(rec.cFaxNo()) + u","_s + u"      SOUDAN.tUpdateTime = getdate()"_s +
-            u" from SOUDAN"_s + u" where"_s + u"    SOUDAN.iSisetsuCode = "_s + number(rec)};
+    return {u" update "_s + u"     SOUDAN"_s + u" set "_s + u"      cKikan = '"_s + textEnd(rec.cShamei1()) +
+            u"      ,cKikankana = '"_s + textEnd(rec.cShameiKana1()) + u"      ,cYubinNo = '"_s +
+            textEnd(rec.cYubinNo()) + u"      ,cAdress1 = '"_s + textEnd(rec.cAddress1()) +
+            u"      ,cAdress2 = '"_s + textEnd(rec.cAddress2()) + u"      ,cTelNo = '"_s +
+            textEnd(rec.cTelNo()) + u"      ,cFaxNo = '"_s + textEnd(rec.cFaxNo()) + u","_s +
+            u"      SOUDAN.tUpdateTime = getdate()"_s + u" from SOUDAN"_s + u" where"_s +
+            u"    SOUDAN.iSisetsuCode = "_s + number(rec)};
 }
 
 QStringList cT_SISETSU::toRiyoushaIryouStatements(const cD_SISETSU& rec)
@@ -71,19 +57,16 @@ QStringList cT_SISETSU::toRiyoushaIryouStatements(const cD_SISETSU& rec)
     const QString address = rec.cAddress1() + rec.cAddress2();
     const auto consent = [&](const QString& n, const QString& doctorColumn) {
         return u" update "_s + u"     RIYOUSHA"_s + u" set "_s + u"     cDouiIsiKikan"_s + n + u" = '"_s +
-               text(rec.cShamei1()) + u"     ,cDouiIsiAdd"_s + n + u" = '"_s + text(address) + u","_s +
-               u"      RIYOUSHA.tUpdateTime = getdate()"_s + u" from RIYOUSHA"_s +
-               u" left join RIYOUSHA_SUB"_s + u" on RIYOUSHA.iKyotenCd = RIYOUSHA_SUB.iKyotenCd"_s +
-               u" and RIYOUSHA.iKyotenEb = RIYOUSHA_SUB.iKyotenEb"_s +
-               u" and RIYOUSHA.nIDNo = RIYOUSHA_SUB.nIDNo"_s + u" where"_s + u"    "_s + doctorColumn +
-               u" in ("_s + u" SELECT DOCTOR.cIDNo"_s + u" FROM DOCTOR"_s +
-               u" where DOCTOR.iSisetsuCode ="_s + number(rec) + u" )"_s;
+               textEnd(rec.cShamei1()) + u"     ,cDouiIsiAdd"_s + n + u" = '"_s + textEnd(address) + u","_s +
+               u"      RIYOUSHA.tUpdateTime = getdate()"_s + u" from RIYOUSHA"_s + patientSubJoin() +
+               u" where"_s + u"    "_s + doctorColumn + u" in ("_s + u" SELECT DOCTOR.cIDNo"_s +
+               u" FROM DOCTOR"_s + u" where DOCTOR.iSisetsuCode ="_s + number(rec) + u" )"_s;
     };
-    return {u" update "_s + u"     DOCTOR"_s + u" set "_s + u"       cKikan = '"_s + text(rec.cShamei1()) +
-                u"      ,cKikanKana = '"_s + text(rec.cShameiKana1()) + u"      ,cYubinNo = '"_s +
-                text(rec.cYubinNo()) + u"      ,cAddress1 = '"_s + text(rec.cAddress1()) +
-                u"      ,cAddress2 = '"_s + text(rec.cAddress2()) + u"      ,cTelNo = '"_s +
-                text(rec.cTelNo()) + u"      ,cFaxNo = '"_s + text(rec.cFaxNo()) +
+    return {u" update "_s + u"     DOCTOR"_s + u" set "_s + u"       cKikan = '"_s + textEnd(rec.cShamei1()) +
+                u"      ,cKikanKana = '"_s + textEnd(rec.cShameiKana1()) + u"      ,cYubinNo = '"_s +
+                textEnd(rec.cYubinNo()) + u"      ,cAddress1 = '"_s + textEnd(rec.cAddress1()) +
+                u"      ,cAddress2 = '"_s + textEnd(rec.cAddress2()) + u"      ,cTelNo = '"_s +
+                textEnd(rec.cTelNo()) + u"      ,cFaxNo = '"_s + textEnd(rec.cFaxNo()) +
                 u"      ,tUpdateTime = getdate()"_s + u" from DOCTOR"_s + u" where"_s +
                 u"    DOCTOR.iSisetsuCode = "_s + number(rec),
             consent(u"1"_s, u"iIsiCd"_s), consent(u"2"_s, u"iIsiCd2"_s)};

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "db/RecordSet.h"
+#include "db/cT_ADODB.h"
 #include "support/TestInteraction.h"
 #include "support/TestProgramFolder.h"
 
@@ -41,5 +43,45 @@ inline AppContext contextIn(TestProgramFolder& folder, Interaction& ui)
                                  u"[接続情報]\n接続情報="_s + embeddedConnectionString(folder) + u"\n"_s);
     });
 }
+
+// A test's program folder with an open connection to its database (embedded, or through the
+// ODBC driver manager with SQLite's driver).
+struct TestDb
+{
+    TestProgramFolder folder;
+    TestInteraction ui;
+    AppContext ctx;
+    cT_ADODB ado;
+
+    explicit TestDb(bool odbc = false) : ctx(contextIn(folder, ui))
+    {
+        QString cs = embeddedConnectionString(folder);
+        if (odbc) {
+            qputenv("QELPRN_ODBC_DRIVER", "SQLite3");
+            cs = u"Provider=SQLOLEDB;Data Source="_s + folder.filePath(u"db"_s) +
+                 u";Database=suite;uid=sa;pwd=x"_s;
+        }
+        if (ado.iInit(cs) != 0 || ado.iConnect() != 0)
+            qFatal("cannot connect: %s", qPrintable(ado.sErrMsg));
+    }
+    ~TestDb()
+    {
+        ado.iDisConnect();
+        qunsetenv("QELPRN_ODBC_DRIVER");
+    }
+    // The rows of sql, values joined by "|".
+    QString one(const QString& sql)
+    {
+        RecordSet rs;
+        if (ado.iOpenRecSet(rs, sql) != 0)
+            return u"ERROR "_s + ado.sErrMsg;
+        QStringList values;
+        for (; !rs.isEOF(); rs.moveNext())
+            for (int i = 0; i < rs.fieldCount(); ++i)
+                values << rs.field(i).toString();
+        ado.iCloseRecSet(rs);
+        return values.join(u'|');
+    }
+};
 
 } // namespace qelprn::test

@@ -1,5 +1,4 @@
 #include "MasterTestFolder.h"
-#include "db/cT_ADODB.h"
 #include "master/cT_SISETSU.h"
 
 #include <QTest>
@@ -53,43 +52,10 @@ cD_SISETSU facility(qint32 id, const QString& name, const QString& type = QStrin
     return rec;
 }
 
-struct Db
+struct Db : TestDb
 {
-    TestProgramFolder folder;
-    TestInteraction ui;
-    AppContext ctx;
-    cT_ADODB ado;
     cT_SISETSU table;
-
-    explicit Db(bool odbc = false) : ctx(contextIn(folder, ui))
-    {
-        QString cs = embeddedConnectionString(folder);
-        if (odbc) {
-            qputenv("QELPRN_ODBC_DRIVER", "SQLite3");
-            cs = u"Provider=SQLOLEDB;Data Source="_s + folder.filePath(u"db"_s) +
-                 u";Database=suite;uid=sa;pwd=x"_s;
-        }
-        if (ado.iInit(cs) != 0 || ado.iConnect() != 0)
-            qFatal("cannot connect: %s", qPrintable(ado.sErrMsg));
-        table.iInit(ado, ctx);
-    }
-    ~Db()
-    {
-        ado.iDisConnect();
-        qunsetenv("QELPRN_ODBC_DRIVER");
-    }
-    QString one(const QString& sql)
-    {
-        RecordSet rs;
-        if (ado.iOpenRecSet(rs, sql) != 0)
-            return u"ERROR "_s + ado.sErrMsg;
-        QStringList values;
-        for (; !rs.isEOF(); rs.moveNext())
-            for (int i = 0; i < rs.fieldCount(); ++i)
-                values << rs.field(i).toString();
-        ado.iCloseRecSet(rs);
-        return values.join(u'|');
-    }
+    explicit Db(bool odbc = false) : TestDb(odbc) { table.iInit(ado, ctx); }
 };
 
 } // namespace

@@ -1,0 +1,27 @@
+#include "master/cD_SHINSEISYO.h"
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn {
+
+const TableDef& cD_SHINSEISYO::table()
+{
+    static const TableDef def = [] {
+        TableDef d;
+        d.columns = {QELPRN_SHINSEISYO_COLUMNS(QELPRN_COLUMN_DEF)};
+        d.finish();
+        d.table = u"SHINSEISYO"_s;
+        d.word = u"SHINSEISYO"_s;
+        d.setDefault({u"nIDNo"}, -1);
+        d.siteInKeyWhere = true;
+        d.siteOnRead = true;
+        d.allocation = IdAllocation::SiteMax;
+        d.maxExpression = u"      max(SHINSEISYO.nIDNo) as nIDNo"_s;
+        d.maxSiteCd = u"  where iKyotenCd = "_s;
+        d.maxSiteEb = u"  and iKyotenEb = "_s;
+        return d.finish();
+    }();
+    return def;
+}
+
+} // namespace qelprn
