@@ -1,0 +1,228 @@
+// The co-payment list lines and the visit-count split, on SQLite databases built per case.
+#include "BillingFixture.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace qelprn;
+
+namespace {
+
+QStringList patientIds(const QList<KanjaSeikyuRow>& rows)
+{
+    QStringList out;
+    for (const KanjaSeikyuRow& r : rows)
+        out.append(QString::number(r.SISETSU_ID) + u'/' + QString::number(r.RIYOUSHA_ID));
+    return out;
+}
+
+} // namespace
+
+class tst_kanja_data : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    // Shares of visits 1-4 and 5 on: exactly four and five records, burden codes 1, 3 and Null
+    // (no patient row), iKaigoLevel standing in, other sites and months left out of the numbering.
+    void visitCountSplit()
+    {
+        BillingFixture f;
+        f.patient(1, 10, 0, 0, 0); // code 2: 10 %
+        for (int d = 1; d <= 4; ++d)
+            f.day(1, u"2024/10/%1 10:00:00"_s.arg(d, 2, 10, QChar(u'0')), 1000);
+        f.day(1, u"2024/09/30 10:00:00"_s, 1000);            // month before
+        f.day(1, u"2024/11/01 00:00:00"_s, 1000);            // month after
+        f.day(1, u"2024/10/02 09:00:00"_s, 1000, 100, 0, 2); // other site
+        double down = 0;
+        double up = 0;
+        QCOMPARE(f.mod.iCalcJisseki4Down5Up(1, down, up), qint16(0));
+        QCOMPARE(down, 400.0);
+        QCOMPARE(up, 0.0);
+
+        // Code 3 (20 %) with a fifth visit; the fifth record at the same moment as the fourth.
+        f.patient(2, 10, 0, 0, 0, 0, 1, u"suite"_s, {{u"iFutanritsu"_s, 3}});
+        for (int d = 1; d <= 4; ++d)
+            f.day(2, u"2024/10/%1 10:00:00"_s.arg(d, 2, 10, QChar(u'0')), 1000);
+        f.day(2, u"2024/10/04 10:00:00"_s, 555);
+        down = 0;
+        up = 7; // the function adds to what the caller holds
+        QCOMPARE(f.mod.iCalcJisseki4Down5Up(2, down, up), qint16(0));
+        QCOMPARE(down + up, 800.0 + 111.0 + 7.0);
+        QVERIFY(up == 7.0 + 111.0 || up == 7.0 + 200.0);
+
+        // Code 1 gives nothing; iFutanritsu 0 takes iKaigoLevel (4: 30 %); a missing patient row
+        // gives minus one tenth.
+        f.patient(3, 10, 0, 0, 0, 0, 1, u"suite"_s, {{u"iFutanritsu"_s, 1}});
+        f.day(3, u"2024/10/05 10:00:00"_s, 1000);
+        f.patient(4, 10, 0, 0, 0, 0, 1, u"suite"_s, {{u"iFutanritsu"_s, 0}, {u"iKaigoLevel"_s, 4}});
+        f.day(4, u"2024/10/05 10:00:00"_s, 1000, 100, 0, 1,
+              {{u"iAnbunUmu"_s, 1}, {u"nGokeiKinAnbun"_s, 500}});
+        f.day(5, u"2024/10/05 10:00:00"_s, 1234);
+        const QList<std::pair<int, double>> expected = {{3, 0.0}, {4, 150.0}, {5, -123.4}};
+        for (const auto& [id, share] : expected) {
+            down = 0;
+            up = 0;
+            QCOMPARE(f.mod.iCalcJisseki4Down5Up(id, down, up), qint16(0));
+            QCOMPARE(down, share);
+            QCOMPARE(up, 0.0);
+        }
+        QCOMPARE(f.ui.messages.size(), 0);
+
+        down = 0;
+        QCOMPARE(f.mod.iCalcJisseki4Down5Up(99, down, up), qint16(1));
+        QCOMPARE(f.ui.texts(), QStringList({u"該当する実績データがありません。"_s}));
+        f.ui.clear();
+        f.folder.writeSettingsFile(u"adodb.ini"_s, u"[接続情報]\n接続情報=\n"_s);
+        QCOMPARE(f.mod.iCalcJisseki4Down5Up(1, down, up), qint16(-1));
+        QCOMPARE(f.ui.texts(),
+                 QStringList({u"iCalcJisseki4Down5Up() でエラー\r\n接続文字列取得できません。"_s}));
+    }
+
+    // The line of one patient with every value it carries.
+    void lineContents()
+    {
+        BillingFixture f;
+        f.corp(1, 0, u"本社"_s,
+               {{u"cTelNo"_s, u"03-1111-2222"_s},
+                {u"cFaxNo"_s, u"03-1111-3333"_s},
+                {u"cKinyuName"_s, u"みどり"_s},
+                {u"iKinSyubetsu"_s, 2},
+                {u"cKinyuSiten"_s, u"駅前"_s},
+                {u"iKinSiten"_s, 5},
+                {u"iKozaType"_s, 1},
+                {u"cKozaBangou"_s, u"1234567"_s},
+                {u"cKozaMeigi1"_s, u"ﾎﾝｼｬ"_s}});
+        f.corp(2, 1, u"分院"_s,
+               {{u"iKinSyubetsu"_s, 9}, {u"iKinSiten"_s, 0}, {u"cKinyuName"_s, u"ゆうちょ"_s}});
+        f.insert(u"HOKEN"_s,
+                 {{u"iType"_s, 1}, {u"iKyotenCd"_s, 1}, {u"iKyotenEb"_s, 1}, {u"cRyaku"_s, u"社保 "_s}});
+        f.facility(10, u"施設"_s);
+        f.patient(1, 10, 6000, 600, 300, 101);
+        for (int d = 1; d <= 6; ++d)
+            f.day(1, u"2024/10/%1 10:00:00"_s.arg(d, 2, 10, QChar(u'0')), 1000);
+        f.day(1, u"2024/09/03 10:00:00"_s, 1000);
+
+        QCOMPARE(f.mod.iGetSeikyuData_Kanja_New(), qint16(0));
+        QCOMPARE(f.ui.messages.size(), 0);
+        QCOMPARE(f.ctx.iKiriageKbn, qint16(1));
+        QCOMPARE(f.ctx.iKiriageKeta, qint16(1));
+        QCOMPARE(f.mod.aKanjaSeikyu.size(), 1);
+        const KanjaSeikyuRow& r = f.mod.aKanjaSeikyu.at(0);
+        QCOMPARE(r.SISETSU_ID, 10);
+        QCOMPARE(r.SISETSU_NAME, u"施設"_s);
+        QCOMPARE(r.iPaymentType, qint16(1));
+        QCOMPARE(r.RIYOUSHA_NAME, u"患者1"_s);
+        QCOMPARE(r.RIYOUSHA_ROOMNO, 101);
+        QCOMPARE(r.RIYOUSHA_FUTANWARIAI, qint16(2));
+        QCOMPARE(r.施術回数, 4);
+        QCOMPARE(r.総合計, 6000);
+        QCOMPARE(r.自己負担額2, 600);
+        QCOMPARE(r.実費料金, 300);
+        QCOMPARE(r.患者請求額, 900);
+        QCOMPARE(r.HOKEN_LABEL, u"社保"_s);
+        QCOMPARE(r.TIRYOIN_NAME, u"本社"_s);
+        QCOMPARE(r.TIRYOIN_TELNO, u"03-1111-2222"_s);
+        QCOMPARE(r.TIRYOIN_FAXNO, u"03-1111-3333"_s);
+        QCOMPARE(r.TIRYOIN_BANKNAME, u"みどり金庫"_s);
+        QCOMPARE(r.TIRYOIN_SHITENNAME, u"駅前出張所"_s);
+        QCOMPARE(r.TIRYOIN_KOUZATYPE, qint16(1));
+        QCOMPARE(r.TIRYOIN_KOUZANO, u"1234567"_s);
+        QCOMPARE(r.TIRYOIN_KOUZAMEIGI, u"ﾎﾝｼｬ"_s);
+        QCOMPARE(r.TEISYUTU_DATE, u"2024/11/05"_s);
+        QCOMPARE(r.SEIKYU_YM, u"2024/10/01"_s);
+        QCOMPARE(r.施術日From, u"2024/10/01"_s);
+        QCOMPARE(r.施術日To, u"2024/10/31"_s);
+        QCOMPARE(r.J_CNT, 6);
+        QCOMPARE(r.dFutan4Down, 400.0);
+        QCOMPARE(r.dFutan5Up, 200.0);
+
+        // Bank words outside their ranges are empty.
+        f.mod.jouken.nTiryoinCd = 2;
+        QCOMPARE(f.mod.iGetSeikyuData_Kanja_New(), qint16(0));
+        QCOMPARE(f.mod.aKanjaSeikyu.at(0).TIRYOIN_BANKNAME, u"ゆうちょ"_s);
+        QCOMPARE(f.mod.aKanjaSeikyu.at(0).TIRYOIN_SHITENNAME, QString());
+    }
+
+    // Which patients appear, under which facility: care facility or visit-address facility, no
+    // line without amounts or without a facility, subsidy labels, the sort orders.
+    void selectionAndOrder()
+    {
+        BillingFixture f;
+        f.insert(u"HOKEN"_s,
+                 {{u"iType"_s, 1}, {u"iKyotenCd"_s, 1}, {u"iKyotenEb"_s, 1}, {u"cRyaku"_s, u"国保"_s}});
+        f.facility(10, u"ケア施設"_s);
+        f.facility(20, u"住所施設"_s);
+        const QList<int> syogai = {2, 3, 4, 1};
+        for (int i = 0; i < syogai.size(); ++i) {
+            const int id = 1 + i;
+            f.patient(id, 20, 1000, 100, 0, 4 - i, 1, u"suite"_s,
+                      {{u"iSyogai"_s, syogai.at(i)}, {u"cNameKana"_s, u"ｱ"_s + QString::number(id)}});
+            f.day(id, u"2024/10/01 10:00:00"_s, 1000);
+        }
+        f.folder.exec(u"UPDATE RIYOUSHA_SUB SET iRiyouJoseiUmu = 1"_s);
+        f.folder.exec(u"UPDATE RIYOUSHA_SUB SET iCareSisetsuCd = 10 WHERE nIDNo IN (1, 2)"_s);
+        f.patient(5, 20, 0, 0, 800); // self-pay only: a line
+        f.day(5, u"2024/10/01 10:00:00"_s, 0);
+        f.patient(6, 20, 0, 0, 0);     // nothing to bill
+        f.patient(7, 0, 1000, 100, 0); // no facility
+        f.day(7, u"2024/10/01 10:00:00"_s, 1000);
+
+        f.mod.jouken.iSortShisetsu = 0; // facility, then reading
+        QCOMPARE(f.mod.iGetSeikyuData_Kanja_New(), qint16(0));
+        QCOMPARE(patientIds(f.mod.aKanjaSeikyu),
+                 QStringList({u"10/1"_s, u"10/2"_s, u"20/3"_s, u"20/4"_s, u"20/5"_s}));
+        QStringList labels;
+        for (const KanjaSeikyuRow& r : std::as_const(f.mod.aKanjaSeikyu))
+            labels.append(r.HOKEN_LABEL);
+        QCOMPARE(labels, QStringList({u"福祉"_s, u"被爆"_s, u"生活保護"_s, u"障害"_s, u"国保"_s}));
+
+        f.mod.jouken.bSelSisetsuType = true;
+        f.mod.jouken.iSortShisetsu = 2; // facility, room, reading
+        QCOMPARE(f.mod.iGetSeikyuData_Kanja_New(), qint16(0));
+        QCOMPARE(patientIds(f.mod.aKanjaSeikyu),
+                 QStringList({u"20/5"_s, u"20/4"_s, u"20/3"_s, u"20/2"_s, u"20/1"_s}));
+
+        f.mod.jouken.nShisetuCdTo = 10;
+        f.mod.jouken.bSelSisetsuType = false;
+        f.mod.jouken.iSortShisetsu = 9;
+        QCOMPARE(f.mod.iGetSeikyuData_Kanja_New(), qint16(0));
+        QCOMPARE(patientIds(f.mod.aKanjaSeikyu), QStringList({u"10/1"_s, u"10/2"_s}));
+        QCOMPARE(f.ui.messages.size(), 0);
+
+        f.mod.jouken.nTantouCd = 3;
+        QCOMPARE(f.mod.iGetSeikyuData_Kanja_New(), qint16(1));
+        QCOMPARE(f.ui.texts(), QStringList({u"該当する実績データがありません。"_s}));
+    }
+
+    // A patient-month without treatment days keeps its line with zero shares after the split's
+    // message; a value too large for its 16-bit field stops the query with the run-time error.
+    void messagesAndRunTimeError()
+    {
+        BillingFixture f;
+        f.facility(10, u"施設"_s);
+        f.patient(1, 10, 1000, 100, 0);
+        QCOMPARE(f.mod.iGetSeikyuData_Kanja_New(), qint16(0));
+        QCOMPARE(f.ui.texts(), QStringList({u"該当する実績データがありません。"_s}));
+        QCOMPARE(f.mod.aKanjaSeikyu.at(0).J_CNT, 0);
+        QCOMPARE(f.mod.aKanjaSeikyu.at(0).dFutan4Down, 0.0);
+
+        f.ui.clear();
+        f.folder.exec(u"UPDATE RIYOUSHA SET iFutanritsu = 40000"_s);
+        QCOMPARE(f.mod.iGetSeikyuData_Kanja_New(), qint16(-1));
+        QCOMPARE(f.ui.calls, QStringList({u"message:施設請求書印刷:( 6)オーバーフローしました。"_s}));
+        QCOMPARE(f.ui.messages.at(0).icon, MsgIcon::None);
+
+        f.ui.clear();
+        f.folder.writeSettingsFile(u"adodb.ini"_s, u"[接続情報]\n接続情報=\n"_s);
+        QCOMPARE(f.mod.iGetSeikyuData_Kanja_New(), qint16(-1));
+        QCOMPARE(f.ui.texts(),
+                 QStringList({u"iGetSeikyuData_Kanja_New() でエラー\r\n接続文字列取得できません。"_s}));
+        f.ui.clear();
+        QCOMPARE(f.mod.getSejyutuCnt(1), -1);
+        QCOMPARE(f.ui.texts(), QStringList({u"getSejyutuCnt() でエラー\r\n接続文字列取得できません。"_s}));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_kanja_data)
+#include "tst_kanja_data.moc"
