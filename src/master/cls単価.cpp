@@ -4,6 +4,8 @@
 #include "master/MonthPeriod.h"
 #include "master/OwnConnection.h"
 
+#include <exception>
+
 using namespace Qt::StringLiterals;
 
 namespace qelprn {
@@ -87,6 +89,18 @@ void cls単価::showError(const QString& reason) const
 }
 
 qint16 cls単価::iGetTanka(const QString& yearMonth)
+{
+    try {
+        return load(yearMonth);
+    } catch (const std::exception& e) {
+        showError(QString::fromUtf8(e.what()));
+    } catch (...) {
+        showError(u"予期しないエラーが発生しました。"_s);
+    }
+    return -1;
+}
+
+qint16 cls単価::load(const QString& yearMonth)
 {
     OwnConnection con(m_ctx);
     switch (con.open(selectStatement(yearMonth))) {

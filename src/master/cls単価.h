@@ -42,6 +42,7 @@ public:
     static QString selectStatement(const QString& yearMonth);
 
 private:
+    qint16 load(const QString& yearMonth);
     // The price field of a kind and code; nullptr for the codes this class ignores.
     qint32* slot(qint16 kind, qint32 code);
     void showError(const QString& reason) const;

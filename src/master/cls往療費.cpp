@@ -4,6 +4,7 @@
 #include "master/MonthPeriod.h"
 #include "master/OwnConnection.h"
 
+#include <exception>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -41,13 +42,25 @@ qint16 cls往療費::iGetOuryohi(qint32& distance, qint16 mode)
         --band;
     const qint32 fee = m_nKingakuOuryou.at(band);
     if (fee > std::numeric_limits<qint16>::max() || fee < std::numeric_limits<qint16>::min()) {
-        showError(u"オーバーフローしました。(往療費 "_s + QString::number(fee) + u")"_s, u"iGetOuryohi"_s);
+        showError(u"オーバーフローしました。"_s, u"iGetOuryohi"_s);
         return 0;
     }
     return static_cast<qint16>(fee);
 }
 
 qint16 cls往療費::iGetOuryohiAll(const QString& yearMonth)
+{
+    try {
+        return load(yearMonth);
+    } catch (const std::exception& e) {
+        showError(QString::fromUtf8(e.what()), u"iGetOuryohiAll"_s);
+    } catch (...) {
+        showError(u"予期しないエラーが発生しました。"_s, u"iGetOuryohiAll"_s);
+    }
+    return -1;
+}
+
+qint16 cls往療費::load(const QString& yearMonth)
 {
     m_nMaxLen.clear();
     m_nKingakuOuryou.clear();

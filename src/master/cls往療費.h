@@ -28,6 +28,7 @@ public:
     static QString selectStatement(const QString& yearMonth);
 
 private:
+    qint16 load(const QString& yearMonth);
     void showError(const QString& reason, const QString& procedure) const;
 
     const AppContext& m_ctx;

@@ -1,0 +1,158 @@
+#include "MasterTestFolder.h"
+#include "master/cls単価.h"
+#include "master/cls往療費.h"
+
+#include <QTest>
+
+using namespace qelprn;
+using namespace qelprn::test;
+
+namespace {
+
+void addPrice(TestProgramFolder& folder, int kind, int code, const QString& from, const QString& to,
+              int price)
+{
+    folder.insert(u"療養費単価"_s, {{u"iTankaKbn"_s, kind},
+                                    {u"nTankaCode"_s, code},
+                                    {u"cStartDate"_s, from},
+                                    {u"cEndDate"_s, to},
+                                    {u"nTanka"_s, QString::number(price)}});
+}
+
+void addBand(TestProgramFolder& folder, int maxLen, int fee, const QString& from = u"2024/06/01"_s,
+             const QString& to = u"9999/12/31"_s)
+{
+    folder.insert(
+        u"往療費区分"_s,
+        {{u"nMaxLen"_s, maxLen}, {u"cStartDate"_s, from}, {u"cEndDate"_s, to}, {u"nKingakuOuryou"_s, fee}});
+}
+
+} // namespace
+
+class tst_prices : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void statements()
+    {
+        QCOMPARE(
+            cls単価::selectStatement(u"202605"_s),
+            u"SELECT * FROM 療養費単価"
+            " WHERE SUBSTRING(CONVERT(VARCHAR, cStartDate, 112),1,4)+SUBSTRING(CONVERT(VARCHAR, cStartDate, "
+            "112),6,2) <=   '202605'"
+            " AND SUBSTRING(CONVERT(VARCHAR, cEndDate, 112),1,4)+SUBSTRING(CONVERT(VARCHAR, cEndDate, "
+            "112),6,2) "
+            ">=   '202605'"
+            " ORDER BY cStartDate, iTankaKbn, nTankaCode"_s);
+        QVERIFY(cls往療費::selectStatement(u"202605"_s).startsWith(u"SELECT * FROM 往療費区分 WHERE "_s));
+        QVERIFY(cls往療費::selectStatement(u"202605"_s).endsWith(u">=   '202605' ORDER BY nMaxLen"_s));
+    }
+
+    // Every price lands in its own property; the period that started last wins; other months,
+    // ignored codes and kinds leave nothing behind.
+    void unitPrices()
+    {
+        TestProgramFolder folder;
+        TestInteraction ui;
+        const AppContext ctx = contextIn(folder, ui);
+        const QList<std::pair<int, int>> keys = {
+            {1, 1},  {1, 2},  {1, 3}, {1, 4}, {1, 11}, {1, 12}, {1, 13}, {1, 14}, {1, 15}, {1, 16},
+            {1, 17}, {1, 18}, {2, 1}, {2, 2}, {9, 1},  {9, 2},  {9, 3},  {9, 11}, {9, 12}};
+        for (int i = 0; i < keys.size(); ++i)
+            addPrice(folder, keys[i].first, keys[i].second, u"2024/06/01"_s, u"9999/12/31"_s, 100 + i);
+        addPrice(folder, 1, 1, u"2026/04/01"_s, u"9999/12/31"_s, 450);  // later period, same month
+        addPrice(folder, 1, 2, u"2026/06/01"_s, u"9999/12/31"_s, 9999); // starts after the month
+        addPrice(folder, 1, 5, u"2024/06/01"_s, u"9999/12/31"_s, 8888); // ignored code
+        addPrice(folder, 3, 1, u"2024/06/01"_s, u"9999/12/31"_s, 7777); // ignored kind
+
+        cls単価 tanka(ctx);
+        QCOMPARE(tanka.iGetTanka(u"202605"_s), qint16(0));
+        QCOMPARE(ui.messages.size(), 0);
+        const QList<qint32> got = {
+            tanka.nマッサージ(),   tanka.n変形徒手(),      tanka.n温按法(),        tanka.n電気光線(),
+            tanka.n鍼灸1術(),      tanka.n鍼灸2術(),       tanka.n鍼灸1術初回(),   tanka.n鍼灸2術初回(),
+            tanka.n電気鍼温灸器(), tanka.n鍼灸1術初検料(), tanka.n鍼灸2術初検料(), tanka.n施術報告書交付料(),
+            tanka.n基本往療費(),   tanka.n加算往療費(),    tanka.n定額料金1割(),   tanka.n定額料金2割(),
+            tanka.n定額料金3割(),  tanka.n実費施術費(),    tanka.n実費交通費()};
+        QList<qint32> expected;
+        for (int i = 0; i < keys.size(); ++i)
+            expected << 100 + i;
+        expected[0] = 450;
+        QCOMPARE(got, expected);
+
+        // Through the ODBC driver manager the same prices load.
+        const auto odbc = useOdbc(folder);
+        cls単価 viaOdbc(ctx);
+        QCOMPARE(viaOdbc.iGetTanka(u"202605"_s), qint16(0));
+        QCOMPARE(viaOdbc.nマッサージ(), 450);
+        QCOMPARE(viaOdbc.n実費交通費(), 118);
+    }
+
+    void noPrices()
+    {
+        TestProgramFolder folder;
+        TestInteraction ui;
+        const AppContext ctx = contextIn(folder, ui);
+        addPrice(folder, 1, 1, u"2024/06/01"_s, u"2026/03/31"_s, 450);
+        cls単価 tanka(ctx);
+        QCOMPARE(tanka.iGetTanka(u"202605"_s), qint16(-1));
+        QCOMPARE(ui.messages.size(), 2);
+        QCOMPARE(ui.messages[0].text, u"単価データがありません。"_s);
+        QCOMPARE(ui.messages[0].icon, MsgIcon::Information);
+        QCOMPARE(ui.messages[1].title, u"DB Read Error!!"_s);
+        QCOMPARE(ui.messages[1].text, u"単価の取得に失敗しました。\r区分:0  コード：0"_s);
+        QCOMPARE(ui.messages[1].icon, MsgIcon::Critical);
+        QCOMPARE(tanka.nマッサージ(), 0);
+        QCOMPARE(tanka.n基本往療費(), 0);
+
+        // No connection string: the reason and the operation in one critical box.
+        ui.clear();
+        folder.writeSettingsFile(u"adodb.ini"_s, u"[接続情報]\n"_s);
+        QCOMPARE(tanka.iGetTanka(u"202605"_s), qint16(-1));
+        QCOMPARE(ui.texts(), QStringList({u"接続文字列取得できません。\r\niGetTanka() でエラー"_s}));
+        cls往療費 ouryo(ctx);
+        ui.clear();
+        QCOMPARE(ouryo.iGetOuryohiAll(u"202605"_s), qint16(-1));
+        QCOMPARE(ui.messages.at(0).text, u"接続文字列取得できません。\r\niGetOuryohiAll() でエラー"_s);
+        QCOMPARE(ui.messages.at(0).icon, MsgIcon::Critical);
+    }
+
+    void houseCallBands()
+    {
+        TestProgramFolder folder;
+        TestInteraction ui;
+        const AppContext ctx = contextIn(folder, ui);
+        addBand(folder, 16, 900);
+        addBand(folder, 4, 300);
+        addBand(folder, 8, 600);
+        addBand(folder, 2, 100, u"2020/01/01"_s, u"2024/05/31"_s); // an earlier period
+        cls往療費 ouryo(ctx);
+        QCOMPARE(ouryo.iGetOuryohiAll(u"202605"_s), qint16(0));
+        QCOMPARE(ouryo.i往療区分数(), qint16(3));
+        QCOMPARE(ouryo.n往療距離MAX(0), 4);
+        QCOMPARE(ouryo.n往療単価(2), 900);
+
+        const QList<std::tuple<qint32, qint16, qint16, qint32>> cases = {
+            {0, 0, 0, 0},     {3, 0, 300, 3},   {4, 0, 300, 4},   {8, 0, 600, 8}, {9, 0, 900, 9},
+            {20, 0, 900, 16}, {20, 1, 600, 16}, {12, 1, 600, 12}, {3, 1, 300, 3}};
+        for (const auto& [distance, mode, fee, seen] : cases) {
+            qint32 d = distance;
+            QCOMPARE(ouryo.iGetOuryohi(d, mode), fee);
+            QCOMPARE(d, seen); // the caller sees the capped distance
+        }
+        QCOMPARE(ui.messages.size(), 0);
+
+        // A second load rebuilds the bands from empty.
+        folder.exec(u"DELETE FROM 往療費区分 WHERE nMaxLen = 16"_s);
+        addBand(folder, 16, 40000); // beyond 16 bits
+        QCOMPARE(ouryo.iGetOuryohiAll(u"202605"_s), qint16(0));
+        QCOMPARE(ouryo.i往療区分数(), qint16(3));
+        qint32 far = 30;
+        QCOMPARE(ouryo.iGetOuryohi(far, 0), qint16(0));
+        QCOMPARE(ui.texts(), QStringList({u"オーバーフローしました。\r\niGetOuryohi() でエラー"_s}));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_prices)
+#include "tst_prices.moc"
