@@ -11,6 +11,13 @@ target_compile_options(qelprn_options INTERFACE -Wall -Wextra -Wpedantic -Wno-un
 if(QELPRN_WERROR)
     target_compile_options(qelprn_options INTERFACE -Werror)
 endif()
+if(QELPRN_FUZZ)
+    # Every library is instrumented for coverage-guided fuzzing, with the address and undefined
+    # behaviour checks; the fuzz targets link libFuzzer's driver.
+    target_compile_options(qelprn_options INTERFACE
+        -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    target_link_options(qelprn_options INTERFACE -fsanitize=address,undefined)
+endif()
 if(QELPRN_SANITIZE)
     target_compile_options(qelprn_options INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
