@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <algorithm>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -92,7 +93,8 @@ bool FormDocument::open(const EngineJob& job, EngineError* error)
             to.transpose();
         m_scale *= qMin(to.width() / from.width(), to.height() / from.height());
     }
-    m_offset = QPointF(job.offsetX, job.offsetY) * (kUnitsPerMm / 10);
+    m_offset =
+        QPointF(std::round(job.offsetX * kUnitsPerMm / 10), std::round(job.offsetY * kUnitsPerMm / 10));
 
     QList<QFont> fonts;
     for (const LayoutFont& f : m_layout.fonts)
@@ -180,35 +182,44 @@ std::pair<int, int> FormDocument::groupPageNumber(int page) const
 
 QRectF FormDocument::toUnits(const QRectF& mm, qreal topMm) const
 {
-    return QRectF(mm.x() * kUnitsPerMm, (mm.y() + topMm) * kUnitsPerMm, mm.width() * kUnitsPerMm,
-                  mm.height() * kUnitsPerMm);
+    // Whole units (1/720 inch): invisible on paper, and a PDF writes them as short integers.
+    const qreal x = std::round(mm.x() * kUnitsPerMm);
+    const qreal y = std::round((mm.y() + topMm) * kUnitsPerMm);
+    return QRectF(x, y, std::round((mm.x() + mm.width()) * kUnitsPerMm) - x,
+                  std::round((mm.y() + topMm + mm.height()) * kUnitsPerMm) - y);
 }
 
-void FormDocument::drawShape(QPainter& painter, const LayoutItem& item, qreal top) const
+QPen FormDocument::shapePen(const LayoutItem& item)
 {
-    QPen pen(item.color, qMax(item.lineWidth * kUnitsPerMm, 0.5));
+    if (item.kind == LayoutItem::Kind::Box && item.lineWidth <= 0)
+        return QPen(Qt::NoPen);
+    QPen pen(item.color, qMax(1.0, std::round(item.lineWidth * kUnitsPerMm)));
     pen.setCapStyle(Qt::SquareCap);
     pen.setJoinStyle(Qt::MiterJoin);
     if (item.dashed)
         pen.setStyle(Qt::DashLine);
+    return pen;
+}
+
+void FormDocument::drawShape(QPainter& painter, const LayoutItem& item, qreal top) const
+{
+    painter.setPen(shapePen(item));
+    const QRectF r = toUnits(item.rect, top);
     if (item.kind == LayoutItem::Kind::Line) {
-        painter.setPen(pen);
-        const QRectF r = toUnits(item.rect, top);
         painter.drawLine(r.topLeft(), r.bottomRight());
     } else if (item.kind == LayoutItem::Kind::Box) {
-        painter.setPen(item.lineWidth > 0 ? pen : QPen(Qt::NoPen));
         painter.setBrush(item.fill.isValid() ? QBrush(item.fill) : QBrush(Qt::NoBrush));
-        painter.drawRect(toUnits(item.rect, top));
+        painter.drawRect(r);
         painter.setBrush(Qt::NoBrush);
     }
 }
 
 void FormDocument::recordBackdrop()
 {
-    // Frames, rules and fixed texts are the same on every page: the shapes go into a picture
-    // recorded once, the fixed texts are laid out once in the text cache; pages replay both.
+    // Frames, rules and fixed texts are the same on every page: they are recorded once per layout
+    // (the shapes as runs sharing a pen, the texts laid out once in the text cache) and every page
+    // replays them.
     auto record = [this](const QList<LayoutItem>& items, const QList<qreal>& tops, Recorded& out) {
-        QPainter p(&out.shapes);
         for (qreal top : tops) {
             for (const LayoutItem& item : items) {
                 if (!item.isStatic())
@@ -216,10 +227,19 @@ void FormDocument::recordBackdrop()
                 if (item.kind == LayoutItem::Kind::Text) {
                     out.texts.append(&item);
                     out.tops.append(top);
-                } else {
-                    drawShape(p, item, top);
-                    out.hasShapes = true;
+                    continue;
                 }
+                const QPen pen = shapePen(item);
+                const QBrush brush = item.kind == LayoutItem::Kind::Box && item.fill.isValid()
+                                         ? QBrush(item.fill)
+                                         : QBrush(Qt::NoBrush);
+                if (out.shapes.isEmpty() || out.shapes.last().pen != pen || out.shapes.last().brush != brush)
+                    out.shapes.append({pen, brush, {}, {}});
+                const QRectF r = toUnits(item.rect, top);
+                if (item.kind == LayoutItem::Kind::Line)
+                    out.shapes.last().lines.append(QLineF(r.topLeft(), r.bottomRight()));
+                else
+                    out.shapes.last().rects.append(r);
             }
         }
     };
@@ -238,22 +258,24 @@ void FormDocument::recordBackdrop()
 
 void FormDocument::replay(QPainter& painter, const Recorded& recorded, QPointF offset)
 {
-    if (recorded.hasShapes) {
-        // A picture is replayed scaled by the device's resolution over its own; undo that, the
-        // picture was recorded in engine units like everything else.
-        const QPaintDevice* device = painter.device();
-        painter.save();
+    offset = QPointF(std::round(offset.x()), std::round(offset.y()));
+    if (!recorded.shapes.isEmpty()) {
         painter.translate(offset);
-        painter.scale(qreal(recorded.shapes.logicalDpiX()) / device->logicalDpiX(),
-                      qreal(recorded.shapes.logicalDpiY()) / device->logicalDpiY());
-        painter.drawPicture(QPointF(0, 0), recorded.shapes);
-        painter.restore();
+        for (const ShapeRun& run : recorded.shapes) {
+            painter.setPen(run.pen);
+            painter.setBrush(run.brush);
+            if (!run.rects.isEmpty())
+                painter.drawRects(run.rects.constData(), int(run.rects.size()));
+            if (!run.lines.isEmpty())
+                painter.drawLines(run.lines.constData(), int(run.lines.size()));
+        }
+        painter.setBrush(Qt::NoBrush);
+        painter.translate(-offset);
     }
     for (qsizetype i = 0; i < recorded.texts.size(); ++i) {
         const LayoutItem& item = *recorded.texts[i];
         const QRectF box = toUnits(item.rect, recorded.tops[i]).translated(offset);
-        painter.setPen(item.color);
-        m_text->draw(painter, box, item.font, item.text, item.align, item.wrap, item.shrink);
+        m_text->draw(painter, box, item.font, item.text, item.align, item.color, item.wrap, item.shrink);
     }
 }
 
@@ -356,14 +378,15 @@ void FormDocument::drawItem(QPainter& painter, const LayoutItem& item, qreal top
         drawShape(painter, item, top);
         return;
     case LayoutItem::Kind::Image:
-        if (context.row)
+        if (context.row) {
+            m_text->flush(painter); // the image lies over the texts drawn so far (the seal)
             drawImage(painter, item, top, context.row->at(item.indexes[0]));
+        }
         return;
     case LayoutItem::Kind::Text:
     case LayoutItem::Kind::Field:
-        painter.setPen(item.color);
         m_text->draw(painter, toUnits(item.rect, top), item.font, itemText(item, context), item.align,
-                     item.wrap, item.shrink);
+                     item.color, item.wrap, item.shrink);
         return;
     }
 }
@@ -386,7 +409,8 @@ bool FormDocument::paintPage(int page, QPainter& painter, EngineError* error)
     painter.save();
     painter.translate(m_offset);
     painter.scale(m_scale, m_scale);
-    painter.translate(m_layout.margins.left() * kUnitsPerMm, m_layout.margins.top() * kUnitsPerMm);
+    painter.translate(std::round(m_layout.margins.left() * kUnitsPerMm),
+                      std::round(m_layout.margins.top() * kUnitsPerMm));
 
     Context context;
     context.row = m_rows.isEmpty() ? nullptr : &m_rows.first();
@@ -439,6 +463,7 @@ bool FormDocument::paintPage(int page, QPainter& painter, EngineError* error)
                 drawItem(painter, item, top, context);
         }
     }
+    m_text->flush(painter);
     painter.restore();
     return true;
 }

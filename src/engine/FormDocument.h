@@ -10,7 +10,6 @@
 #include <QImage>
 #include <QPageLayout>
 #include <QPainter>
-#include <QPicture>
 #include <memory>
 
 namespace qelprn::engine {
@@ -71,22 +70,28 @@ private:
 
     bool plan(const EngineJob& job, EngineError* error);
     void recordBackdrop();
-    void recordItems(QPainter& painter, const QList<LayoutItem>& items, qreal top, QPicture* shapes,
-                     QList<const LayoutItem*>* texts, qreal textTop, QList<qreal>* textTops);
     bool readRows(const Group& group, qint64 first, qint64 count, EngineError* error);
     void drawShape(QPainter& painter, const LayoutItem& item, qreal top) const;
+    static QPen shapePen(const LayoutItem& item);
     void drawItem(QPainter& painter, const LayoutItem& item, qreal top, const Context& context);
     void drawImage(QPainter& painter, const LayoutItem& item, qreal top, const QString& path);
     QString itemText(const LayoutItem& item, const Context& context) const;
     bool visible(const LayoutItem& item, const Context& context) const;
     QRectF toUnits(const QRectF& mm, qreal topMm) const;
 
-    // The recorded backdrop of a band: its frames and rules as a picture, its fixed texts as
-    // (item, top) pairs drawn from the text cache.
+    // The recorded backdrop of a band: its frames and rules as runs of lines and boxes that share a
+    // pen and brush (in drawing order), its fixed texts as (item, top) pairs drawn from the text
+    // cache.
+    struct ShapeRun
+    {
+        QPen pen;
+        QBrush brush;
+        QList<QLineF> lines;
+        QList<QRectF> rects;
+    };
     struct Recorded
     {
-        QPicture shapes;
-        bool hasShapes = false;
+        QList<ShapeRun> shapes;
         QList<const LayoutItem*> texts;
         QList<qreal> tops;
     };

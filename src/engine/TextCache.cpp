@@ -1,21 +1,72 @@
 #include "engine/TextCache.h"
 
 #include <QTextLayout>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
 namespace qelprn::engine {
 
-TextCache::TextCache(QList<QFont> fonts, int maxEntries) : m_fonts(std::move(fonts)), m_cache(maxEntries) {}
+TextCache::TextCache(QList<QFont> fonts, int maxEntries) : m_fonts(std::move(fonts)), m_cache(maxEntries)
+{
+    for (const QFont& font : m_fonts) {
+        FontGlyphs g;
+        g.raw = QRawFont::fromFont(font);
+        g.ascent = g.raw.ascent();
+        g.height = g.raw.ascent() + g.raw.descent();
+        m_glyphs.append(g);
+    }
+}
+
+bool TextCache::simpleLine(int font, QStringView text, qreal& width)
+{
+    FontGlyphs& f = m_glyphs[font];
+    if (!f.raw.isValid())
+        return false;
+    m_line.resize(0);
+    width = 0;
+    for (QChar ch : text) {
+        const char16_t c = ch.unicode();
+        // Scripts that need shaping (right-to-left, Indic, combining marks) and characters outside
+        // the basic plane take the full layout.
+        if ((c >= 0x0300 && c < 0x2000) || ch.isSurrogate() || ch.isMark())
+            return false;
+        auto it = f.glyphs.find(c);
+        if (it == f.glyphs.end()) {
+            Glyph g;
+            quint32 index = 0;
+            int count = 1;
+            if (!f.raw.glyphIndexesForChars(&ch, 1, &index, &count) || count != 1)
+                return false;
+            g.index = index;
+            if (index != 0) {
+                QPointF advance;
+                f.raw.advancesForGlyphIndexes(&index, &advance, 1);
+                g.advance = advance.x();
+            }
+            it = f.glyphs.insert(c, g);
+        }
+        if (it->index == 0)
+            return false; // not in this font: the full layout finds a fallback font
+        m_line.append(*it);
+        width += it->advance;
+    }
+    return true;
+}
+
+TextCache::Pending& TextCache::pendingFor(const QRawFont& font, QRgb color)
+{
+    for (Pending& p : m_pending) {
+        if (p.color == color && p.font == font)
+            return p;
+    }
+    m_pending.append({font, color, {}, {}});
+    return m_pending.last();
+}
 
 const TextCache::Block& TextCache::block(int font, const QString& text, qreal wrapWidth)
 {
-    QString key = QString::number(font);
-    key += u'\x1f';
-    if (wrapWidth > 0)
-        key += QString::number(qRound(wrapWidth));
-    key += u'\x1f';
-    key += text;
+    Key key{font, wrapWidth > 0 ? qRound(wrapWidth) : 0, text};
     if (const Block* cached = m_cache.object(key))
         return *cached;
 
@@ -23,7 +74,6 @@ const TextCache::Block& TextCache::block(int font, const QString& text, qreal wr
     QTextOption option;
     option.setWrapMode(wrapWidth > 0 ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
     layout.setTextOption(option);
-    layout.setCacheEnabled(false);
     auto block = std::make_unique<Block>();
     qreal y = 0;
     qreal width = 0;
@@ -45,13 +95,17 @@ const TextCache::Block& TextCache::block(int font, const QString& text, qreal wr
 }
 
 void TextCache::draw(QPainter& painter, const QRectF& box, int font, const QString& text, Qt::Alignment align,
-                     bool wrap, bool shrink)
+                     const QColor& color, bool wrap, bool shrink)
 {
     if (text.isEmpty())
         return;
-    const Block& b = block(font, text, wrap ? box.width() : 0);
+    qreal width = 0;
+    const bool simple = !wrap && font >= 0 && font < m_glyphs.size() && simpleLine(font, text, width);
+    const Block* b = simple ? nullptr : &block(font, text, wrap ? box.width() : 0);
+    const qreal height = simple ? m_glyphs[font].height : b->size.height();
+    if (!simple)
+        width = b->size.width();
     qreal sx = 1;
-    qreal width = b.size.width();
     if (!wrap && shrink && width > box.width() && width > 0) {
         sx = box.width() / width;
         width = box.width();
@@ -63,21 +117,56 @@ void TextCache::draw(QPainter& painter, const QRectF& box, int font, const QStri
         x = box.right() - width;
     qreal y = box.top();
     if (align & Qt::AlignVCenter)
-        y += (box.height() - b.size.height()) / 2;
+        y += (box.height() - height) / 2;
     else if (align & Qt::AlignBottom)
-        y = box.bottom() - b.size.height();
+        y = box.bottom() - height;
 
+    if (simple) {
+        const FontGlyphs& f = m_glyphs[font];
+        Pending& pending = pendingFor(f.raw, color.rgba());
+        const qreal baseline = std::round(y + f.ascent);
+        qreal pen = 0;
+        for (const Glyph& g : std::as_const(m_line)) {
+            pending.glyphs.append(g.index);
+            pending.positions.append(QPointF(std::round(x + pen * sx), baseline));
+            pen += g.advance;
+        }
+        return;
+    }
     if (sx != 1) {
         painter.save();
+        painter.setPen(color);
         painter.translate(x, y);
         painter.scale(sx, 1);
-        for (const QGlyphRun& run : b.runs)
+        for (const QGlyphRun& run : b->runs)
             painter.drawGlyphRun(QPointF(0, 0), run);
         painter.restore();
         return;
     }
-    for (const QGlyphRun& run : b.runs)
-        painter.drawGlyphRun(QPointF(x, y), run);
+    const QRgb rgb = color.rgba();
+    for (const QGlyphRun& run : b->runs) {
+        Pending& pending = pendingFor(run.rawFont(), rgb);
+        pending.glyphs.append(run.glyphIndexes());
+        for (const QPointF& p : run.positions())
+            pending.positions.append(QPointF(std::round(x + p.x()), std::round(y + p.y())));
+    }
+}
+
+void TextCache::flush(QPainter& painter)
+{
+    for (Pending& p : m_pending) {
+        if (p.glyphs.isEmpty())
+            continue;
+        QGlyphRun run;
+        run.setRawFont(p.font);
+        run.setGlyphIndexes(p.glyphs);
+        run.setPositions(p.positions);
+        painter.setPen(QColor::fromRgba(p.color));
+        painter.drawGlyphRun(QPointF(0, 0), run);
+        // The lists keep their capacity for the next page.
+        p.glyphs.clear();
+        p.positions.clear();
+    }
 }
 
 } // namespace qelprn::engine
