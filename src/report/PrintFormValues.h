@@ -15,16 +15,16 @@ namespace qelprn {
 // with the form's rules; the desktop form and the command line each fill one.
 struct PrintFormValues
 {
-    std::array<bool, 6> optPrint{};          // form kind options
-    QDate imD_Out;                            // billing month (any day of it)
-    QDate imD_Teis;                           // issue date
+    std::array<bool, 6> optPrint{}; // form kind options
+    QDate imD_Out;                  // billing month (any day of it)
+    QDate imD_Teis;                 // issue date
     int cbDairiListIndex = -1;
     qint32 cbDairiItemData = 0;
     int cbTiryoinListIndex = -1;
     qint32 cbTiryoinItemData = 0;
     std::array<qint32, 2> imNum_ShisetuCD{}; // null boxes read as 0
     std::array<bool, 3> optSort{};
-    qint32 imNum_CD = 0;                     // patient code
+    qint32 imNum_CD = 0; // patient code
     std::array<bool, 2> cmbKaishaKbnEnabled{};
     std::array<int, 2> cmbKaishaKbnListIndex{-1, -1};
     std::array<QString, 2> cmbKaishaKbnText;

@@ -227,6 +227,11 @@ qint16 cls_WfdPrintExe::iRenderPdf(bool paper, const QString& pdfPath, int timeo
     if (engine.isEmpty() || !writeCommandFile(Action::Preview, paper))
         return -1;
     QProcess process;
+    // Rendering to a file needs no screen: without a chosen platform the engine runs offscreen.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    if (!environment.contains(u"QT_QPA_PLATFORM"_s))
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+    process.setProcessEnvironment(environment);
     process.start(engine, {u"--pdf"_s, pdfPath, u"/c"_s, toLocalPath(commandFilePath())});
     if (!process.waitForStarted()) {
         sErrMsg = u"帳票印刷エンジン "_s + engine + u" を起動できません。"_s + process.errorString();

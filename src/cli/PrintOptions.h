@@ -1,0 +1,50 @@
+#pragma once
+
+#include "db/DbInfo.h"
+#include "report/PrintFormValues.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+namespace qelprn::cli {
+
+// The options of `qelprn-cli print`, turned into the values of the main form's controls, so that
+// the print run reads them with the form's own rules.
+struct PrintOptions
+{
+    enum class Output { None, CsvOnly, Preview, Print, Pdf };
+
+    PrintFormValues values;
+    int kind = 0;
+    QString appDir;                      // "" = the default program folder
+    std::optional<QList<SiteKey>> sites; // kind 6: the sites named by --sites; none = every site
+    Output output = Output::None;
+    QString pdfFile; // absolute
+    bool yes = false;
+};
+
+// Parses args; false with problem set when an option is unknown, malformed or missing.
+bool parsePrintOptions(const QStringList& args, PrintOptions& options, QString& problem);
+
+// The command line's stand-in for the main form.
+class CliPrintForm : public PrintConditionSource
+{
+public:
+    CliPrintForm(PrintFormValues values, QList<SelectedDatabase> databases)
+        : m_values(std::move(values)), m_databases(std::move(databases))
+    {}
+    bool readPrintFormValues(PrintFormValues& values) override
+    {
+        values = m_values;
+        return true;
+    }
+    QList<SelectedDatabase> selectedDatabases() override { return m_databases; }
+
+private:
+    PrintFormValues m_values;
+    QList<SelectedDatabase> m_databases;
+};
+
+} // namespace qelprn::cli
