@@ -66,6 +66,13 @@ void readLoaderField(const RecordSet& rs, const QString& name, QDateTime& out)
         out = dateTimeOf(v);
 }
 
+QString ownSiteRowStatement(const AppContext& ctx, const QString& table, qint32 nIDNo)
+{
+    return u"SELECT * FROM "_s + table + u" WHERE nIDNo = "_s + QString::number(nIDNo) +
+           u" and iKyotenCd = "_s + QString::number(ctx.iBaseKyotenCd) + u" and iKyotenEb = "_s +
+           QString::number(ctx.iBaseKyotenEb);
+}
+
 bool loadSingleRow(const AppContext& ctx, const QString& sql, QString* errorText,
                    const std::function<void(const RecordSet&)>& fill)
 {

@@ -39,4 +39,19 @@ void readLoaderField(const RecordSet& rs, const QString& name, QDateTime& out);
 bool loadSingleRow(const AppContext& ctx, const QString& sql, QString* errorText,
                    const std::function<void(const RecordSet&)>& fill);
 
+// "SELECT * FROM <table> WHERE nIDNo = … and iKyotenCd = … and iKyotenEb = …" for the own site.
+QString ownSiteRowStatement(const AppContext& ctx, const QString& table, qint32 nIDNo);
+
+// The loaders' whole calling sequence: reads the row into a copy of rec (so that a Null number
+// keeps rec's value) and assigns the copy to rec only when the row was read whole.
+template <typename Info, typename Read>
+bool loadInto(const AppContext& ctx, const QString& sql, Info& rec, QString* errorText, Read read)
+{
+    Info loaded = rec;
+    const bool found = loadSingleRow(ctx, sql, errorText, [&](const RecordSet& rs) { read(rs, loaded); });
+    if (found)
+        rec = loaded; // assigned as a whole once the connection is closed
+    return found;
+}
+
 } // namespace qelprn

@@ -60,6 +60,10 @@ MasterTable::~MasterTable() = default;
 
 qint16 MasterTable::guardedImpl(const std::function<qint16()>& body)
 {
+    if (!m_ado) {
+        sErrMsg = u"iInit() が呼ばれていません。"_s;
+        return -1;
+    }
     try {
         return body();
     } catch (const std::exception& e) {

@@ -16,6 +16,15 @@ int TableDef::indexOf(QStringView name) const
     return it == index.constEnd() ? -1 : it.value();
 }
 
+void TableDef::allocate(IdAllocation how, const QString& expression, const QString& siteCd,
+                        const QString& siteEb)
+{
+    allocation = how;
+    maxExpression = expression;
+    maxSiteCd = siteCd;
+    maxSiteEb = siteEb;
+}
+
 void TableDef::setDefault(std::initializer_list<QStringView> names, qint32 value)
 {
     for (const QStringView name : names)

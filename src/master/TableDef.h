@@ -94,6 +94,11 @@ struct TableDef
     int indexOf(QStringView name) const;
     const ColumnDef& column(QStringView name) const { return columns.at(indexOf(name)); }
     ColumnDef& column(QStringView name) { return columns[indexOf(name)]; }
+    // Number allocation: the max expression and the fragments before the site code and branch
+    // (an empty branch fragment tests the site code alone).
+    void allocate(IdAllocation how, const QString& expression,
+                  const QString& siteCd = QStringLiteral("  where iKyotenCd = "),
+                  const QString& siteEb = QStringLiteral("  and iKyotenEb = "));
     // Start values of number columns: the named ones, or every Int column.
     void setDefault(std::initializer_list<QStringView> names, qint32 value);
     void setIntDefault(qint32 value);

@@ -13,9 +13,8 @@ const TableDef& cD_CAREMANE::table()
         d.table = u"CAREMANE"_s;
         d.word = u"CAREMANE"_s;
         d.setDefault({u"nIDNo", u"iSisetsuCode"}, -1);
-        d.allocation = IdAllocation::SiteMax;
-        d.maxExpression = u"      max(CAREMANE.nIDNo) as nIDNo"_s;
-        d.maxSiteCd = u"  where iKyotenCd = "_s;
+        d.allocate(IdAllocation::SiteMax, u"      max(CAREMANE.nIDNo) as nIDNo"_s, u"  where iKyotenCd = "_s,
+                   QString());
         return d.finish();
     }();
     return def;

@@ -32,10 +32,7 @@ const TableDef& cD_CORP::table()
         d.siteInKeyWhere = true;
         d.siteOnRead = true;
         d.readWhere = readWhere;
-        d.allocation = IdAllocation::SiteMax;
-        d.maxExpression = u"      max(CORP.nIDNo) as nIDNo"_s;
-        d.maxSiteCd = u"  where iKyotenCd = "_s;
-        d.maxSiteEb = u"  and iKyotenEb = "_s;
+        d.allocate(IdAllocation::SiteMax, u"      max(CORP.nIDNo) as nIDNo"_s);
         return d.finish();
     }();
     return def;

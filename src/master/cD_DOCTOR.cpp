@@ -35,10 +35,7 @@ const TableDef& cD_DOCTOR::table()
         d.readFrom = u"DOCTOR left join SISETSU on SISETSU.nIDNo = DOCTOR.iSisetsuCode"_s;
         d.readWhere = readWhere;
         d.orderBy = u"  order by      DOCTOR.nIDNo"_s;
-        d.allocation = IdAllocation::GapFill;
-        d.maxExpression = u"      max(CAST(DOCTOR.cIDNo AS NUMERIC(10))) as nIDNo"_s;
-        d.maxSiteCd = u"  where iKyotenCd = "_s;
-        d.maxSiteEb = u"  and iKyotenEb = "_s;
+        d.allocate(IdAllocation::GapFill, u"      max(CAST(DOCTOR.cIDNo AS NUMERIC(10))) as nIDNo"_s);
         d.gapTakenTest = u"  and CAST(DOCTOR.cIDNo AS NUMERIC(10)) = "_s;
         d.gapMinSelect = u"  select min((CAST(DOCTOR.cIDNo AS NUMERIC(10)))) as nIDNo from DOCTOR"_s;
         d.gapColumn = u"nIDNo"_s;

@@ -36,10 +36,8 @@ const TableDef& cD_RIYOUSHA::table()
         d.siteInKeyWhere = true;
         d.readWhere = readWhere;
         d.orderBy = u"  order by      RIYOUSHA.nIDNo"_s;
-        d.allocation = IdAllocation::SiteMax;
-        d.maxExpression = u"      max(RIYOUSHA.nIDNo) as nIDNo"_s;
-        d.maxSiteCd = u"  WHERE iKyotenCd = "_s;
-        d.maxSiteEb = u"  AND iKyotenEb = "_s;
+        d.allocate(IdAllocation::SiteMax, u"      max(RIYOUSHA.nIDNo) as nIDNo"_s, u"  WHERE iKyotenCd = "_s,
+                   u"  AND iKyotenEb = "_s);
         return d.finish();
     }();
     return def;

@@ -15,10 +15,7 @@ const TableDef& cD_SHINSEISYO::table()
         d.setDefault({u"nIDNo"}, -1);
         d.siteInKeyWhere = true;
         d.siteOnRead = true;
-        d.allocation = IdAllocation::SiteMax;
-        d.maxExpression = u"      max(SHINSEISYO.nIDNo) as nIDNo"_s;
-        d.maxSiteCd = u"  where iKyotenCd = "_s;
-        d.maxSiteEb = u"  and iKyotenEb = "_s;
+        d.allocate(IdAllocation::SiteMax, u"      max(SHINSEISYO.nIDNo) as nIDNo"_s);
         return d.finish();
     }();
     return def;

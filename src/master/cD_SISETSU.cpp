@@ -77,10 +77,8 @@ const TableDef& cD_SISETSU::table()
                          u"cShamei1"_s,     u"cShamei2"_s,      u"cTelNo"_s,         u"cYubinNo"_s,
                          u"cSisetsuType"_s, u"nIDNo"_s,         u"iKikanShubetsu"_s, u"nColorCode"_s,
                          u"iColorIndex"_s,  u"cShamei1Ryaku"_s, u"iPaymentType"_s,   u"cShameiKana1"_s};
-        d.allocation = IdAllocation::SitePrefix;
-        d.maxExpression = u"      max(Sisetsu.nIDNo) as nIDNo"_s;
-        d.maxSiteCd = u" where"_s + u" iKyotenCd = "_s;
-        d.maxSiteEb = u" and iKyotenEb = "_s;
+        d.allocate(IdAllocation::SitePrefix, u"      max(Sisetsu.nIDNo) as nIDNo"_s,
+                   u" where"_s + u" iKyotenCd = "_s, u" and iKyotenEb = "_s);
         d.readWhere = readWhere;
         d.gridWhere = gridWhere;
         return d.finish();

@@ -13,10 +13,7 @@ const TableDef& cD_SYOUKAI::table()
         d.table = u"SYOUKAI"_s;
         d.word = u"SYOUKAI"_s;
         d.setDefault({u"nIDNo", u"iSisetsuCode"}, -1);
-        d.allocation = IdAllocation::GapFill;
-        d.maxExpression = u"      max(SYOUKAI.nIDNo) as nIDNo"_s;
-        d.maxSiteCd = u"  where iKyotenCd = "_s;
-        d.maxSiteEb = u"  and iKyotenEb = "_s;
+        d.allocate(IdAllocation::GapFill, u"      max(SYOUKAI.nIDNo) as nIDNo"_s);
         d.gapTakenTest = u"  and SYOUKAI.nIDNo = "_s;
         d.gapMinSelect = u"  select min(SYOUKAI.cIDNo) as nIDNo from SYOUKAI"_s;
         d.gapColumn = u"nIDNo"_s;
