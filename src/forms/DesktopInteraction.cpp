@@ -1,0 +1,132 @@
+#include "forms/DesktopInteraction.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QMessageBox>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QUrl>
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn {
+
+namespace {
+
+QMessageBox::Icon iconOf(MsgIcon icon)
+{
+    switch (icon) {
+    case MsgIcon::Information:
+        return QMessageBox::Information;
+    case MsgIcon::Exclamation:
+        return QMessageBox::Warning;
+    case MsgIcon::Critical:
+        return QMessageBox::Critical;
+    case MsgIcon::Question:
+        return QMessageBox::Question;
+    case MsgIcon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+// Progress shows only after this long, so quick runs never flash a dialog.
+constexpr int kProgressDelayMs = 500;
+
+} // namespace
+
+DesktopInteraction::DesktopInteraction() = default;
+
+DesktopInteraction::~DesktopInteraction()
+{
+    closeProgress();
+    while (m_busyDepth > 0)
+        setBusy(false);
+}
+
+MsgResult DesktopInteraction::messageBox(const QString& text, const QString& title, MsgIcon icon,
+                                         MsgButtons buttons)
+{
+    // A message must be readable even while a run holds the wait cursor.
+    const bool busy = m_busyDepth > 0;
+    if (busy)
+        QApplication::setOverrideCursor(Qt::ArrowCursor);
+    QString shown = text;
+    shown.replace(u"\r\n"_s, u"\n"_s);
+    shown.replace(u'\r', u'\n');
+    QMessageBox box(iconOf(icon), title, shown,
+                    buttons == MsgButtons::YesNo ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok,
+                    QApplication::activeWindow());
+    if (buttons == MsgButtons::YesNo) {
+        box.button(QMessageBox::Yes)->setText(u"はい(&Y)"_s);
+        box.button(QMessageBox::No)->setText(u"いいえ(&N)"_s);
+    }
+    const int answer = box.exec();
+    if (busy)
+        QApplication::restoreOverrideCursor();
+    if (buttons == MsgButtons::Ok)
+        return MsgResult::Ok;
+    return answer == QMessageBox::Yes ? MsgResult::Yes : MsgResult::No;
+}
+
+void DesktopInteraction::setBusy(bool busy)
+{
+    if (busy) {
+        if (m_busyDepth++ == 0) {
+            QApplication::setOverrideCursor(Qt::WaitCursor);
+            m_runTimer.start();
+        }
+        return;
+    }
+    if (m_busyDepth == 0)
+        return;
+    if (--m_busyDepth == 0) {
+        QApplication::restoreOverrideCursor();
+        closeProgress();
+    }
+}
+
+void DesktopInteraction::progress(const QString& phase, qint64 done, qint64 total)
+{
+    if (!m_runTimer.isValid())
+        m_runTimer.start();
+    if (!m_progress && m_runTimer.elapsed() < kProgressDelayMs)
+        return;
+    if (!m_progress) {
+        m_progress = new QProgressDialog(QApplication::activeWindow());
+        m_progress->setWindowTitle(u"施設請求書印刷"_s);
+        m_progress->setCancelButton(nullptr);
+        m_progress->setMinimumDuration(0);
+        m_progress->setWindowModality(Qt::ApplicationModal);
+        m_progress->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    // Units can exceed int; the dialog only needs the proportion.
+    const int scale = total > 0 ? 1000 : 0;
+    m_progress->setLabelText(phase);
+    m_progress->setRange(0, scale);
+    m_progress->setValue(total > 0 ? int(qBound(qint64(0), done * 1000 / total, qint64(1000))) : 0);
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void DesktopInteraction::openUrl(const QString& url)
+{
+    if (!QDesktopServices::openUrl(QUrl(url)))
+        messageBox(url + u"\r\nを開けませんでした。"_s, u"施設請求書印刷"_s, MsgIcon::Exclamation);
+}
+
+void DesktopInteraction::endProgram(int exitCode)
+{
+    closeProgress();
+    std::exit(exitCode);
+}
+
+void DesktopInteraction::closeProgress()
+{
+    if (m_progress)
+        m_progress->close();
+    m_progress = nullptr;
+    m_runTimer.invalidate();
+}
+
+} // namespace qelprn

@@ -1,0 +1,26 @@
+#include "forms/RunOutcomeInteraction.h"
+
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn {
+
+MsgResult RunOutcomeInteraction::messageBox(const QString& text, const QString& title, MsgIcon icon,
+                                            MsgButtons buttons)
+{
+    const bool error = icon == MsgIcon::Critical || icon == MsgIcon::Exclamation;
+    // The first failure is the one worth showing; the first line names the failing step.
+    if (buttons == MsgButtons::Ok && !m_failed) {
+        m_message = text.section(QRegularExpression(u"[\r\n]+"_s), 0, 0, QString::SectionSkipEmpty);
+        m_failed = error;
+    }
+    return m_inner.messageBox(text, title, icon, buttons);
+}
+
+QString RunOutcomeInteraction::outcome() const
+{
+    return m_message.isEmpty() ? u"完了"_s : m_message;
+}
+
+} // namespace qelprn

@@ -1,0 +1,205 @@
+#include "forms/SearchDialogBase.h"
+
+#include "forms/OnlineHelp.h"
+#include "master/OwnConnection.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn {
+
+namespace {
+const QString kTitle = u"施設請求書印刷"_s;
+}
+
+SearchDialogBase::SearchDialogBase(const AppContext& ctx, const QString& title, const QString& chooseTip,
+                                   QWidget* parent)
+    : QDialog(parent), m_ctx(ctx)
+{
+    setWindowTitle(title);
+    setSizeGripEnabled(true);
+
+    auto* frame = new QGroupBox(u"抽出条件"_s, this);
+    frame->setObjectName(u"Frame1"_s);
+    m_filters = new QGridLayout(frame);
+    m_filters->setColumnStretch(1, 1);
+    m_filters->setColumnStretch(3, 1);
+
+    but_Read = new QPushButton(u"検索(&S)"_s, this);
+    but_Read->setObjectName(u"but_Read"_s);
+    but_Read->setToolTip(u"抽出条件で検索します (F4)"_s);
+    connect(but_Read, &QPushButton::clicked, this, [this] { iDsp1ranSub(); });
+
+    laJouken = new QLabel(u"抽出条件："_s, this);
+    laJouken->setObjectName(u"laJouken"_s);
+    laJouken->setWordWrap(true);
+
+    spr_1ran = new QTableWidget(this);
+    spr_1ran->setObjectName(u"spr_1ran"_s);
+    spr_1ran->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    spr_1ran->setSelectionBehavior(QAbstractItemView::SelectRows);
+    spr_1ran->setSelectionMode(QAbstractItemView::SingleSelection);
+    spr_1ran->setAlternatingRowColors(true);
+    spr_1ran->verticalHeader()->setVisible(false);
+    spr_1ran->verticalHeader()->setDefaultSectionSize(spr_1ran->fontMetrics().height() + 8);
+    spr_1ran->setWordWrap(false);
+    spr_1ran->horizontalHeader()->setStretchLastSection(true);
+    connect(spr_1ran, &QTableWidget::cellDoubleClicked, this, [this] { vWhenSeledOK(); });
+
+    but_Act = new QPushButton(u"確 定"_s, this);
+    but_Act->setObjectName(u"but_Act"_s);
+    but_Act->setToolTip(chooseTip);
+    but_Act->setEnabled(false);
+    but_Act->setDefault(true);
+    connect(but_Act, &QPushButton::clicked, this, [this] { vWhenSeledOK(); });
+
+    but_End = new QPushButton(u"閉じる"_s, this);
+    but_End->setObjectName(u"but_End"_s);
+    but_End->setToolTip(u"処理を終了します"_s);
+    connect(but_End, &QPushButton::clicked, this, &QDialog::reject);
+
+    auto* menuBar = new QMenuBar(this);
+    QMenu* menu = menuBar->addMenu(u"機能(&F)"_s);
+    menu->addAction(u"検索"_s, QKeySequence(Qt::Key_F4), this, [this] { iDsp1ranSub(); });
+    menu->addAction(u"確定"_s, QKeySequence(Qt::Key_F5), this, [this] { vWhenSeledOK(); });
+    menu->addAction(u"閉じる"_s, QKeySequence(Qt::Key_F12), this, &QDialog::reject);
+    QMenu* help = menuBar->addMenu(u"ヘルプ(&H)"_s);
+    help->addAction(u"オンラインヘルプ(&M)"_s, QKeySequence(Qt::Key_F1), this,
+                    [this] { vDispOnlineHelp(m_ctx, 1); });
+
+    auto* top = new QHBoxLayout;
+    top->addWidget(frame, 1);
+    top->addWidget(but_Read, 0, Qt::AlignBottom);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(but_Act);
+    buttons->addWidget(but_End);
+    auto* layout = new QVBoxLayout(this);
+    layout->setMenuBar(menuBar);
+    layout->addLayout(top);
+    layout->addWidget(laJouken);
+    layout->addWidget(spr_1ran, 1);
+    layout->addLayout(buttons);
+}
+
+void SearchDialogBase::setColumns(const QStringList& headers, const QList<int>& widths)
+{
+    spr_1ran->setColumnCount(int(headers.size()));
+    spr_1ran->setHorizontalHeaderLabels(headers);
+    const int unit = fontMetrics().horizontalAdvance(u'０');
+    for (int c = 0; c < widths.size() && c < headers.size(); ++c)
+        spr_1ran->setColumnWidth(c, widths.at(c) * unit);
+}
+
+void SearchDialogBase::addFilter(int row, int col, const QString& label, QWidget* widget)
+{
+    auto* caption = new QLabel(label, widget->parentWidget());
+    caption->setBuddy(widget);
+    m_filters->addWidget(caption, row, col * 2);
+    m_filters->addWidget(widget, row, col * 2 + 1);
+}
+
+QString SearchDialogBase::joiner(QString& conditions)
+{
+    const QString word = conditions.isEmpty() ? u" where"_s : u" and"_s;
+    conditions += word;
+    return word;
+}
+
+bool SearchDialogBase::acceptsRow(const QStringList&, const QStringList&) const
+{
+    return true;
+}
+
+void SearchDialogBase::showError(const QString& text) const
+{
+    m_ctx.interaction().messageBox(text, kTitle, MsgIcon::Critical);
+}
+
+qint16 SearchDialogBase::iDsp1ranSub()
+{
+    spr_1ran->setRowCount(0);
+    but_Act->setEnabled(false);
+    const QString summary = conditionSummary();
+    laJouken->setText(u"抽出条件："_s + summary);
+
+    BusyPointer busy(m_ctx.interaction());
+    OwnConnection own(m_ctx);
+    switch (own.open(listSql())) {
+    case OwnConnection::Status::NoConnectionString:
+        showError(u"iDsp1ranSub() でエラー\r\n接続文字列取得できません。"_s);
+        return -1;
+    case OwnConnection::Status::Failed:
+        showError(u"iDsp1ranSub() でエラー\r\n"_s + own.errorText());
+        return -1;
+    case OwnConnection::Status::Ok:
+        break;
+    }
+    RecordSet& rs = own.rs();
+    QList<QStringList> rows;
+    while (!rs.isEOF()) {
+        QStringList cells = cellsOf(rs);
+        if (acceptsRow(cells, rows.isEmpty() ? QStringList() : rows.constLast()))
+            rows.append(std::move(cells));
+        rs.moveNext();
+    }
+    if (rs.hasError()) {
+        showError(u"iDsp1ranSub() でエラー\r\n"_s + rs.errorText());
+        return -1;
+    }
+    if (rows.isEmpty()) {
+        m_ctx.interaction().messageBox(noRowsText(), kTitle, MsgIcon::Information);
+        return 1;
+    }
+
+    spr_1ran->setUpdatesEnabled(false);
+    spr_1ran->setRowCount(int(rows.size()));
+    int preselectRow = -1;
+    for (int r = 0; r < rows.size(); ++r) {
+        const QStringList& cells = rows.at(r);
+        for (int c = 0; c < cells.size() && c < spr_1ran->columnCount(); ++c)
+            spr_1ran->setItem(r, c, new QTableWidgetItem(cells.at(c)));
+        if (m_preselect > 0 && preselectRow < 0 && cells.value(0).toLongLong() == m_preselect)
+            preselectRow = r;
+    }
+    spr_1ran->setUpdatesEnabled(true);
+    but_Act->setEnabled(true);
+    if (preselectRow >= 0) {
+        spr_1ran->setCurrentCell(preselectRow, 0);
+        spr_1ran->selectRow(preselectRow);
+        spr_1ran->scrollToItem(spr_1ran->item(preselectRow, 0));
+    } else {
+        // Without a listed preselection no row is active, so choosing needs a deliberate pick.
+        spr_1ran->setCurrentIndex(QModelIndex());
+        spr_1ran->clearSelection();
+    }
+    return 0;
+}
+
+bool SearchDialogBase::vWhenSeledOK()
+{
+    const int row = spr_1ran->currentRow();
+    if (spr_1ran->rowCount() == 0 || row < 0 || !spr_1ran->item(row, 0)->isSelected()) {
+        m_ctx.interaction().messageBox(u"有効な行が選択されていません！"_s, kTitle, MsgIcon::Exclamation);
+        return false;
+    }
+    QStringList cells;
+    for (int c = 0; c < spr_1ran->columnCount(); ++c)
+        cells.append(spr_1ran->item(row, c) ? spr_1ran->item(row, c)->text() : QString());
+    m_seledCode = cells.value(0).toInt();
+    m_seledName = cells.value(1);
+    takeChoice(cells);
+    accept();
+    return true;
+}
+
+} // namespace qelprn

@@ -1,0 +1,47 @@
+#include "forms/frmBack.h"
+
+#include "app/Paths.h"
+#include "app/StartupCheck.h"
+#include "app/SysIni.h"
+
+#include <QFileInfo>
+#include <QLabel>
+#include <QResizeEvent>
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn {
+
+frmBack::frmBack(AppContext& ctx, QWidget* parent) : QWidget(parent), m_ctx(ctx)
+{
+    setObjectName(u"frmBack"_s);
+    setWindowTitle(u"施設請求書印刷"_s);
+    setAutoFillBackground(true);
+    QPalette p = palette();
+    p.setColor(QPalette::Window, QColor(0x2f, 0x4f, 0x6f));
+    setPalette(p);
+    ImgWall = new QLabel(this);
+    ImgWall->setObjectName(u"ImgWall"_s);
+    ImgWall->setScaledContents(true);
+}
+
+void frmBack::Form_Load()
+{
+    BusyPointer busy(m_ctx.interaction());
+    // The own site comes from BASEID (characters 1-2 and 3-4); a missing "Tovara.ini" ends the program.
+    const AppContext loaded = loadAppContext(m_ctx.interaction(), m_ctx.csAppDir);
+    m_ctx.iBaseKyotenCd = loaded.iBaseKyotenCd;
+    m_ctx.iBaseKyotenEb = loaded.iBaseKyotenEb;
+    m_wallpaper = toLocalPath(csIconDir(m_ctx) + vGetSysIniValue(m_ctx, u"WALLPAPER"_s, false).trimmed());
+    if (QFileInfo(m_wallpaper).isFile() && m_picture.load(m_wallpaper))
+        ImgWall->setPixmap(m_picture);
+    ImgWall->setGeometry(rect());
+}
+
+void frmBack::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    ImgWall->setGeometry(0, 0, event->size().width(), event->size().height());
+}
+
+} // namespace qelprn

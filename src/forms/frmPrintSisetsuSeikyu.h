@@ -1,0 +1,145 @@
+#pragma once
+
+#include "app/AppContext.h"
+#include "db/cT_ADODB.h"
+#include "report/PrintFormValues.h"
+
+#include <QDate>
+#include <QDialog>
+#include <array>
+#include <functional>
+
+class QAction;
+class QButtonGroup;
+class QCheckBox;
+class QComboBox;
+class QDateEdit;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QRadioButton;
+class QSpinBox;
+class QStatusBar;
+
+namespace qelprn {
+
+class SiteGridWidget;
+
+// The program's working window. It collects the print conditions (form kind, billing month, issue
+// date, facility, patient and practitioner filters, printed names, sort order and, for the
+// multi-site invoice, the sites), applies the control-state rules of each form kind, starts the
+// print run in preview or print mode and keeps the last choices in "印刷設定.ini". Controls carry
+// the suite's names as object names; arrays are "name_index" (optPrint_0 .. optPrint_5).
+class frmPrintSisetsuSeikyu : public QDialog, public PrintConditionSource
+{
+    Q_OBJECT
+
+public:
+    // The print run: mode 0 preview, 1 print; the form is the run's source of conditions.
+    using PrintAction = std::function<void(AppContext&, qint16 mode, PrintConditionSource&)>;
+
+    // today: the day the billing month and issue date defaults are taken from.
+    frmPrintSisetsuSeikyu(AppContext& ctx, PrintAction print, QDate today = QDate::currentDate(),
+                          QWidget* parent = nullptr);
+
+    // The loading steps. False when the form must unload at once (no practitioners, a failed list).
+    bool Form_Load();
+
+    bool readPrintFormValues(PrintFormValues& values) override;
+    QList<SelectedDatabase> selectedDatabases() override;
+
+    void optPrint_Click(int index);
+    void optSelJob_Click(int index);
+    void optSelCorp_Click(int index);
+    void sprKyoten_Click(int row); // 0-based grid row
+    void chkChushi_Click();
+    void cbPreview_Click();
+    void cbPrint_Click();
+    // Writes "並び順", "印字社名", "印字治療院名", "対象施設" in that order; stops at the first failed write.
+    qint16 iSavePrintSettings();
+    void iLoadPrintSettings();
+
+    bool bMenuReturn = false;
+    QString sErrMsg;
+    cT_ADODB cADO;
+
+    std::array<QRadioButton*, 6> optPrint{};
+    QDateEdit* imD_Out = nullptr;
+    QDateEdit* imD_Teis = nullptr;
+    QGroupBox* Frame5 = nullptr;
+    std::array<QRadioButton*, 2> optSelSisetsuType{};
+    QGroupBox* frmAbsSeikyuSisetsu = nullptr;
+    QGroupBox* frmAbsSejutsuSisetsu = nullptr;
+    QGroupBox* frmAbsRiyousha = nullptr;
+    QGroupBox* frmPrintSisetsu = nullptr;
+    std::array<QLabel*, 6> laTitleShisetu{};
+    std::array<QSpinBox*, 2> imNum_ShisetuCD{};
+    std::array<QLineEdit*, 2> txtShisetu{};
+    std::array<QPushButton*, 2> btnSelShisetu{};
+    std::array<QComboBox*, 2> cmbKaishaKbn{};
+    QComboBox* cbTantou = nullptr;
+    QSpinBox* imNum_CD = nullptr; // imNum_CD(0)
+    QLineEdit* txtSelKanja = nullptr;
+    QPushButton* btn_KanjaSelect = nullptr;
+    std::array<QLabel*, 3> Label2{};
+    QSpinBox* imNum_StaffNo = nullptr;
+    QLineEdit* txtSelStaff = nullptr; // the practitioner's name beside imNum_StaffNo
+    QPushButton* btn_StaffSelect = nullptr;
+    QCheckBox* chkChushi = nullptr;
+    QComboBox* cbDairi = nullptr;
+    QComboBox* cbTiryoin = nullptr;
+    QGroupBox* frmSort = nullptr;
+    std::array<QRadioButton*, 3> optSort{};
+    QGroupBox* frmSelectSisetsu = nullptr;
+    std::array<QRadioButton*, 4> optSortShisetsu{};
+    QGroupBox* FraCorpFc = nullptr;
+    std::array<QRadioButton*, 3> optSelCorp{};
+    QGroupBox* FraKyoten = nullptr;
+    std::array<QRadioButton*, 3> optSelJob{};
+    QGroupBox* FrmSelKyoten = nullptr;
+    QLabel* LblSetKyoten = nullptr;
+    SiteGridWidget* sprKyoten = nullptr;
+    QPushButton* cbPreview = nullptr;
+    QPushButton* cbPrint = nullptr;
+    QPushButton* cbReturn = nullptr;
+    QPushButton* cmdMenu = nullptr;
+    QStatusBar* StatusBar1 = nullptr;
+
+private:
+    void buildControls();
+    QWidget* buildKindGroup();
+    QWidget* buildDateGroup();
+    void buildConditionFrames();
+    void buildSiteFrames();
+    void buildMenu(QWidget* menuHost);
+    void connectControls();
+
+    bool openConnection(const QString& header);
+    bool loadCorpLists();
+    bool loadStaffList();
+    bool loadFacilityKinds();
+    void loadSiteGrid();
+    void runPrint(qint16 mode);
+    int selectedJob() const;
+    void showLoadMessage(const QString& text, MsgIcon icon) const;
+    void updateStatus();
+
+    void searchFacility(int index);
+    void searchStaff();
+    void searchPatient();
+    void lookUpFacility(int index);
+    void lookUpPatient();
+    void lookUpStaff(bool report);
+    void showVersion();
+
+    AppContext& m_ctx;
+    PrintAction m_print;
+    QDate m_today;
+    QLabel* m_statusDb = nullptr;
+    QLabel* m_statusSite = nullptr;
+    QLabel* m_statusRun = nullptr;
+    QString m_siteName;
+};
+
+} // namespace qelprn

@@ -1,0 +1,61 @@
+// qelprn: the desktop program. Started by the suite's menu with a non-empty command line; shows the
+// print form and returns to the menu when it closes.
+//
+// Diagnostics (environment): QELPRN_SCREENSHOT_DIR=<folder> saves pictures of the form and its
+// dialogs there and ends (QELPRN_SCREENSHOT_SUFFIX is added to the file names);
+// QELPRN_QUIT_WHEN_READY=1 prints the start-up time once the main form is usable and ends.
+#include "app/Paths.h"
+#include "forms/DesktopInteraction.h"
+#include "forms/ScreenshotTour.h"
+#include "forms/mod施設請求書Main.h"
+#include "report/PrintRun.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTimer>
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+int main(int argc, char* argv[])
+{
+    QElapsedTimer started;
+    started.start();
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(u"qelprn"_s);
+    QApplication::setApplicationDisplayName(u"施設請求書印刷"_s);
+
+    qelprn::DesktopInteraction ui;
+    qelprn::AppContext ctx;
+    ctx.ui = &ui;
+    ctx.csAppDir = qelprn::defaultAppDir();
+    // Relative database folders in the settings are taken from the program folder.
+    QDir::setCurrent(ctx.csAppDir);
+
+    // The suite passes one command-line string; its words arrive split, so they are joined again.
+    const QString commandLine = QApplication::arguments().mid(1).join(u' ');
+
+    const auto print = [](qelprn::AppContext& context, qint16 mode, qelprn::PrintConditionSource& form) {
+        qelprn::PrintRun run(context);
+        run.PrintSisetsuSeikyu(mode, form);
+    };
+
+    std::function<void(qelprn::frmPrintSisetsuSeikyu&)> whenShown;
+    const QString screenshots = qEnvironmentVariable("QELPRN_SCREENSHOT_DIR");
+    if (!screenshots.isEmpty()) {
+        whenShown = [&ctx, screenshots](qelprn::frmPrintSisetsuSeikyu& form) {
+            const QStringList files = qelprn::saveScreenshots(
+                ctx, form, screenshots, qEnvironmentVariable("QELPRN_SCREENSHOT_SUFFIX"));
+            for (const QString& file : files)
+                std::printf("%s\n", qPrintable(file));
+        };
+    } else if (qEnvironmentVariableIntValue("QELPRN_QUIT_WHEN_READY") == 1) {
+        whenShown = [&started](qelprn::frmPrintSisetsuSeikyu& form) {
+            std::printf("startup-ms %lld\n", static_cast<long long>(started.elapsed()));
+            std::fflush(stdout);
+            form.reject();
+        };
+    }
+    return qelprn::Main(ctx, commandLine, print, whenShown);
+}

@@ -1,0 +1,31 @@
+#include "forms/mod施設請求書Main.h"
+
+#include "app/StartupCheck.h"
+#include "forms/MenuProgram.h"
+#include "forms/frmBack.h"
+
+#include <QTimer>
+
+namespace qelprn {
+
+int Main(AppContext& ctx, const QString& commandLine, const frmPrintSisetsuSeikyu::PrintAction& print,
+         const std::function<void(frmPrintSisetsuSeikyu&)>& whenShown)
+{
+    frmBack back(ctx);
+    back.Form_Load();
+    back.showMaximized();
+    if (!bCheckCommandLine(ctx.interaction(), commandLine))
+        return 1;
+
+    frmPrintSisetsuSeikyu form(ctx, print, QDate::currentDate(), &back);
+    if (form.Form_Load()) {
+        if (whenShown)
+            QTimer::singleShot(0, &form, [&form, &whenShown] { whenShown(form); });
+        form.exec();
+    }
+    // Closing the form returns to the suite's menu; without the menu program the program just ends.
+    bStartMenuProgram(ctx, form.bMenuReturn);
+    return 0;
+}
+
+} // namespace qelprn

@@ -1,0 +1,188 @@
+#include "FormsTestData.h"
+#include "forms/DesktopInteraction.h"
+#include "forms/MenuProgram.h"
+#include "forms/OnlineHelp.h"
+#include "forms/frmBack.h"
+#include "forms/frmVer.h"
+#include "forms/mod施設請求書Main.h"
+#include "support/TestInteraction.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+using qelprn::test::TestInteraction;
+using qelprn::test::TestProgramFolder;
+
+namespace {
+
+// A stand-in menu program: writes its arguments, one per line, next to itself.
+void writeMenuProgram(const TestProgramFolder& folder)
+{
+    QFile script(folder.filePath(u"Main.exe"_s));
+    QVERIFY(script.open(QIODevice::WriteOnly));
+    script.write("#!/bin/sh\nprintf '%s\\n' \"$#\" \"$@\" > \"$(dirname \"$0\")/menu-args.txt\"\n");
+    script.close();
+    QVERIFY(script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+}
+
+QString waitForMenuArgs(const TestProgramFolder& folder)
+{
+    QFile file(folder.filePath(u"menu-args.txt"_s));
+    if (!QTest::qWaitFor([&] { return file.exists() && file.size() > 0; }, 10000))
+        return u"(not started)"_s;
+    file.open(QIODevice::ReadOnly);
+    return QString::fromUtf8(file.readAll());
+}
+
+} // namespace
+
+class tst_auxforms : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void versionDialog()
+    {
+        TestProgramFolder folder;
+        TestInteraction ui;
+        const qelprn::AppContext ctx = folder.context(ui);
+        folder.writeSettingsFile(u"DATA/Version.ini"_s,
+                                 u"350,\"V3.5 複数拠点\"\n340,\" 回数区分 \"\n300,初版\n"_s);
+        qelprn::frmVer all(ctx, u"施設請求書印刷"_s);
+        QCOMPARE(all.windowTitle(), u"施設請求書印刷"_s);
+        QCOMPARE(all.laVer->text(), u"V3.5 複数拠点"_s);
+        QCOMPARE(all.lstVer->count(), 2);
+        QCOMPARE(all.lstVer->item(0)->text(), u"回数区分"_s);
+        QVERIFY(all.findChild<QLabel*>(u"laProduct"_s)->text() == u"Halvex V3.5"_s);
+        qelprn::frmVer recent(ctx, u"x"_s, 320);
+        QCOMPARE(recent.lstVer->count(), 1);
+        QFile::remove(folder.filePath(u"DATA/Version.ini"_s));
+        qelprn::frmVer none(ctx, u"x"_s);
+        QCOMPARE(none.laVer->text(), QString());
+        QCOMPARE(none.lstVer->count(), 0);
+        QVERIFY(ui.messages.isEmpty());
+    }
+
+    void onlineHelpAddress()
+    {
+        TestProgramFolder folder;
+        TestInteraction ui;
+        const qelprn::AppContext ctx = folder.context(ui);
+        folder.writeSettingsFile(u"Halvex.Ver"_s,
+                                 u"[OnlineHelp]\nADDRESS= https://help.example.jp/seikyu \n"_s);
+        // Without the map-service user file the address is still opened.
+        qelprn::vDispOnlineHelp(ctx, 0);
+        folder.writeSettingsFile(u"EmapUser.ini"_s, u"ZENRIN_USER=resu\nZENRIN_PWD=4321ssap\n"_s);
+        qelprn::vDispOnlineHelp(ctx, 1);
+        QCOMPARE(ui.openedUrls, (QStringList{u"https://help.example.jp/seikyu?zi=&zp=&lk=1"_s,
+                                             u"https://help.example.jp/seikyu?zi=user&zp=pass1234&lk=1"_s}));
+        QCOMPARE(ui.busyDepth, 0);
+
+        folder.writeSettingsFile(u"Halvex.Ver"_s, u"[OnlineHelp]\nADDRESS=ftp://help.example.jp/\n"_s);
+        qelprn::vDispOnlineHelp(ctx, 1);
+        QFile::remove(folder.filePath(u"Halvex.Ver"_s));
+        qelprn::vDispOnlineHelp(ctx, 1);
+        QCOMPARE(ui.openedUrls.size(), 2);
+        QCOMPARE(ui.messages.size(), 2);
+        QCOMPARE(ui.messages[1].text, u"環境ファイルの取得に失敗しました。"_s);
+        QCOMPARE(ui.messages[1].title, u"データ参照エラー"_s);
+        QCOMPARE(ui.messages[1].icon, qelprn::MsgIcon::Critical);
+    }
+
+    void backgroundForm()
+    {
+        TestProgramFolder folder;
+        TestInteraction ui;
+        qelprn::AppContext ctx = folder.context(ui);
+        folder.writeSettingsFile(u"Tovara.ini"_s, u"SYSTEM_ICON=\\ICON\nWALLPAPER=wall.png\nBASEID=0203\n"_s);
+        QImage picture(40, 30, QImage::Format_RGB32);
+        picture.fill(Qt::darkCyan);
+        QVERIFY(picture.save(folder.filePath(u"ICON/wall.png"_s)));
+        qelprn::frmBack back(ctx);
+        back.Form_Load();
+        QCOMPARE(ctx.iBaseKyotenCd, qint16(2));
+        QCOMPARE(ctx.iBaseKyotenEb, qint16(3));
+        QCOMPARE(back.ImgWall->pixmap().size(), QSize(40, 30));
+        back.resize(300, 200);
+        back.show();
+        QCOMPARE(back.ImgWall->geometry(), QRect(0, 0, 300, 200));
+        QCOMPARE(ui.calls, (QStringList{u"busy:on"_s, u"busy:off"_s}));
+    }
+
+    void emptyCommandLineIsRefused()
+    {
+        TestProgramFolder folder;
+        TestInteraction ui;
+        qelprn::AppContext ctx = folder.context(ui);
+        writeMenuProgram(folder);
+        bool formShown = false;
+        const int status =
+            qelprn::Main(ctx, QString(), {}, [&](qelprn::frmPrintSisetsuSeikyu&) { formShown = true; });
+        QCOMPARE(status, 1);
+        QVERIFY(!formShown);
+        QCOMPARE(ui.texts(), (QStringList{u"処理モードが設定されていません。"_s, u"起動できません！"_s}));
+        QCOMPARE(ui.messages[0].title, u"　エラー！！"_s);
+        QCOMPARE(ui.messages[0].icon, qelprn::MsgIcon::Exclamation);
+        QCOMPARE(ui.messages[1].icon, qelprn::MsgIcon::Critical);
+        QVERIFY(!QFile::exists(folder.filePath(u"menu-args.txt"_s)));
+    }
+
+    void mainReturnsToTheMenu_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QString>("args");
+        QTest::newRow("メインメニュー") << u"cmdMenu"_s << u"0\n"_s;
+        QTest::newRow("戻る") << u"cbReturn"_s << u"1\n2\n"_s;
+    }
+
+    void mainReturnsToTheMenu()
+    {
+        QFETCH(QString, button);
+        QFETCH(QString, args);
+        PoolReset pool;
+        TestProgramFolder folder;
+        seedClinic(folder);
+        TestInteraction ui;
+        qelprn::AppContext ctx = folder.context(ui);
+        ctx.iBaseKyotenCd = 0; // the background form reads the own site from BASEID
+        writeMenuProgram(folder);
+        const int status = qelprn::Main(ctx, u" "_s, {}, [&](qelprn::frmPrintSisetsuSeikyu& form) {
+            QVERIFY(form.isVisible());
+            QTest::mouseClick(form.findChild<QPushButton*>(button), Qt::LeftButton);
+        });
+        QCOMPARE(status, 0);
+        QCOMPARE(ctx.iBaseKyotenCd, qint16(1));
+        QVERIFY2(ui.messages.isEmpty(), qPrintable(ui.texts().join(u'\n')));
+        QCOMPARE(waitForMenuArgs(folder), args);
+    }
+
+    void withoutMenuProgramNothingStarts()
+    {
+        TestProgramFolder folder;
+        TestInteraction ui;
+        QVERIFY(!qelprn::bStartMenuProgram(folder.context(ui), true));
+        QCOMPARE(qelprn::menuProgramArguments(false), QStringList{u"2"_s});
+    }
+
+    void desktopBusyPointer()
+    {
+        qelprn::DesktopInteraction ui;
+        ui.setBusy(true);
+        ui.setBusy(true);
+        QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+        ui.setBusy(false);
+        QVERIFY(QApplication::overrideCursor());
+        ui.setBusy(false);
+        QVERIFY(!QApplication::overrideCursor());
+        ui.setBusy(false); // an extra "off" changes nothing
+        QVERIFY(!QApplication::overrideCursor());
+    }
+};
+
+QTEST_MAIN(tst_auxforms)
+#include "tst_auxforms.moc"

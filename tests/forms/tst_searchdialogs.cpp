@@ -1,0 +1,264 @@
+#include "FormsTestData.h"
+#include "forms/cls患者検索.h"
+#include "forms/cls施術者検索.h"
+#include "forms/cls施設検索.h"
+#include "forms/frm患者検索.h"
+#include "forms/frm施術者検索.h"
+#include "forms/frm施設検索.h"
+#include "support/TestInteraction.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTableWidget>
+#include <QTimer>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+using qelprn::test::TestInteraction;
+using qelprn::test::TestProgramFolder;
+
+namespace {
+
+struct Fixture
+{
+    Fixture()
+    {
+        seedClinic(folder);
+        ctx = folder.context(ui);
+    }
+    PoolReset pool;
+    TestProgramFolder folder;
+    TestInteraction ui;
+    qelprn::AppContext ctx;
+};
+
+QTableWidget* gridOf(QWidget& dialog)
+{
+    return dialog.findChild<QTableWidget*>(u"spr_1ran"_s);
+}
+
+QStringList column(QWidget& dialog, int col)
+{
+    QTableWidget* grid = gridOf(dialog);
+    QStringList out;
+    for (int r = 0; r < grid->rowCount(); ++r)
+        out.append(grid->item(r, col)->text());
+    return out;
+}
+
+void search(QWidget& dialog)
+{
+    QTest::mouseClick(dialog.findChild<QPushButton*>(u"but_Read"_s), Qt::LeftButton);
+}
+
+QString summary(QWidget& dialog)
+{
+    return dialog.findChild<QLabel*>(u"laJouken"_s)->text();
+}
+
+} // namespace
+
+class tst_searchdialogs : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void facilityListFiltersAndChooses()
+    {
+        Fixture f;
+        qelprn::frm施設検索 dialog(f.ctx);
+        QCOMPARE(dialog.iInit(0), qint16(0));
+        // Institution kind 1 only: the hospital never appears.
+        QCOMPARE(column(dialog, 0), (QStringList{u"100"_s, u"101"_s}));
+        QVERIFY(!gridOf(dialog)->item(0, 0)->isSelected());
+
+        // An apostrophe is a character like any other in a filter.
+        dialog.txt_SiboriName->setText(u"O'Neil"_s);
+        search(dialog);
+        QCOMPARE(column(dialog, 1), QStringList{u"O'Neil ハウス"_s});
+        QCOMPARE(summary(dialog), u"抽出条件： 名称（全文一致）=O'Neil"_s);
+        dialog.txt_SiboriName->clear();
+        dialog.txt_SiboriKana->setText(u"ヒマワリ"_s);
+        search(dialog);
+        QCOMPARE(column(dialog, 0), QStringList{u"100"_s});
+        dialog.txt_SiboriKana->clear();
+        dialog.in_SiboriID->setValue(102);
+        search(dialog);
+        QCOMPARE(gridOf(dialog)->rowCount(), 0);
+        QVERIFY(!dialog.findChild<QPushButton*>(u"but_Act"_s)->isEnabled());
+        QCOMPARE(f.ui.texts(), QStringList{u"該当する施設データがありません。"_s});
+        QCOMPARE(f.ui.messages[0].icon, qelprn::MsgIcon::Information);
+
+        dialog.in_SiboriID->setValue(0);
+        search(dialog);
+        // Nothing active: choosing is refused and the dialog stays.
+        QVERIFY(!dialog.vWhenSeledOK());
+        QCOMPARE(f.ui.texts().last(), u"有効な行が選択されていません！"_s);
+        QCOMPARE(dialog.result(), int(QDialog::Rejected));
+        QTableWidget* grid = gridOf(dialog);
+        dialog.show();
+        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
+                          grid->visualItemRect(grid->item(1, 1)).center());
+        QTest::mouseClick(dialog.findChild<QPushButton*>(u"but_Act"_s), Qt::LeftButton);
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        qint32 code = 0;
+        QString name;
+        double lat = 0;
+        double lon = 0;
+        dialog.vGetSeledInf(code, name, lat, lon);
+        QCOMPARE(code, 101);
+        QCOMPARE(name, u"O'Neil ハウス"_s);
+        QCOMPARE(lat, 35.7);
+        QCOMPARE(lon, 139.6);
+    }
+
+    void preselection()
+    {
+        Fixture f;
+        qelprn::frm施設検索 listed(f.ctx);
+        listed.iInit(101);
+        QCOMPARE(gridOf(listed)->currentRow(), 1);
+        QVERIFY(gridOf(listed)->item(1, 0)->isSelected());
+        qelprn::frm施設検索 missing(f.ctx);
+        missing.iInit(999);
+        QVERIFY(gridOf(missing)->selectedItems().isEmpty());
+        QVERIFY(!missing.vWhenSeledOK());
+    }
+
+    void facilityClassRunsTheDialogAndChecks()
+    {
+        Fixture f;
+        qelprn::cls施設検索 search(f.ctx);
+        search.nSeledCD = 100;
+        // The modal dialog is answered from inside its own event loop with the choose key.
+        QTimer::singleShot(0, [] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            QVERIFY(dialog);
+            QVERIFY(QTest::qWaitForWindowActive(dialog));
+            QTest::keyClick(dialog, Qt::Key_F5);
+            if (dialog->isVisible())
+                dialog->reject(); // never leave the test hanging in the dialog
+        });
+        QCOMPARE(search.iDspStart(), qint16(0));
+        QCOMPARE(search.nSeledCD, 100);
+        QCOMPARE(search.csSeledName, u"ひまわり荘"_s);
+
+        QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
+        search.nSeledCD = 101;
+        QCOMPARE(search.iDspStart(), qint16(1));
+        QCOMPARE(search.nSeledCD, 101);
+
+        QLineEdit target;
+        QCOMPARE(search.iSetShisetuName(100, target), qint16(0));
+        QCOMPARE(target.text(), u"ひまわり荘"_s);
+        QCOMPARE(search.iSetShisetuName3(100, target), qint16(0));
+        QCOMPARE(target.text(), u"ヒマワリソウ"_s);
+        QCOMPARE(search.iSetShisetuName(555, target), qint16(-1));
+        QCOMPARE(target.text(), QString());
+        // The facility class checks typed codes against STAFF, naming the facility when none is found.
+        QCOMPARE(search.iChkStaff(1), qint16(0));
+        QCOMPARE(search.iChkStaff(2), qint16(-1));
+        QCOMPARE(search.CsErrStr, u"管理対象から外れています。"_s);
+        QCOMPARE(search.iChkStaff(9), qint16(-1));
+        QCOMPARE(search.CsErrStr, u"対象の施設が存在しません。"_s);
+    }
+
+    void practitionerList()
+    {
+        Fixture f;
+        // Two consultants of practitioner 1 must not list the practitioner twice.
+        for (int soudan : {501, 502})
+            f.folder.insert(u"SOUDAN_TANTOU"_s, {{u"nIDNo"_s, soudan},
+                                                 {u"iKyotenCd"_s, 1},
+                                                 {u"iKyotenEb"_s, 1},
+                                                 {u"iStaffKyotenCd"_s, 1},
+                                                 {u"iStaffKyotenEb"_s, 1},
+                                                 {u"nStaffIDNo"_s, 1}});
+        qelprn::frm施術者検索 dialog(f.ctx);
+        QCOMPARE(dialog.iInit(3), qint16(0));
+        QCOMPARE(column(dialog, 0), (QStringList{u"1"_s, u"3"_s}));
+        QCOMPARE(gridOf(dialog)->currentRow(), 1);
+        QCOMPARE(dialog.cmb_Kyoten->currentText(), u"杉並本店"_s);
+        QCOMPARE(dialog.cmb_Kyoten->count(), 2); // own sites of used flag 1
+
+        clickButton(dialog.chk_Chusi);
+        search(dialog);
+        QCOMPARE(column(dialog, 0), (QStringList{u"1"_s, u"2"_s, u"3"_s}));
+        dialog.in_SoudanID->setValue(502);
+        search(dialog);
+        QCOMPARE(column(dialog, 1), QStringList{u"山田　太郎"_s});
+        dialog.in_SoudanID->setValue(0);
+        dialog.txt_SiboriKana->setText(u"サトウ"_s);
+        search(dialog);
+        QCOMPARE(column(dialog, 0), QStringList{u"2"_s});
+        dialog.cmb_Kyoten->setCurrentIndex(1);
+        search(dialog);
+        QCOMPARE(f.ui.texts(), QStringList{u"該当する施術者データがありません。"_s});
+
+        qelprn::cls施術者検索 check(f.ctx);
+        QCOMPARE(check.iChkStaff(3), qint16(0));
+        QCOMPARE(check.csSeledName, u"高橋　誠"_s);
+        QCOMPARE(check.iChkStaff(8), qint16(-1));
+        QCOMPARE(check.CsErrStr, u"対象の施術者が存在しません。"_s);
+    }
+
+    void patientList()
+    {
+        Fixture f;
+        f.folder.writeSettingsFile(u"Tovara.ini"_s,
+                                   u"SYSTEM_DATA=\\DATA\nBASEID=0101\n終了患者施術期間=3\n"_s);
+        qelprn::frm患者検索 dialog(f.ctx, QDate(2026, 11, 15));
+        QCOMPARE(dialog.chkEndKanja->text(), u"2026/08以前に、施術の終了した利用者も表示する。"_s);
+        QCOMPARE(dialog.iInit(0), qint16(0));
+        // Patient 6 ended in 2020, before the bound month.
+        QCOMPARE(column(dialog, 0), (QStringList{u"5"_s, u"7"_s}));
+        QCOMPARE(column(dialog, 7), (QStringList{u"1-01"_s, u"1-01"_s}));
+        QCOMPARE(dialog.cmb_Tantou->count(), 4);
+
+        clickButton(dialog.chkEndKanja);
+        search(dialog);
+        QCOMPARE(column(dialog, 0), (QStringList{u"5"_s, u"6"_s, u"7"_s}));
+        dialog.cmb_Tantou->setCurrentIndex(dialog.cmb_Tantou->findData(3));
+        dialog.cmb_Sejutsu->setCurrentIndex(2);
+        dialog.txt_SiboriTel->setText(u"0006"_s);
+        search(dialog);
+        QCOMPARE(column(dialog, 1), QStringList{u"田中　次郎"_s});
+        QCOMPARE(summary(dialog),
+                 u"抽出条件： TEL（全文一致）=0006 施術終了患者表示  担当施術者=高橋　誠 施術区分=鍼灸"_s);
+
+        f.folder.writeSettingsFile(u"Tovara.ini"_s, u"SYSTEM_DATA=\\DATA\nBASEID=0101\n"_s);
+        qelprn::frm患者検索 noSetting(f.ctx, QDate(2026, 11, 15));
+        QCOMPARE(noSetting.boundMonth(), u"9999/12"_s);
+        noSetting.iInit(0);
+        // Every patient with an end date lies before 9999/12.
+        QCOMPARE(column(noSetting, 0), QStringList{u"5"_s});
+
+        qelprn::cls患者検索 names(f.ctx);
+        QCOMPARE(names.csSetRiyouName_Text(0), u"(全員)"_s);
+        QCOMPARE(names.csSetRiyouName_Text(7), u"伊藤　三郎"_s);
+        QLineEdit target;
+        QCOMPARE(names.iSetRiyouName2(7, target), qint16(0));
+        QCOMPARE(target.text(), u"伊藤"_s);
+        QCOMPARE(names.iSetRiyouName(99, target), qint16(-1));
+        QCOMPARE(target.text(), QString());
+    }
+
+    void databaseFailureIsReported()
+    {
+        Fixture f;
+        f.folder.writeSettingsFile(u"adodb.ini"_s, u"[接続情報]\n接続情報=\n"_s);
+        qelprn::frm施設検索 dialog(f.ctx);
+        QCOMPARE(dialog.iInit(0), qint16(-1));
+        QCOMPARE(f.ui.texts(), QStringList{u"iDsp1ranSub() でエラー\r\n接続文字列取得できません。"_s});
+        QCOMPARE(f.ui.messages[0].icon, qelprn::MsgIcon::Critical);
+        QCOMPARE(f.ui.busyDepth, 0);
+    }
+};
+
+QTEST_MAIN(tst_searchdialogs)
+#include "tst_searchdialogs.moc"
