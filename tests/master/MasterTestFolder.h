@@ -21,11 +21,21 @@ inline QString embeddedConnectionString(const TestProgramFolder& folder)
            u";Database=suite;uid=sa;pwd=x"_s;
 }
 
+// The same database through the ODBC driver manager: a Data Source that is a folder.
+inline QString odbcConnectionString(const TestProgramFolder& folder)
+{
+    return u"Provider=SQLOLEDB;Data Source="_s + folder.filePath(u"db"_s) + u";Database=suite;uid=sa;pwd=x"_s;
+}
+
+inline void writeAdodbIni(TestProgramFolder& folder, const QString& connectionString)
+{
+    folder.writeSettingsFile(u"adodb.ini"_s, u"[接続情報]\n接続情報="_s + connectionString + u"\n"_s);
+}
+
 inline AppContext contextIn(TestProgramFolder& folder, Interaction& ui)
 {
     QDir::setCurrent(folder.path());
-    folder.writeSettingsFile(u"adodb.ini"_s,
-                             u"[接続情報]\n接続情報="_s + embeddedConnectionString(folder) + u"\n"_s);
+    writeAdodbIni(folder, embeddedConnectionString(folder));
     return folder.context(ui);
 }
 
@@ -34,13 +44,10 @@ inline AppContext contextIn(TestProgramFolder& folder, Interaction& ui)
 [[nodiscard]] inline auto useOdbc(TestProgramFolder& folder)
 {
     qputenv("QELPRN_ODBC_DRIVER", "SQLite3");
-    folder.writeSettingsFile(u"adodb.ini"_s, u"[接続情報]\n接続情報=Provider=SQLOLEDB;Data Source="_s +
-                                                 folder.filePath(u"db"_s) +
-                                                 u";Database=suite;uid=sa;pwd=x\n"_s);
+    writeAdodbIni(folder, odbcConnectionString(folder));
     return qScopeGuard([&folder] {
         qunsetenv("QELPRN_ODBC_DRIVER");
-        folder.writeSettingsFile(u"adodb.ini"_s,
-                                 u"[接続情報]\n接続情報="_s + embeddedConnectionString(folder) + u"\n"_s);
+        writeAdodbIni(folder, embeddedConnectionString(folder));
     });
 }
 
@@ -58,8 +65,7 @@ struct TestDb
         QString cs = embeddedConnectionString(folder);
         if (odbc) {
             qputenv("QELPRN_ODBC_DRIVER", "SQLite3");
-            cs = u"Provider=SQLOLEDB;Data Source="_s + folder.filePath(u"db"_s) +
-                 u";Database=suite;uid=sa;pwd=x"_s;
+            cs = odbcConnectionString(folder);
         }
         if (ado.iInit(cs) != 0 || ado.iConnect() != 0)
             qFatal("cannot connect: %s", qPrintable(ado.sErrMsg));
