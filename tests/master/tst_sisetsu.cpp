@@ -259,6 +259,21 @@ private slots:
                                                                       " FROM DOCTOR"
                                                                       " where DOCTOR.iSisetsuCode =12030001"
                                                                       " )"_s));
+        // The time stamp follows the last value, so a comma closes the fax value.
+        QCOMPARE(cT_SISETSU::toSoudanStatements(rec), QStringList({u" update "
+                                                                   "     SOUDAN"
+                                                                   " set "
+                                                                   "      cKikan = 'O''Neil荘'"
+                                                                   "      ,cKikankana = 'ｶﾅO''Neil荘'"
+                                                                   "      ,cYubinNo = '105-0001'"
+                                                                   "      ,cAdress1 = '港区1-2'"
+                                                                   "      ,cAdress2 = '3F'"
+                                                                   "      ,cTelNo = '03-0000-1'"
+                                                                   "      ,cFaxNo = '03-9999-0000',"
+                                                                   "      SOUDAN.tUpdateTime = getdate()"
+                                                                   " from SOUDAN"
+                                                                   " where"
+                                                                   "    SOUDAN.iSisetsuCode = 12030001"_s}));
     }
 
     void numbersAndReads()
