@@ -369,6 +369,17 @@ void frmPrintSisetsuSeikyu::buildConditionFrames()
     printGrid->addWidget(Label2[2], 1, 0);
     printGrid->addWidget(cbTiryoin, 1, 1);
     printGrid->setColumnStretch(1, 1);
+
+    // One caption width for every condition frame, so their inputs line up in one column.
+    int captionWidth = 0;
+    for (QLabel* l : laTitleShisetu)
+        captionWidth = qMax(captionWidth, l->sizeHint().width());
+    for (QLabel* l : Label2)
+        captionWidth = qMax(captionWidth, l->sizeHint().width());
+    for (QLabel* l : laTitleShisetu)
+        l->setMinimumWidth(captionWidth);
+    for (QLabel* l : Label2)
+        l->setMinimumWidth(captionWidth);
 }
 
 void frmPrintSisetsuSeikyu::buildSiteFrames()
