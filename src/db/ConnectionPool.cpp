@@ -22,9 +22,15 @@ namespace {
 constexpr int kMaxIdlePerKey = 4;
 constexpr int kBusyTimeoutMs = 5000;
 
+// Connections are shared by what they reach, not by the text that names it: "sqlite:db" means
+// another file once the current directory (the program folder) has changed.
 QString poolKey(const QString& connectionString)
 {
-    return QString::number(reinterpret_cast<quintptr>(QThread::currentThreadId())) + u'|' + connectionString;
+    const ConnectionString cs = ConnectionString::parse(connectionString);
+    const QString target = cs.backend() == ConnectionString::Backend::Sqlite
+                               ? u"sqlite|"_s + cs.sqliteFile()
+                               : u"odbc|"_s + cs.odbcConnectString();
+    return QString::number(reinterpret_cast<quintptr>(QThread::currentThreadId())) + u'|' + target;
 }
 
 void dropConnection(const QString& name)
@@ -43,6 +49,7 @@ struct ConnectionPool::Impl
 {
     mutable QMutex mutex;
     QHash<QString, QList<QString>> idle;
+    QHash<QString, QString> keyOfInUse; // connection name -> the key it was opened for
 };
 
 ConnectionPool::ConnectionPool() : d(std::make_unique<Impl>())
@@ -71,8 +78,10 @@ QString ConnectionPool::acquire(const QString& connectionString, QString* error)
         QList<QString>& names = d->idle[key];
         while (!names.isEmpty()) {
             const QString name = names.takeLast();
-            if (QSqlDatabase::database(name, false).isOpen())
+            if (QSqlDatabase::database(name, false).isOpen()) {
+                d->keyOfInUse.insert(name, key);
                 return name;
+            }
             dropConnection(name);
         }
     }
@@ -117,21 +126,28 @@ QString ConnectionPool::acquire(const QString& connectionString, QString* error)
         dropConnection(name);
         return QString();
     }
+    QMutexLocker lock(&d->mutex);
+    d->keyOfInUse.insert(name, key);
     return name;
 }
 
-void ConnectionPool::release(const QString& connectionString, const QString& connectionName, bool healthy)
+void ConnectionPool::release(const QString& connectionName, bool healthy)
 {
     if (connectionName.isEmpty())
         return;
+    QString key;
+    {
+        QMutexLocker lock(&d->mutex);
+        key = d->keyOfInUse.take(connectionName);
+    }
     if (healthy) {
         QSqlDatabase db = QSqlDatabase::database(connectionName, false);
         healthy = db.isOpen();
     }
     if (healthy) {
         QMutexLocker lock(&d->mutex);
-        QList<QString>& names = d->idle[poolKey(connectionString)];
-        if (names.size() < kMaxIdlePerKey) {
+        QList<QString>& names = d->idle[key];
+        if (!key.isEmpty() && names.size() < kMaxIdlePerKey) {
             names.append(connectionName);
             return;
         }

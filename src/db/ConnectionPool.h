@@ -16,8 +16,9 @@ public:
     // The Qt connection name of an open connection for connectionString; "" with *error set when
     // it cannot be opened.
     QString acquire(const QString& connectionString, QString* error);
-    // Hands a connection back: kept for reuse when healthy, closed and removed otherwise.
-    void release(const QString& connectionString, const QString& connectionName, bool healthy);
+    // Hands a connection back: kept for reuse by the same database when healthy, closed and removed
+    // otherwise.
+    void release(const QString& connectionName, bool healthy);
     // Closes every idle connection (tests; the end of the program).
     void clear();
 

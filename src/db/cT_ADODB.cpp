@@ -148,7 +148,7 @@ qint16 cT_ADODB::iDisConnect()
         d->db().rollback();
         d->inTransaction = false;
     }
-    ConnectionPool::instance().release(m_connectionString, d->connectionName, !d->broken);
+    ConnectionPool::instance().release(d->connectionName, !d->broken);
     d->connectionName.clear();
     d->state = 0;
     return 0;

@@ -139,6 +139,29 @@ private slots:
         QCOMPARE(empty.iInit(QString()), qint16(-1));
     }
 
+    // Regression: two program folders with the same relative "sqlite:db" must not share a pooled
+    // connection once the program folder (the current directory) has changed.
+    void poolsPerDatabaseFileNotPerText()
+    {
+        TestProgramFolder first;
+        TestProgramFolder second;
+        first.exec(u"INSERT INTO KYOTEN (iKyotenCd, iKyotenEb) VALUES (1, 1)"_s);
+        TestInteraction ui;
+        const auto countSites = [&](TestProgramFolder& folder) {
+            folder.context(ui);
+            cT_ADODB ado;
+            ado.iInit(folder.connectionString());
+            if (ado.iConnect() != 0)
+                return -1;
+            RecordSet rs;
+            ado.iOpenRecSet(rs, u"SELECT count(*) AS N FROM KYOTEN"_s);
+            return rs.field(u"N"_s).toInt();
+        };
+        QCOMPARE(countSites(first), 1);
+        QCOMPARE(countSites(second), 0);
+        QCOMPARE(countSites(first), 1);
+    }
+
     // The real unixODBC driver manager with the SQLite ODBC driver, statements translated.
     void runsThroughOdbc()
     {
