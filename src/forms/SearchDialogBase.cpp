@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QTableWidget>
@@ -125,6 +126,28 @@ void SearchDialogBase::showError(const QString& text) const
     m_ctx.interaction().messageBox(text, kTitle, MsgIcon::Critical);
 }
 
+bool SearchDialogBase::openReported(OwnConnection& own, const QString& sql, const QString& header) const
+{
+    switch (own.open(sql)) {
+    case OwnConnection::Status::NoConnectionString:
+        showError(header + u"接続文字列取得できません。"_s);
+        return false;
+    case OwnConnection::Status::Failed:
+        showError(header + own.errorText());
+        return false;
+    case OwnConnection::Status::Ok:
+        break;
+    }
+    return true;
+}
+
+QLineEdit* SearchDialogBase::makeTextFilter(const QString& objectName) const
+{
+    auto* edit = new QLineEdit(m_filters->parentWidget());
+    edit->setObjectName(objectName);
+    return edit;
+}
+
 qint16 SearchDialogBase::iDsp1ranSub()
 {
     spr_1ran->setRowCount(0);
@@ -134,16 +157,8 @@ qint16 SearchDialogBase::iDsp1ranSub()
 
     BusyPointer busy(m_ctx.interaction());
     OwnConnection own(m_ctx);
-    switch (own.open(listSql())) {
-    case OwnConnection::Status::NoConnectionString:
-        showError(u"iDsp1ranSub() でエラー\r\n接続文字列取得できません。"_s);
+    if (!openReported(own, listSql(), u"iDsp1ranSub() でエラー\r\n"_s))
         return -1;
-    case OwnConnection::Status::Failed:
-        showError(u"iDsp1ranSub() でエラー\r\n"_s + own.errorText());
-        return -1;
-    case OwnConnection::Status::Ok:
-        break;
-    }
     RecordSet& rs = own.rs();
     QList<QStringList> rows;
     while (!rs.isEOF()) {

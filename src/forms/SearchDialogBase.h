@@ -8,10 +8,13 @@
 
 class QGridLayout;
 class QLabel;
+class QLineEdit;
 class QPushButton;
 class QTableWidget;
 
 namespace qelprn {
+
+class OwnConnection;
 
 // The pattern the three search dialogs share: a frame "抽出条件" of filters with a search button,
 // a summary of the active filters, the result grid (one row per record, the code in column 1), the
@@ -59,6 +62,10 @@ protected:
     virtual bool acceptsRow(const QStringList& cells, const QStringList& previous) const;
 
     void showError(const QString& text) const;
+    // Opens sql on a connection of the dialog's own; a failure is shown as header + the reason.
+    bool openReported(OwnConnection& own, const QString& sql, const QString& header) const;
+    // A text filter in the filter frame.
+    QLineEdit* makeTextFilter(const QString& objectName) const;
 
     QTableWidget* spr_1ran = nullptr;
     QPushButton* but_Read = nullptr;

@@ -36,12 +36,9 @@ frm患者検索::frm患者検索(const AppContext& ctx, QDate today, QWidget* pa
     setObjectName(u"frm患者検索"_s);
     QWidget* frame = filterLayout()->parentWidget();
     in_SiboriID = makeCodeBox(frame, u"in_SiboriID"_s);
-    txt_SiboriName = new QLineEdit(frame);
-    txt_SiboriName->setObjectName(u"txt_SiboriName"_s);
-    txt_SiboriKana = new QLineEdit(frame);
-    txt_SiboriKana->setObjectName(u"txt_SiboriKana"_s);
-    txt_SiboriTel = new QLineEdit(frame);
-    txt_SiboriTel->setObjectName(u"txt_SiboriTel"_s);
+    txt_SiboriName = makeTextFilter(u"txt_SiboriName"_s);
+    txt_SiboriKana = makeTextFilter(u"txt_SiboriKana"_s);
+    txt_SiboriTel = makeTextFilter(u"txt_SiboriTel"_s);
     cmb_Tantou = new QComboBox(frame);
     cmb_Tantou->setObjectName(u"cmb_Tantou"_s);
     cmb_Sejutsu = new QComboBox(frame);
@@ -86,13 +83,8 @@ qint16 frm患者検索::iMastDataLoad()
                         u" AND iKyotenCd = "_s + QString::number(m_ctx.iBaseKyotenCd) +
                         u" AND iKyotenEb = "_s + QString::number(m_ctx.iBaseKyotenEb) + u" ORDER BY nIDNo "_s;
     OwnConnection own(m_ctx);
-    const OwnConnection::Status status = own.open(sql);
-    if (status != OwnConnection::Status::Ok) {
-        showError(u"iMastDataLoad() でエラー\r\n"_s + (status == OwnConnection::Status::NoConnectionString
-                                                           ? u"接続文字列取得できません。"_s
-                                                           : own.errorText()));
+    if (!openReported(own, sql, u"iMastDataLoad() でエラー\r\n"_s))
         return -1;
-    }
     QList<CodeName> staff;
     for (RecordSet& rs = own.rs(); !rs.isEOF(); rs.moveNext())
         staff.append({nNullToLng(rs.field(u"nIDNo"_s)), csNullToRTrim(rs.field(u"cName"_s))});

@@ -21,10 +21,8 @@ frm施術者検索::frm施術者検索(const AppContext& ctx, QWidget* parent)
     setObjectName(u"frm施術者検索"_s);
     QWidget* frame = filterLayout()->parentWidget();
     in_SiboriID = makeCodeBox(frame, u"in_SiboriID"_s);
-    txt_SiboriName = new QLineEdit(frame);
-    txt_SiboriName->setObjectName(u"txt_SiboriName"_s);
-    txt_SiboriKana = new QLineEdit(frame);
-    txt_SiboriKana->setObjectName(u"txt_SiboriKana"_s);
+    txt_SiboriName = makeTextFilter(u"txt_SiboriName"_s);
+    txt_SiboriKana = makeTextFilter(u"txt_SiboriKana"_s);
     cmb_Kyoten = new QComboBox(frame);
     cmb_Kyoten->setObjectName(u"cmb_Kyoten"_s);
     in_SoudanID = makeCodeBox(frame, u"in_SoudanID"_s);
@@ -63,29 +61,21 @@ qint16 frm施術者検索::iLoadKyotenList()
                         u" AND KYOTEN.iKyotenEb<>0"_s + u" ORDER BY KYOTEN.iKyotenCd,KYOTEN.iKyotenEb"_s;
     cmb_Kyoten->clear();
     OwnConnection own(m_ctx);
-    const OwnConnection::Status status = own.open(sql);
-    if (status == OwnConnection::Status::Ok) {
-        for (RecordSet& rs = own.rs(); !rs.isEOF(); rs.moveNext()) {
-            const int cd = nNullToLng(rs.field(u"iKyotenCd"_s));
-            const int eb = nNullToLng(rs.field(u"iKyotenEb"_s));
-            cmb_Kyoten->addItem(csNullToRTrim(rs.field(u"cKyotenName"_s)), QVariantList{cd, eb});
-        }
+    const bool ok = openReported(own, sql, u"iLoadKyotenList() でエラー\r\n"_s);
+    for (RecordSet* rs = ok ? &own.rs() : nullptr; rs && !rs->isEOF(); rs->moveNext()) {
+        const int cd = nNullToLng(rs->field(u"iKyotenCd"_s));
+        const int eb = nNullToLng(rs->field(u"iKyotenEb"_s));
+        cmb_Kyoten->addItem(csNullToRTrim(rs->field(u"cKyotenName"_s)), QVariantList{cd, eb});
     }
     // The own site is always offered, even when the site table does not list it.
-    const QVariantList own_site{int(m_ctx.iBaseKyotenCd), int(m_ctx.iBaseKyotenEb)};
-    int index = cmb_Kyoten->findData(own_site);
+    const QVariantList ownSite{int(m_ctx.iBaseKyotenCd), int(m_ctx.iBaseKyotenEb)};
+    int index = cmb_Kyoten->findData(ownSite);
     if (index < 0) {
-        cmb_Kyoten->insertItem(0, u"自拠点"_s, own_site);
+        cmb_Kyoten->insertItem(0, u"自拠点"_s, ownSite);
         index = 0;
     }
     cmb_Kyoten->setCurrentIndex(index);
-    if (status != OwnConnection::Status::Ok) {
-        showError(u"iLoadKyotenList() でエラー\r\n"_s + (status == OwnConnection::Status::NoConnectionString
-                                                             ? u"接続文字列取得できません。"_s
-                                                             : own.errorText()));
-        return -1;
-    }
-    return 0;
+    return ok ? qint16(0) : qint16(-1);
 }
 
 std::pair<int, int> frm施術者検索::selectedSite() const

@@ -19,10 +19,8 @@ frm施設検索::frm施設検索(const AppContext& ctx, QWidget* parent)
     setObjectName(u"frm施設検索"_s);
     QWidget* frame = filterLayout()->parentWidget();
     in_SiboriID = makeCodeBox(frame, u"in_SiboriID"_s);
-    txt_SiboriName = new QLineEdit(frame);
-    txt_SiboriName->setObjectName(u"txt_SiboriName"_s);
-    txt_SiboriKana = new QLineEdit(frame);
-    txt_SiboriKana->setObjectName(u"txt_SiboriKana"_s);
+    txt_SiboriName = makeTextFilter(u"txt_SiboriName"_s);
+    txt_SiboriKana = makeTextFilter(u"txt_SiboriKana"_s);
     addFilter(0, 0, u"施設ID(&I)"_s, in_SiboriID);
     addFilter(1, 0, u"名称(&N)"_s, txt_SiboriName);
     addFilter(1, 1, u"かな(&K)"_s, txt_SiboriKana);
@@ -96,13 +94,8 @@ qint16 frm施設検索::iMastDataLoad(QList<std::pair<qint32, QString>>& out)
                         QString::number(m_ctx.iBaseKyotenCd) + u" AND iKyotenEb = "_s +
                         QString::number(m_ctx.iBaseKyotenEb) + u" ORDER BY nIDNo "_s;
     OwnConnection own(m_ctx);
-    const OwnConnection::Status status = own.open(sql);
-    if (status != OwnConnection::Status::Ok) {
-        showError(u"iMastDataLoad() でエラー\r\n"_s + (status == OwnConnection::Status::NoConnectionString
-                                                           ? u"接続文字列取得できません。"_s
-                                                           : own.errorText()));
+    if (!openReported(own, sql, u"iMastDataLoad() でエラー\r\n"_s))
         return -1;
-    }
     for (RecordSet& rs = own.rs(); !rs.isEOF(); rs.moveNext())
         out.append({nNullToLng(rs.field(u"nIDNo"_s)), csNullToRTrim(rs.field(u"cShamei1"_s))});
     if (out.isEmpty()) {

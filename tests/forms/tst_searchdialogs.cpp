@@ -128,6 +128,11 @@ private slots:
         missing.iInit(999);
         QVERIFY(gridOf(missing)->selectedItems().isEmpty());
         QVERIFY(!missing.vWhenSeledOK());
+        // The master load lists the own site's facilities of every institution kind.
+        QList<std::pair<qint32, QString>> master;
+        QCOMPARE(missing.iMastDataLoad(master), qint16(0));
+        QCOMPARE(master.size(), 3);
+        QCOMPARE(master.last().second, u"中央病院"_s);
     }
 
     void facilityClassRunsTheDialogAndChecks()
