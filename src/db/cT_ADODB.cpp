@@ -47,6 +47,8 @@ ErrorEntry entryOf(const QSqlError& e, const QString& source)
     return entry;
 }
 
+const QString kClosed = u"Operation is not allowed when the object is closed."_s;
+
 } // namespace
 
 struct cT_ADODB::Impl
@@ -161,23 +163,10 @@ bool cT_ADODB::isOpen() const
 
 qint16 cT_ADODB::iOpenRecSet(RecordSet& rs, const QString& sql, int, int, int)
 {
-    if (d->state != 1) {
-        sErrMsg = u"Operation is not allowed when the object is closed."_s;
-        return -1;
-    }
     rs.close();
-    QSqlQuery query(d->db());
-    query.setForwardOnly(true);
-    const QString statement = d->speaksSqlite ? translateTsqlToSqlite(sql) : sql;
-    if (!query.exec(statement)) {
-        const QSqlError e = query.lastError();
-        if (e.type() == QSqlError::ConnectionError)
-            d->broken = true;
-        sErrMsg = e.databaseText().isEmpty() ? e.text() : e.databaseText();
-        d->errors.append(entryOf(e, d->source()));
-        vAddAdoErrorLog(sErrMsg);
+    QSqlQuery query;
+    if (!run(query, sql, true))
         return -1;
-    }
     rs.impl()->attach(std::move(query));
     if (rs.hasError()) {
         sErrMsg = rs.errorText();
@@ -194,42 +183,58 @@ qint16 cT_ADODB::iCloseRecSet(RecordSet& rs)
 
 qint16 cT_ADODB::iExecSQL(const QString& sql)
 {
+    QSqlQuery query;
+    return run(query, sql, false) ? 0 : -1;
+}
+
+// Runs one statement (translated for SQLite) on the open connection; on failure sErrMsg holds the
+// database's reason followed by the error log.
+bool cT_ADODB::run(QSqlQuery& query, const QString& sql, bool forwardOnly)
+{
     if (d->state != 1) {
-        sErrMsg = u"Operation is not allowed when the object is closed."_s;
-        return -1;
+        sErrMsg = kClosed;
+        return false;
     }
-    QSqlQuery query(d->db());
-    const QString statement = d->speaksSqlite ? translateTsqlToSqlite(sql) : sql;
-    if (!query.exec(statement)) {
-        const QSqlError e = query.lastError();
-        if (e.type() == QSqlError::ConnectionError)
-            d->broken = true;
-        sErrMsg = e.databaseText().isEmpty() ? e.text() : e.databaseText();
-        d->errors.append(entryOf(e, d->source()));
-        vAddAdoErrorLog(sErrMsg);
-        return -1;
+    query = QSqlQuery(d->db());
+    query.setForwardOnly(forwardOnly);
+    if (query.exec(d->speaksSqlite ? translateTsqlToSqlite(sql) : sql))
+        return true;
+    const QSqlError e = query.lastError();
+    if (e.type() == QSqlError::ConnectionError)
+        d->broken = true;
+    sErrMsg = e.databaseText().isEmpty() ? e.text() : e.databaseText();
+    d->errors.append(entryOf(e, d->source()));
+    vAddAdoErrorLog(sErrMsg);
+    return false;
+}
+
+// Begins or commits a transaction through fn; false with sErrMsg set.
+bool cT_ADODB::transactionStep(bool (QSqlDatabase::*fn)())
+{
+    if (d->state != 1) {
+        sErrMsg = kClosed;
+        return false;
     }
-    return 0;
+    QSqlDatabase db = d->db();
+    if (!(db.*fn)()) {
+        sErrMsg = db.lastError().text();
+        return false;
+    }
+    return true;
 }
 
 qint16 cT_ADODB::iBeginTrans()
 {
-    if (d->state != 1 || !d->db().transaction()) {
-        sErrMsg = d->state != 1 ? u"Operation is not allowed when the object is closed."_s
-                                : d->db().lastError().text();
+    if (!transactionStep(&QSqlDatabase::transaction))
         return -1;
-    }
     d->inTransaction = true;
     return 0;
 }
 
 qint16 cT_ADODB::iCommitTrans()
 {
-    if (d->state != 1 || !d->db().commit()) {
-        sErrMsg = d->state != 1 ? u"Operation is not allowed when the object is closed."_s
-                                : d->db().lastError().text();
+    if (!transactionStep(&QSqlDatabase::commit))
         return -1;
-    }
     d->inTransaction = false;
     return 0;
 }

@@ -3,6 +3,9 @@
 #include "db/RecordSet.h"
 
 #include <QString>
+
+class QSqlDatabase;
+class QSqlQuery;
 #include <QtGlobal>
 #include <memory>
 
@@ -45,6 +48,9 @@ public:
     QString connectionString() const { return m_connectionString; }
 
 private:
+    bool run(QSqlQuery& query, const QString& sql, bool forwardOnly);
+    bool transactionStep(bool (QSqlDatabase::*fn)());
+
     struct Impl;
     std::unique_ptr<Impl> d;
     QString m_connectionString;
