@@ -3,11 +3,11 @@
 #include "db/RecordSet.h"
 
 #include <QString>
+#include <QtGlobal>
+#include <memory>
 
 class QSqlDatabase;
 class QSqlQuery;
-#include <QtGlobal>
-#include <memory>
 
 namespace qelprn {
 
