@@ -2,11 +2,16 @@
 
 #include <QCoreApplication>
 #include <QGuiApplication>
+#include <csignal>
 #include <cstdio>
 #include <memory>
 
 int main(int argc, char* argv[])
 {
+#ifdef SIGXFSZ
+    // A file-size limit (a full disk, a quota) must fail the write with a message, not kill us.
+    std::signal(SIGXFSZ, SIG_IGN);
+#endif
     // init-demo draws the characters of the company seal, which needs the font database of a GUI
     // application; the offscreen platform keeps it usable without a display.
     const bool needsFonts = argc > 1 && qstrcmp(argv[1], "init-demo") == 0;

@@ -1,0 +1,211 @@
+// What the clerk sees when the database, the disk or the settings misbehave during a month-end run
+// from the command line: the messages, the exit status, and what is left on disk.
+#include "app/Cp932.h"
+#include "billing/BillingFixture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QTest>
+#include <QUuid>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Run
+{
+    int exitCode = -1;
+    bool crashed = true;
+    QString err;
+};
+
+// A program folder with one billing facility and two patients in 2024/10, run through the built
+// command-line program (optionally under a shell limit such as "ulimit -f 2").
+struct FaultFixture : BillingFixture
+{
+    FaultFixture()
+    {
+        corp(1, 0, u"ほほえみ治療院"_s);
+        facility(100, u"さくら会"_s);
+        facility(101, u"さくら館"_s, 100);
+        patient(1001, 101, 10000, 1000, 500, 201);
+        patient(1002, 101, 8000, 800, 0, 202);
+    }
+
+    Run print(const QStringList& more = {}, const QString& shellLimit = {}, int kind = 1)
+    {
+        const QString cli = QDir(qEnvironmentVariable("QELPRN_BIN_DIR")).filePath(u"qelprn-cli"_s);
+        const QStringList args =
+            QStringList{u"print"_s,   u"--app-dir"_s, folder.path(), u"--kind"_s, QString::number(kind),
+                        u"--month"_s, u"2024/10"_s} +
+            more + QStringList{u"--csv-only"_s};
+        QProcess p;
+        if (shellLimit.isEmpty())
+            p.start(cli, args);
+        else
+            p.start(u"/bin/sh"_s, QStringList{u"-c"_s, shellLimit + u"; exec \"$0\" \"$@\""_s, cli} + args);
+        Run run;
+        if (!p.waitForFinished(120000))
+            return run;
+        run.crashed = p.exitStatus() != QProcess::NormalExit;
+        run.exitCode = p.exitCode();
+        run.err = QString::fromUtf8(p.readAllStandardError());
+        return run;
+    }
+
+    QString csvPath() const { return folder.filePath(u"TMP/施設請求データ.csv"_s); }
+};
+
+} // namespace
+
+class tst_CliFaults : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void databaseMissingOrCorrupt()
+    {
+        FaultFixture f;
+        QVERIFY(QFile::remove(f.folder.filePath(u"db/suite.sqlite"_s)));
+        Run run = f.print();
+        QVERIFY(!run.crashed);
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(
+            run.err.contains(u"施設請求書印刷: iGetSeikyuData() でエラー\nsuite.sqlite"_s) ||
+                run.err.contains(u"iGetSeikyuData() でエラー\n"_s + f.folder.filePath(u"db/suite.sqlite"_s)),
+            qPrintable(run.err));
+        QVERIFY(run.err.contains(u"請求データの取得に失敗しました。"_s));
+        QVERIFY(!QFile::exists(f.csvPath()));
+        // No empty database was created in its place.
+        QVERIFY(!QFile::exists(f.folder.filePath(u"db/suite.sqlite"_s)));
+
+        QFile corrupt(f.folder.filePath(u"db/suite.sqlite"_s));
+        QVERIFY(corrupt.open(QIODevice::WriteOnly));
+        corrupt.write(QByteArray(8192, 'x'));
+        corrupt.close();
+        run = f.print();
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(run.err.contains(u"file is not a database"_s), qPrintable(run.err));
+        QVERIFY(!QFile::exists(f.csvPath()));
+    }
+
+    // A writer holding the database locked: the run waits the busy time-out, then fails clearly.
+    void databaseLockedByAWriter()
+    {
+        FaultFixture f;
+        const QString name = QUuid::createUuid().toString();
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase(u"QSQLITE"_s, name);
+            db.setDatabaseName(f.folder.filePath(u"db/suite.sqlite"_s));
+            QVERIFY(db.open());
+            QSqlQuery q(db);
+            QVERIFY(q.exec(u"BEGIN EXCLUSIVE"_s));
+            const Run run = f.print();
+            QCOMPARE(run.exitCode, 2);
+            QVERIFY2(run.err.contains(u"database is locked"_s), qPrintable(run.err));
+            q.exec(u"ROLLBACK"_s);
+            db.close();
+        }
+        QSqlDatabase::removeDatabase(name);
+        QCOMPARE(f.print().exitCode, 0);
+    }
+
+    // A SQL Server that does not answer (nothing listens on the port): a clear failure, no hang.
+    void sqlServerNotAnswering()
+    {
+        FaultFixture f;
+        f.folder.writeSettingsFile(u"adodb.ini"_s,
+                                   u"[接続情報]\n接続情報=Provider=SQLOLEDB;Data Source=127.0.0.1;"
+                                   u"Database=HALVEX;uid=sa;pwd=tqz4187\n"_s);
+        const Run run = f.print();
+        QVERIFY(!run.crashed);
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(run.err.contains(u"iGetSeikyuData() でエラー"_s), qPrintable(run.err));
+        QVERIFY(run.err.contains(u"Connection State=0"_s));
+    }
+
+    void outputFolderMissingOrDiskFull()
+    {
+        FaultFixture f;
+        QVERIFY(QDir(f.folder.filePath(u"TMP"_s)).removeRecursively());
+        Run run = f.print();
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(run.err.contains(u"施設請求書印刷: データの出力に失敗しました。"_s), qPrintable(run.err));
+        QVERIFY(run.err.contains(u"CSVの出力に失敗しました。"_s));
+
+        // A full disk while the file is written (a 2 KiB file-size limit): a message, not a crash.
+        QVERIFY(QDir().mkpath(f.folder.filePath(u"TMP"_s)));
+        run = f.print({}, u"ulimit -f 2"_s);
+        QVERIFY2(!run.crashed, qPrintable(run.err));
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(run.err.contains(u"データの出力に失敗しました。"_s), qPrintable(run.err));
+        QVERIFY(QFileInfo(f.csvPath()).size() <= 2048);
+        // The next run with room to write replaces the half-written file.
+        run = f.print();
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY(QFileInfo(f.csvPath()).size() > 2048);
+    }
+
+    void monthWithoutData()
+    {
+        FaultFixture f;
+        const QString cli = QDir(qEnvironmentVariable("QELPRN_BIN_DIR")).filePath(u"qelprn-cli"_s);
+        QProcess p;
+        p.start(cli, {u"print"_s, u"--app-dir"_s, f.folder.path(), u"--kind"_s, u"1"_s, u"--month"_s,
+                      u"2023/01"_s, u"--csv-only"_s});
+        QVERIFY(p.waitForFinished(60000));
+        QCOMPARE(p.exitCode(), 1);
+        QCOMPARE(QString::fromUtf8(p.readAllStandardError()),
+                 u"施設請求書印刷: 該当する実績データがありません。\n"_s);
+        QVERIFY(!QFile::exists(f.csvPath()));
+    }
+
+    // Names the code page cannot hold, with commas, quotes and apostrophes, and very long ones.
+    void awkwardNames()
+    {
+        FaultFixture f;
+        const QString longName = QString(u"長"_s).repeated(1000);
+        f.facility(200, u"𠮷野家ホーム, \"本館\" O'Neil"_s);
+        f.facility(201, longName, 200);
+        f.patient(2001, 201, 5000, 500, 300, 1, 1, u"suite"_s, {{u"cName"_s, u"髙橋 𠮷子"_s}});
+        const Run run = f.print();
+        QCOMPARE(run.exitCode, 0);
+        QFile csv(f.csvPath());
+        QVERIFY(csv.open(QIODevice::ReadOnly));
+        const QString text = qelprn::fromCp932(csv.readAll());
+        QVERIFY(text.contains(u"\"?野家ホーム, \"本館\" O'Neil\""_s));
+        QVERIFY(text.contains(u"\""_s + longName + u"\""_s));
+        QVERIFY(text.contains(u"\"髙橋 ?子 様\""_s));
+    }
+
+    void brokenSettingsFiles()
+    {
+        FaultFixture f;
+        f.folder.writeSettingsFile(u"adodb.ini"_s, u"[接続情報]\n"_s);
+        Run run = f.print();
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(run.err.contains(u"iGetSeikyuData() でエラー\n接続文字列取得できません。"_s),
+                 qPrintable(run.err));
+
+        // A settings file in the wrong encoding or cut short reads as what it holds, never crashes.
+        QFile tovara(f.folder.filePath(u"Tovara.ini"_s));
+        QVERIFY(tovara.open(QIODevice::WriteOnly));
+        tovara.write(QByteArray("SYSTEM_TMP=\\TMP\r\nBASEID=01\xff\xfe"));
+        tovara.close();
+        run = f.print();
+        QVERIFY(!run.crashed);
+        QCOMPARE(run.exitCode, 2);
+
+        QVERIFY(QFile::remove(f.folder.filePath(u"Tovara.ini"_s)));
+        run = f.print();
+        QVERIFY(!run.crashed);
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(run.err.contains(u"システム設定ファイルが見つかりません。"_s), qPrintable(run.err));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_CliFaults)
+#include "tst_cli_faults.moc"
