@@ -170,6 +170,7 @@ CREATE TABLE IF NOT EXISTS 月間実績 (
     施術回数 INTEGER, 総合計 INTEGER, 自己負担額 INTEGER, 自己負担額2 INTEGER, 実費料金 INTEGER,
     患者請求額 INTEGER, 往療料 INTEGER, cPcName TEXT, tUpDateTime TEXT);
 CREATE INDEX IF NOT EXISTS IX_月間実績_SITE_MONTH ON 月間実績 (iKyotenCd, iKyotenEb, 実績年, 実績月, 患者IDNo);
+CREATE INDEX IF NOT EXISTS IX_月間実績_PATIENT ON 月間実績 (患者IDNo, iKyotenCd, iKyotenEb, 実績年, 実績月);
 
 CREATE TABLE IF NOT EXISTS JISSEKI (
     nSeqNo INTEGER PRIMARY KEY, iKyotenCd INTEGER, iKyotenEb INTEGER,

@@ -77,14 +77,8 @@ QString csKenRyousyuuSql(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
            u" LEFT JOIN SISETSU AS SEJUTSU_SISETSU ON SEJUTSU_SISETSU.nIDNo = "_s +
            csAddressSetCase() + u" )"_s;
     sql += u" LEFT JOIN SISETSU AS SEIKYU_SISETSU ON SEIKYU_SISETSU.nIDNo = SEJUTSU_SISETSU.nOyaSisetsuCd )"_s
-           u" LEFT JOIN HOKEN AS HOKEN_NAME ON HOKEN_NAME.iType = RIYOUSHA.iHoken"
-           u" LEFT JOIN CORP ON     CORP.iKyotenCd  = "_s +
-           num(baseCd) + u" AND CORP.iKyotenEb  = "_s + num(baseEb);
-    sql += j.nDairiCd < 1 ? u" AND CORP.iType = 0"_s : u" AND CORP.nIDNo  = "_s + num(j.nDairiCd);
-    sql += u" LEFT JOIN CORP AS TIRYOIN ON     TIRYOIN.iKyotenCd  = "_s + num(baseCd) +
-           u" AND TIRYOIN.iKyotenEb  = "_s + num(baseEb);
-    sql += j.nTiryoinCd < 1 ? u" AND TIRYOIN.iType = 0"_s : u" AND TIRYOIN.nIDNo = "_s + num(j.nTiryoinCd);
-
+           u" LEFT JOIN HOKEN AS HOKEN_NAME ON HOKEN_NAME.iType = RIYOUSHA.iHoken"_s +
+           csCorpJoins(j, baseCd, baseEb);
     sql += u" WHERE JISSEKI.iKyotenCd = "_s + num(baseCd) + u" AND JISSEKI.iKyotenEb = "_s + num(baseEb);
     sql += u" AND JISSEKI.tServicyDayStart >= '"_s + sqlText(csMonthFirstDay(j.sSeikyuYM)) +
            u"' AND JISSEKI.tServicyDayStart < '"_s + sqlText(csNextMonthFirstDay(j.sSeikyuYM)) + u"'"_s;

@@ -83,7 +83,9 @@ QString seikyuJoinAllDb()
            u"SEJUTSU_SISETSU.nOyaSisetsuCd END)"_s;
 }
 
-QString corpJoins(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
+} // namespace
+
+QString csCorpJoins(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
 {
     QString sql = u" LEFT JOIN CORP ON     CORP.iKyotenCd  = "_s + num(baseCd) +
                   u" AND CORP.iKyotenEb  = "_s + num(baseEb);
@@ -93,6 +95,8 @@ QString corpJoins(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
     sql += j.nTiryoinCd < 1 ? u" AND TIRYOIN.iType = 0"_s : u" AND TIRYOIN.nIDNo = "_s + num(j.nTiryoinCd);
     return sql;
 }
+
+namespace {
 
 QString monthCondition(const PrintJouken& j)
 {
@@ -128,6 +132,15 @@ QString groupBy(bool withCorp)
     return sql;
 }
 
+// One corporation row of the site as name, postcode and address under the given column prefix.
+QString corpLookup(const QString& prefix, qint16 baseCd, qint16 baseEb, const QString& choice)
+{
+    return u"select "_s + u"  CORP.cShamei1 AS "_s + prefix + u"_NAME"_s + u" ,CORP.cYubinNo AS "_s + prefix +
+           u"_YUBIN"_s + u" ,CORP.cAddress1 AS "_s + prefix + u"_ADDRESS1"_s + u" from CORP"_s +
+           u" WHERE CORP.iKyotenCd  = "_s + num(baseCd) + u"   AND CORP.iKyotenEb  = "_s + num(baseEb) +
+           choice;
+}
+
 QString orderBy()
 {
     return u" ORDER BY SEIKYU_ID, SINRYOU_TYPE, SEJUTSU_ID, ROOMNO"_s;
@@ -144,12 +157,12 @@ QString csAddressSetCase()
 QString csSeikyuSql(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
 {
     QString sql = u"SELECT   0 as SINRYOU_TYPE"_s + facilityColumns() + corpColumns() + type0Sums();
-    sql += u" FROM ((月間実績 "_s + sejutsuJoins() + seikyuJoin() + corpJoins(j, baseCd, baseEb);
+    sql += u" FROM ((月間実績 "_s + sejutsuJoins() + seikyuJoin() + csCorpJoins(j, baseCd, baseEb);
     sql += monthCondition(j) + siteCondition(baseCd, baseEb) + facilityConditions(j) + groupBy(true);
 
     sql += u" UNION SELECT   1 as SINRYOU_TYPE"_s + facilityColumns() + corpColumns() + type1Values();
     sql += u" FROM (((月間実績 "_s + riyoushaJoin() + sejutsuJoins() + seikyuJoin() +
-           corpJoins(j, baseCd, baseEb);
+           csCorpJoins(j, baseCd, baseEb);
     sql += monthCondition(j) + u" AND 月間実績.実費料金 > 0"_s + siteCondition(baseCd, baseEb) +
            facilityConditions(j);
     return sql + orderBy();
@@ -185,26 +198,15 @@ QString csKyotenCondition(const QList<SiteKey>& sites)
 
 QString csCorpSql(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
 {
-    QString sql = u"select "_s
-                  u"  CORP.cShamei1 AS CORP_NAME"
-                  u" ,CORP.cYubinNo AS CORP_YUBIN"
-                  u" ,CORP.cAddress1 AS CORP_ADDRESS1"
-                  u" from CORP"
-                  u" WHERE CORP.iKyotenCd  = "_s +
-                  num(baseCd) + u"   AND CORP.iKyotenEb  = "_s + num(baseEb);
-    return sql + (j.nDairiCd < 1 ? u" AND CORP.iType = 0"_s : u" AND CORP.nIDNo  = "_s + num(j.nDairiCd));
+    return corpLookup(u"CORP"_s, baseCd, baseEb,
+                      j.nDairiCd < 1 ? u" AND CORP.iType = 0"_s : u" AND CORP.nIDNo  = "_s + num(j.nDairiCd));
 }
 
 QString csTiryoinSql(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
 {
-    QString sql = u"select "_s
-                  u"  CORP.cShamei1 AS TIRYOIN_NAME"
-                  u" ,CORP.cYubinNo AS TIRYOIN_YUBIN"
-                  u" ,CORP.cAddress1 AS TIRYOIN_ADDRESS1"
-                  u" from CORP"
-                  u" WHERE CORP.iKyotenCd  = "_s +
-                  num(baseCd) + u"   AND CORP.iKyotenEb  = "_s + num(baseEb);
-    return sql + (j.nTiryoinCd < 1 ? u" AND CORP.iType = 0"_s : u" AND CORP.nIDNo = "_s + num(j.nTiryoinCd));
+    return corpLookup(u"TIRYOIN"_s, baseCd, baseEb,
+                      j.nTiryoinCd < 1 ? u" AND CORP.iType = 0"_s
+                                       : u" AND CORP.nIDNo = "_s + num(j.nTiryoinCd));
 }
 
 } // namespace qelprn

@@ -27,6 +27,10 @@ QString csKyotenCondition(const QList<SiteKey>& sites);
 QString csCorpSql(const PrintJouken& jouken, qint16 baseCd, qint16 baseEb);
 QString csTiryoinSql(const PrintJouken& jouken, qint16 baseCd, qint16 baseEb);
 
+// " LEFT JOIN CORP ..." (invoicing corporation, nDairiCd) and " LEFT JOIN CORP AS TIRYOIN ..." (clinic,
+// nTiryoinCd) of the site.
+QString csCorpJoins(const PrintJouken& jouken, qint16 baseCd, qint16 baseEb);
+
 // The treated facility's id chosen by RIYOUSHA_SUB.iAddressSet, as a join value.
 QString csAddressSetCase();
 
