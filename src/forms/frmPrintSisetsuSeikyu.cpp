@@ -7,8 +7,8 @@
 #include "app/clsOplIniFile.h"
 #include "db/AdodbIni.h"
 #include "db/cT_KyotenDbAcs.h"
-#include "forms/CodeBox.h"
 #include "forms/CodeNameLists.h"
+#include "forms/FormControls.h"
 #include "forms/OnlineHelp.h"
 #include "forms/RunOutcomeInteraction.h"
 #include "forms/SiteGridWidget.h"
@@ -46,86 +46,6 @@ const QString kTitle = u"施設請求書印刷"_s;
 // The title this form has always used for its load-time messages.
 const QString kLoadTitle = u"往療費内訳書印刷"_s;
 const QString kSettingsSection = u"施設請求書"_s;
-
-QString indexed(const QString& name, int index)
-{
-    return name + u'_' + QString::number(index);
-}
-
-template <std::size_t N>
-std::array<QRadioButton*, N> makeOptions(QWidget* parent, const QString& name, const QStringList& captions,
-                                         QButtonGroup*& group)
-{
-    std::array<QRadioButton*, N> out{};
-    group = new QButtonGroup(parent);
-    for (std::size_t i = 0; i < N; ++i) {
-        out[i] = new QRadioButton(captions.value(qsizetype(i)), parent);
-        out[i]->setObjectName(indexed(name, int(i)));
-        group->addButton(out[i], int(i));
-    }
-    return out;
-}
-
-template <std::size_t N> int checkedIndex(const std::array<QRadioButton*, N>& options)
-{
-    for (std::size_t i = 0; i < N; ++i) {
-        if (options[i]->isChecked())
-            return int(i);
-    }
-    return -1;
-}
-
-template <std::size_t N> std::array<bool, N> checkedFlags(const std::array<QRadioButton*, N>& options)
-{
-    std::array<bool, N> out{};
-    for (std::size_t i = 0; i < N; ++i)
-        out[i] = options[i]->isChecked();
-    return out;
-}
-
-QLabel* makeLabel(QWidget* parent, const QString& name, const QString& caption)
-{
-    auto* label = new QLabel(caption, parent);
-    label->setObjectName(name);
-    return label;
-}
-
-QLineEdit* makeNameBox(QWidget* parent, const QString& name)
-{
-    auto* box = new QLineEdit(parent);
-    box->setObjectName(name);
-    box->setReadOnly(true);
-    box->setFocusPolicy(Qt::NoFocus);
-    box->setMinimumWidth(box->fontMetrics().horizontalAdvance(u'あ') * 14);
-    return box;
-}
-
-QPushButton* makeSearchButton(QWidget* parent, const QString& name, const QString& tip)
-{
-    auto* button = new QPushButton(u"検索"_s, parent);
-    button->setObjectName(name);
-    button->setToolTip(tip);
-    button->setAutoDefault(false);
-    return button;
-}
-
-QComboBox* makeCombo(QWidget* parent, const QString& name)
-{
-    auto* box = new QComboBox(parent);
-    box->setObjectName(name);
-    box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    box->setMinimumContentsLength(16);
-    return box;
-}
-
-QDateEdit* makeDateBox(QWidget* parent, const QString& name)
-{
-    auto* box = new QDateEdit(parent);
-    box->setObjectName(name);
-    box->setDisplayFormat(u"yyyy/MM/dd"_s);
-    box->setCalendarPopup(true);
-    return box;
-}
 
 } // namespace
 
@@ -903,6 +823,9 @@ void frmPrintSisetsuSeikyu::lookUpPatient()
 void frmPrintSisetsuSeikyu::lookUpStaff(bool report)
 {
     const qint32 code = imNum_StaffNo->value();
+    // A code is reported once, not again each time the focus leaves an unchanged box.
+    if (!report)
+        m_staffReported = 0;
     if (code <= 0) {
         txtSelStaff->clear();
         return;
@@ -910,8 +833,10 @@ void frmPrintSisetsuSeikyu::lookUpStaff(bool report)
     cls施術者検索 check(m_ctx);
     const qint16 status = check.iChkStaff(code);
     txtSelStaff->setText(check.csSeledName);
-    if (status != 0 && report)
+    if (status != 0 && report && code != m_staffReported) {
+        m_staffReported = code;
         m_ctx.interaction().messageBox(check.CsErrStr, kTitle, MsgIcon::Exclamation);
+    }
 }
 
 void frmPrintSisetsuSeikyu::showVersion()

@@ -140,6 +140,7 @@ private:
     QLabel* m_statusSite = nullptr;
     QLabel* m_statusRun = nullptr;
     QString m_siteName;
+    qint32 m_staffReported = 0;
 };
 
 } // namespace qelprn

@@ -3,8 +3,8 @@
 #include "app/NullValue.h"
 #include "app/SysIni.h"
 #include "db/SqlText.h"
-#include "forms/CodeBox.h"
 #include "forms/CodeNameLists.h"
+#include "forms/FormControls.h"
 #include "master/OwnConnection.h"
 
 #include <QCheckBox>

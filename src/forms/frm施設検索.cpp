@@ -2,7 +2,7 @@
 
 #include "app/NullValue.h"
 #include "db/SqlText.h"
-#include "forms/CodeBox.h"
+#include "forms/FormControls.h"
 #include "master/OwnConnection.h"
 
 #include <QGridLayout>

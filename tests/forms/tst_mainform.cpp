@@ -371,6 +371,7 @@ private slots:
         QCOMPARE(f.form->txtSelStaff->text(), u"山田　太郎"_s);
         f.form->imNum_StaffNo->setValue(2);
         emit f.form->imNum_StaffNo->editingFinished();
+        emit f.form->imNum_StaffNo->editingFinished();
         QCOMPARE(f.shown(), QStringList{u"施設請求書印刷: 管理対象から外れています。"_s});
         // Disabled for kinds 1 and 2, the billing code still reaches the run.
         f.form->imNum_ShisetuCD[0]->setValue(100);

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QButtonGroup>
+#include <QRadioButton>
+#include <QString>
+#include <QStringList>
+#include <array>
+
+class QComboBox;
+class QDateEdit;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QSpinBox;
+class QWidget;
+
+namespace qelprn {
+
+// Makers of the forms' controls, each named by the suite's control name, and the option-group
+// helpers of control arrays ("name_index").
+
+// "name_index": the object name of element index of a control array.
+QString indexed(const QString& name, int index);
+// A code input: digits only, 0 to 999999999, no arrows, right-aligned; 0 stands for "none".
+QSpinBox* makeCodeBox(QWidget* parent, const QString& objectName);
+QLabel* makeLabel(QWidget* parent, const QString& name, const QString& caption);
+// A read-only name shown beside a code.
+QLineEdit* makeNameBox(QWidget* parent, const QString& name);
+QPushButton* makeSearchButton(QWidget* parent, const QString& name, const QString& tip);
+QComboBox* makeCombo(QWidget* parent, const QString& name);
+// A date input shown as "yyyy/mm/dd".
+QDateEdit* makeDateBox(QWidget* parent, const QString& name);
+
+// An option group name_0 .. name_N-1 with the given captions, in a button group whose ids are the
+// indexes.
+template <std::size_t N>
+std::array<QRadioButton*, N> makeOptions(QWidget* parent, const QString& name, const QStringList& captions,
+                                         QButtonGroup*& group)
+{
+    std::array<QRadioButton*, N> out{};
+    group = new QButtonGroup(parent);
+    for (std::size_t i = 0; i < N; ++i) {
+        out[i] = new QRadioButton(captions.value(qsizetype(i)), parent);
+        out[i]->setObjectName(indexed(name, int(i)));
+        group->addButton(out[i], int(i));
+    }
+    return out;
+}
+
+// The index of the selected option, -1 when none is.
+template <std::size_t N> int checkedIndex(const std::array<QRadioButton*, N>& options)
+{
+    for (std::size_t i = 0; i < N; ++i) {
+        if (options[i]->isChecked())
+            return int(i);
+    }
+    return -1;
+}
+
+// The value of every option.
+template <std::size_t N> std::array<bool, N> checkedFlags(const std::array<QRadioButton*, N>& options)
+{
+    std::array<bool, N> out{};
+    for (std::size_t i = 0; i < N; ++i)
+        out[i] = options[i]->isChecked();
+    return out;
+}
+
+} // namespace qelprn
