@@ -426,6 +426,12 @@ void frmPrintSisetsuSeikyu::showLoadMessage(const QString& text, MsgIcon icon) c
     m_ctx.interaction().messageBox(text, kLoadTitle, icon);
 }
 
+qint16 frmPrintSisetsuSeikyu::iGetComputerName()
+{
+    m_computerName = cT_ADODB::csGetComputerName();
+    return m_computerName.isEmpty() ? qint16(-1) : qint16(0);
+}
+
 bool frmPrintSisetsuSeikyu::openConnection(const QString& header)
 {
     QString iniError;
@@ -448,7 +454,7 @@ bool frmPrintSisetsuSeikyu::Form_Load()
 {
     BusyPointer busy(m_ctx.interaction());
     // 1. The computer's name stamps the suite's writes; without it nothing can go on.
-    if (cT_ADODB::csGetComputerName().isEmpty()) {
+    if (iGetComputerName() != 0) {
         showLoadMessage(u"コンピューター名の取得に失敗しました。"_s, MsgIcon::Exclamation);
         return true;
     }

@@ -60,6 +60,9 @@ public:
     qint16 iSavePrintSettings();
     void iLoadPrintSettings();
 
+    // 0 when the computer's name is known (it stamps the suite's writes), -1 otherwise.
+    qint16 iGetComputerName();
+
     bool bMenuReturn = false;
     QString sErrMsg;
     cT_ADODB cADO;
@@ -141,6 +144,7 @@ private:
     QLabel* m_statusRun = nullptr;
     QString m_siteName;
     qint32 m_staffReported = 0;
+    QString m_computerName;
 };
 
 } // namespace qelprn
