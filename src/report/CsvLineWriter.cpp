@@ -10,77 +10,113 @@ namespace qelprn {
 namespace {
 // Big enough that the device sees few calls, small enough to stay in the processor's cache.
 constexpr qsizetype kChunk = 64 * 1024;
+// The largest number field: a double in fixed notation needs up to 309 digits before the point.
+constexpr qsizetype kNumberRoom = 400;
+
+// Writes value at p (room for kNumberRoom bytes) and returns the end.
+char* shortestDecimal(char* p, double value)
+{
+    if (value == 0.0) {
+        *p++ = '0'; // also for -0.0
+        return p;
+    }
+    // Fixed notation without a precision gives the shortest round-trip digits, never an exponent.
+    return std::to_chars(p, p + kNumberRoom, value, std::chars_format::fixed).ptr;
+}
+
 } // namespace
 
 void appendShortestDecimal(QByteArray& out, double value)
 {
-    if (value == 0.0) {
-        out.append('0'); // also for -0.0
-        return;
-    }
-    // Fixed notation without a precision gives the shortest round-trip digits and never an
-    // exponent; the largest double needs 309 digits before the point.
-    char buffer[400];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed);
-    out.append(buffer, result.ptr - buffer);
+    char buffer[kNumberRoom];
+    out.append(buffer, shortestDecimal(buffer, value) - buffer);
 }
 
 CsvLineWriter::CsvLineWriter(QIODevice* device) : m_device(device)
 {
-    m_buffer.reserve(kChunk + 4096);
+    m_buffer.resize(kChunk + 2 * kNumberRoom);
 }
 
-void CsvLineWriter::separate()
+char* CsvLineWriter::room(qsizetype bytes)
+{
+    if (m_used + bytes > m_buffer.size()) {
+        flush();
+        if (bytes > m_buffer.size())
+            m_buffer.resize(bytes); // one field longer than the whole buffer
+    }
+    return m_buffer.data() + m_used;
+}
+
+void CsvLineWriter::separate(char*& p)
 {
     if (!m_lineStart)
-        m_buffer.append(',');
+        *p++ = ',';
     m_lineStart = false;
 }
 
 void CsvLineWriter::text(QStringView value)
 {
-    separate();
-    m_buffer.append('"');
-    appendCp932(m_buffer, value);
-    m_buffer.append('"');
+    char* p = room(value.size() * 2 + 8 + 3);
+    separate(p);
+    *p++ = '"';
+    p += writeCp932(p, value);
+    *p++ = '"';
+    m_used = p - m_buffer.constData();
+}
+
+void CsvLineWriter::text(std::initializer_list<QStringView> parts)
+{
+    qsizetype length = 0;
+    for (QStringView part : parts)
+        length += part.size() * 2 + 8;
+    char* p = room(length + 3);
+    separate(p);
+    *p++ = '"';
+    for (QStringView part : parts)
+        p += writeCp932(p, part);
+    *p++ = '"';
+    m_used = p - m_buffer.constData();
 }
 
 void CsvLineWriter::number(qint64 value)
 {
-    separate();
-    char buffer[24];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    m_buffer.append(buffer, result.ptr - buffer);
+    char* p = room(24);
+    separate(p);
+    p = std::to_chars(p, p + 22, value).ptr;
+    m_used = p - m_buffer.constData();
 }
 
 void CsvLineWriter::number(double value)
 {
-    separate();
-    appendShortestDecimal(m_buffer, value);
+    char* p = room(kNumberRoom + 1);
+    separate(p);
+    p = shortestDecimal(p, value);
+    m_used = p - m_buffer.constData();
 }
 
 void CsvLineWriter::endLine()
 {
-    m_buffer.append("\r\n", 2);
+    char* p = room(2);
+    *p++ = '\r';
+    *p++ = '\n';
+    m_used += 2;
     m_lineStart = true;
-    if (m_buffer.size() >= kChunk)
+    if (m_used >= kChunk)
         flush();
 }
 
 bool CsvLineWriter::flush()
 {
-    if (m_error) {
-        m_buffer.clear();
+    const qsizetype pending = m_used;
+    m_used = 0;
+    if (m_error)
         return false;
-    }
-    if (m_buffer.isEmpty())
+    if (pending == 0)
         return true;
-    const qint64 written = m_device->write(m_buffer);
-    const bool ok = written == m_buffer.size();
-    m_buffer.clear();
-    if (!ok)
-        m_error = CsvWriteError::writeFailed(*m_device);
-    return ok;
+    if (m_device->write(m_buffer.constData(), pending) == pending)
+        return true;
+    m_error = CsvWriteError::writeFailed(*m_device);
+    return false;
 }
 
 std::optional<CsvWriteError> CsvLineWriter::finish(std::optional<CsvWriteError> stoppedBy)

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QStringView>
 #include <QtGlobal>
+#include <initializer_list>
 #include <optional>
 
 class QIODevice;
@@ -24,6 +25,8 @@ public:
     CsvLineWriter& operator=(const CsvLineWriter&) = delete;
 
     void text(QStringView value);
+    // One text field joined from parts, without building the joined string.
+    void text(std::initializer_list<QStringView> parts);
     void number(qint64 value);
     void number(double value);
     // Ends the line; hands the buffer to the device when it is full.
@@ -46,10 +49,13 @@ public:
     const std::optional<CsvWriteError>& error() const { return m_error; }
 
 private:
-    void separate();
+    // Room for at least bytes more at m_used.
+    char* room(qsizetype bytes);
+    void separate(char*& p);
 
     QIODevice* m_device = nullptr;
-    QByteArray m_buffer;
+    QByteArray m_buffer; // fixed size; m_used bytes of it are pending
+    qsizetype m_used = 0;
     bool m_lineStart = true;
     std::optional<CsvWriteError> m_error;
 };

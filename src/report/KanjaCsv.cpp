@@ -98,7 +98,7 @@ CsvResult writeKanjaCsv(QIODevice* out, const QList<KanjaSeikyuRow>& rows, const
         csv.text(row.TIRYOIN_ADDRESS1);
         csv.text(row.TIRYOIN_TELNO);
         csv.text(row.TIRYOIN_FAXNO);
-        csv.text(QString(row.TIRYOIN_BANKNAME + u' ' + row.TIRYOIN_SHITENNAME));
+        csv.text({row.TIRYOIN_BANKNAME, u" ", row.TIRYOIN_SHITENNAME});
         csv.text(kouzaType);
         csv.text(row.TIRYOIN_KOUZANO);
         csv.text(row.TIRYOIN_KOUZAMEIGI);
