@@ -69,7 +69,7 @@ qint16 cls_WfdPrintExe::setData(qint16 slot, const QString& dataName, const QStr
         sErrMsg = u"データ番号 "_s + QString::number(slot) + u" は 1 から 5 の範囲にありません。"_s;
         return -1;
     }
-    m_slots[slot - 1] = {dataName, m_commandFolder + fileName, noTitle};
+    m_slots[slot - 1] = {dataName, fileName, noTitle};
     return 0;
 }
 
@@ -109,18 +109,30 @@ qint16 cls_WfdPrintExe::iSetRepeatStart(qint16 line)
     return 0;
 }
 
+QStringList cls_WfdPrintExe::dataLines(const QString& dataFolder) const
+{
+    QStringList lines;
+    for (const DataSlot& slot : m_slots) {
+        if (slot.name.isEmpty())
+            continue;
+        lines << u"SetDataText,"_s + quoted(slot.name) + u","_s + quoted(dataFolder + slot.file) +
+                     (slot.noTitle ? u",,,1"_s : QString());
+    }
+    return lines;
+}
+
 QByteArray cls_WfdPrintExe::commandFileBytes(Action action, bool paper) const
+{
+    return commandBytes(action, paper, m_commandFolder);
+}
+
+QByteArray cls_WfdPrintExe::commandBytes(Action action, bool paper, const QString& dataFolder) const
 {
     QStringList lines;
     lines << u"FileName,"_s + quoted(m_layoutPath);
     if (!m_title.isEmpty())
         lines << u"Title,"_s + quoted(m_title);
-    for (const DataSlot& slot : m_slots) {
-        if (slot.name.isEmpty())
-            continue;
-        lines << u"SetDataText,"_s + quoted(slot.name) + u","_s + quoted(slot.path) +
-                     (slot.noTitle ? u",,,1"_s : QString());
-    }
+    lines << dataLines(dataFolder);
     if (m_offsetX != 0)
         lines << u"PrintOffsetX, "_s + QString::number(m_offsetX);
     if (m_offsetY != 0)
@@ -135,13 +147,15 @@ QByteArray cls_WfdPrintExe::commandFileBytes(Action action, bool paper) const
     for (const auto& [item, value] : m_items)
         lines << u"SetItemValue,"_s + quoted(item) + u","_s + quoted(value);
     lines << actionLine(action);
+    return toCp932(lines.join(u"\r\n"_s) + u"\r\n"_s);
+}
 
-    QByteArray bytes;
-    for (const QString& line : std::as_const(lines)) {
-        appendCp932(bytes, line);
-        bytes.append("\r\n");
-    }
-    return bytes;
+QByteArray cls_WfdPrintExe::jobFileBytes() const
+{
+    QStringList lines = {u"setTitle,"_s + quoted(m_title)};
+    for (const JobReport& report : m_job)
+        lines << u"setreport,"_s + quoted(report.layoutPath) << report.dataLines << u"AddReport"_s;
+    return toCp932(lines.join(u"\r\n"_s) + u"\r\n"_s);
 }
 
 QString cls_WfdPrintExe::commandFilePath() const
@@ -149,11 +163,11 @@ QString cls_WfdPrintExe::commandFilePath() const
     return m_commandFolder + kCommandFile;
 }
 
-bool cls_WfdPrintExe::writeCommandFile(Action action, bool paper)
+bool cls_WfdPrintExe::writeFile(const QByteArray& bytes)
 {
     const QString path = toLocalPath(commandFilePath());
     QString error;
-    if (!writeFileAtomically(path, commandFileBytes(action, paper), &error)) {
+    if (!writeFileAtomically(path, bytes, &error)) {
         sErrMsg = path + u" を書き込めません。"_s + error;
         return false;
     }
@@ -162,7 +176,12 @@ bool cls_WfdPrintExe::writeCommandFile(Action action, bool paper)
 
 QString cls_WfdPrintExe::resolveEngine()
 {
-    const QString name = toLocalPath(m_engine);
+    return resolveProgram(m_engine);
+}
+
+QString cls_WfdPrintExe::resolveProgram(const QString& program)
+{
+    const QString name = toLocalPath(program);
     QString found;
     if (name.contains(u'/') || name.contains(u'\\')) {
         const QFileInfo file(name);
@@ -174,18 +193,18 @@ QString cls_WfdPrintExe::resolveEngine()
             found = QStandardPaths::findExecutable(name, {QCoreApplication::applicationDirPath()});
     }
     if (found.isEmpty())
-        sErrMsg = u"帳票印刷エンジン "_s + m_engine + u" が見つかりません。"_s;
+        sErrMsg = u"帳票印刷エンジン "_s + program + u" が見つかりません。"_s;
     return found;
 }
 
-qint16 cls_WfdPrintExe::start(Action action, bool paper)
+qint16 cls_WfdPrintExe::start(Action action, bool paper, const QString& program, const QString& dataFolder)
 {
     sErrMsg.clear();
-    const QString engine = resolveEngine();
-    if (engine.isEmpty() || !writeCommandFile(action, paper))
+    const QString found = resolveProgram(program);
+    if (found.isEmpty() || !writeFile(commandBytes(action, paper, dataFolder)))
         return -1;
     QProcess process;
-    process.setProgram(engine);
+    process.setProgram(found);
     process.setArguments({u"/c"_s, toLocalPath(commandFilePath())});
 #ifdef Q_OS_WIN
     process.setCreateProcessArgumentsModifier([](QProcess::CreateProcessArguments* args) {
@@ -194,53 +213,32 @@ qint16 cls_WfdPrintExe::start(Action action, bool paper)
     });
 #endif
     if (!process.startDetached()) {
-        sErrMsg = u"帳票印刷エンジン "_s + engine + u" を起動できません。"_s + process.errorString();
+        sErrMsg = u"帳票印刷エンジン "_s + found + u" を起動できません。"_s + process.errorString();
         return -1;
     }
     return 0;
 }
 
-qint16 cls_WfdPrintExe::iPreview(bool paper)
+qint16 cls_WfdPrintExe::runAndWait(const QString& program, const QStringList& arguments, int timeoutMs,
+                                   bool offscreen)
 {
-    return start(Action::Preview, paper);
-}
-
-qint16 cls_WfdPrintExe::iPreviewData()
-{
-    return start(Action::Preview, false);
-}
-
-qint16 cls_WfdPrintExe::iPrintBk(bool paper)
-{
-    return start(Action::Print, paper);
-}
-
-qint16 cls_WfdPrintExe::iPrintDialog(bool paper)
-{
-    return start(Action::PrintFromDialog, paper);
-}
-
-qint16 cls_WfdPrintExe::iRenderPdf(bool paper, const QString& pdfPath, int timeoutMs)
-{
-    sErrMsg.clear();
-    const QString engine = resolveEngine();
-    if (engine.isEmpty() || !writeCommandFile(Action::Preview, paper))
-        return -1;
     QProcess process;
-    // Rendering to a file needs no screen: without a chosen platform the engine runs offscreen.
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    if (!environment.contains(u"QT_QPA_PLATFORM"_s))
-        environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
-    process.setProcessEnvironment(environment);
-    process.start(engine, {u"--pdf"_s, pdfPath, u"/c"_s, toLocalPath(commandFilePath())});
+    if (offscreen) {
+        // Rendering to a file needs no screen: without a chosen platform the engine runs offscreen.
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        if (!environment.contains(u"QT_QPA_PLATFORM"_s))
+            environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+        process.setProcessEnvironment(environment);
+    }
+    process.start(program, arguments);
     if (!process.waitForStarted()) {
-        sErrMsg = u"帳票印刷エンジン "_s + engine + u" を起動できません。"_s + process.errorString();
+        sErrMsg = u"帳票印刷エンジン "_s + program + u" を起動できません。"_s + process.errorString();
         return -1;
     }
     if (!process.waitForFinished(timeoutMs)) {
         process.kill();
         process.waitForFinished();
-        sErrMsg = u"帳票印刷エンジン "_s + engine + u" が時間内に終わりませんでした。"_s;
+        sErrMsg = u"帳票印刷エンジン "_s + program + u" が時間内に終わりませんでした。"_s;
         return -1;
     }
     if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
@@ -251,6 +249,61 @@ qint16 cls_WfdPrintExe::iRenderPdf(bool paper, const QString& pdfPath, int timeo
         return -1;
     }
     return 0;
+}
+
+qint16 cls_WfdPrintExe::iPreview(bool paper)
+{
+    return start(Action::Preview, paper, m_engine, m_commandFolder);
+}
+
+qint16 cls_WfdPrintExe::iPreviewData()
+{
+    return start(Action::Preview, false, m_engine, m_commandFolder);
+}
+
+qint16 cls_WfdPrintExe::iPreviewActX()
+{
+    return start(Action::Preview, false, u"WrVb6Viewer.exe"_s, u"./TMP\\"_s);
+}
+
+qint16 cls_WfdPrintExe::iPrintBk(bool paper)
+{
+    return start(Action::Print, paper, m_engine, m_commandFolder);
+}
+
+qint16 cls_WfdPrintExe::iPrintDialog(bool paper)
+{
+    return start(Action::PrintFromDialog, paper, m_engine, m_commandFolder);
+}
+
+qint16 cls_WfdPrintExe::iRenderPdf(bool paper, const QString& pdfPath, int timeoutMs)
+{
+    sErrMsg.clear();
+    const QString engine = resolveEngine();
+    if (engine.isEmpty() || !writeFile(commandFileBytes(Action::Preview, paper)))
+        return -1;
+    return runAndWait(engine, {u"--pdf"_s, pdfPath, u"/c"_s, toLocalPath(commandFilePath())}, timeoutMs,
+                      true);
+}
+
+qint16 cls_WfdPrintExe::addToJob(bool withData)
+{
+    sErrMsg.clear();
+    m_job.append({m_layoutPath, withData ? dataLines(m_commandFolder) : QStringList()});
+    const QString imager = resolveProgram(u"wfrimg10.exe"_s);
+    if (imager.isEmpty() || !writeFile(jobFileBytes()))
+        return -1;
+    return runAndWait(imager, {u"/c"_s, toLocalPath(commandFilePath())}, 10 * 60 * 1000, false);
+}
+
+qint16 cls_WfdPrintExe::addPrint()
+{
+    return addToJob(false);
+}
+
+qint16 cls_WfdPrintExe::addPrint_addCSV()
+{
+    return addToJob(true);
 }
 
 } // namespace qelprn

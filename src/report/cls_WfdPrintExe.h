@@ -6,6 +6,7 @@
 #include <QList>
 #include <QPair>
 #include <QString>
+#include <QStringList>
 #include <QtGlobal>
 #include <array>
 
@@ -43,6 +44,9 @@ public:
     // Write the command file with the action and start the engine; paper true asks for A4.
     qint16 iPreview(bool paper);
     qint16 iPreviewData(); // preview with the data already set, on the layout's own paper
+    // Preview through the engine's viewer program "WrVb6Viewer.exe", which takes the data files
+    // from "./TMP\" (the program folder's temporary folder, the viewer's working folder).
+    qint16 iPreviewActX();
     qint16 iPrintBk(bool paper);
     qint16 iPrintDialog(bool paper);
     // Renders the job to pdfPath instead of its action: the command file of a preview, the engine
@@ -50,8 +54,18 @@ public:
     // own message becomes sErrMsg when it fails.
     qint16 iRenderPdf(bool paper, const QString& pdfPath, int timeoutMs = 30 * 60 * 1000);
 
+    // Join several reports into one job: each call adds the report set up since iInit (layout; with
+    // addPrint_addCSV also its data files) to the job, writes the image program's command file
+    // ("setTitle," the title, then per report "setreport," the layout, its "SetDataText," lines and
+    // "AddReport") and runs "wfrimg10.exe /c" on it, waiting for it to build "tmp.wfd" in the
+    // command folder; preview or print that layout afterwards.
+    qint16 addPrint();
+    qint16 addPrint_addCSV();
+
     // The command file's text for an action, as written (CP932, CR LF).
     QByteArray commandFileBytes(Action action, bool paper) const;
+    // The image program's command file for the reports added so far.
+    QByteArray jobFileBytes() const;
     // The command file in the suite's spelling (command folder + "WfdCom.dat").
     QString commandFilePath() const;
     // The engine program that would be started, or "" with sErrMsg when it cannot be found.
@@ -61,14 +75,24 @@ private:
     struct DataSlot
     {
         QString name;
-        QString path; // command folder + file name
+        QString file; // found in the data folder (the command folder, or the viewer's)
         bool noTitle = false;
+    };
+    struct JobReport
+    {
+        QString layoutPath;
+        QStringList dataLines;
     };
 
     qint16 setData(qint16 slot, const QString& dataName, const QString& fileName, bool noTitle);
-    bool writeCommandFile(Action action, bool paper);
-    qint16 start(Action action, bool paper);
-
+    QStringList dataLines(const QString& dataFolder) const;
+    QByteArray commandBytes(Action action, bool paper, const QString& dataFolder) const;
+    bool writeFile(const QByteArray& bytes);
+    QString resolveProgram(const QString& program);
+    qint16 start(Action action, bool paper, const QString& program, const QString& dataFolder);
+    // Runs program with arguments and waits; its message on standard error becomes sErrMsg.
+    qint16 runAndWait(const QString& program, const QStringList& arguments, int timeoutMs, bool offscreen);
+    qint16 addToJob(bool withData);
     const AppContext& m_context;
     QString m_engine = QStringLiteral("wfrfv10.exe");
     QString m_commandFolder; // SYSTEM_TMP folder with a trailing "\"
@@ -81,6 +105,7 @@ private:
     qint16 m_repeatStart = 0;
     bool m_repeatStartSet = false;
     QList<QPair<QString, QString>> m_items;
+    QList<JobReport> m_job;
 };
 
 } // namespace qelprn

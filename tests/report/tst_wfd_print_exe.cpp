@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -131,6 +132,42 @@ private slots:
         QCOMPARE(wfd.iInit(u"a.wfd"_s, u"t"_s), 0);
         QCOMPARE(wfd.resolveEngine(), QFileInfo(engine).absoluteFilePath());
         qputenv("PATH", path);
+    }
+
+    // The viewer takes its data from "./TMP\\"; the image program joins reports into one job.
+    void viewerAndJoinedJobs()
+    {
+        test::TestProgramFolder folder;
+        test::TestInteraction ui;
+        const AppContext ctx = folder.context(ui);
+        QVERIFY(QDir(folder.path()).mkpath(u"bin"_s));
+        const QString record = u"cp \"$2\" \"$(dirname \"$0\")/%1.tmp\" && mv \"$(dirname \"$0\")/%1.tmp\" "
+                               u"\"$(dirname \"$0\")/%1.dat\""_s;
+        writeScript(folder.filePath(u"bin/WrVb6Viewer.exe"_s), record.arg(u"viewer"_s));
+        writeScript(folder.filePath(u"bin/wfrimg10.exe"_s), record.arg(u"job"_s));
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", QFile::encodeName(folder.filePath(u"bin"_s)) + ":" + path);
+        const auto restore = qScopeGuard([&] { qputenv("PATH", path); });
+        const QString tmp = folder.path() + u"\\TMP\\"_s;
+
+        cls_WfdPrintExe wfd(ctx);
+        QCOMPARE(wfd.iInit(u"a.wfd"_s, u"請求"_s), 0);
+        QCOMPARE(wfd.iSetDataText(1, u"d"_s, u"d.csv"_s), 0);
+        QCOMPARE(wfd.iPreviewActX(), 0);
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(folder.filePath(u"bin/viewer.dat"_s)), 20000);
+        QCOMPARE(readAll(folder.filePath(u"bin/viewer.dat"_s)),
+                 toCp932(u"FileName,\"a.wfd\"\r\nTitle,\"請求\"\r\nSetDataText,\"d\",\"./TMP\\d.csv\"\r\n"
+                         u"ShowWindow,2\r\n"_s));
+
+        QCOMPARE(wfd.addPrint(), 0);                   // waits for the image program
+        QCOMPARE(wfd.iInit(u"b.wfd"_s, u"請求"_s), 0); // the job outlives iInit
+        QCOMPARE(wfd.iSetDataTextNoTitle(2, u"e"_s, u"e.csv"_s), 0);
+        QCOMPARE(wfd.addPrint_addCSV(), 0);
+        const QByteArray job = toCp932(u"setTitle,\"請求\"\r\nsetreport,\"a.wfd\"\r\nAddReport\r\n"
+                                       u"setreport,\"b.wfd\"\r\nSetDataText,\"e\",\""_s +
+                                       tmp + u"e.csv\",,,1\r\nAddReport\r\n"_s);
+        QCOMPARE(wfd.jobFileBytes(), job);
+        QCOMPARE(readAll(folder.filePath(u"bin/job.dat"_s)), job);
     }
 
     void rendersPdfAndWaits()
