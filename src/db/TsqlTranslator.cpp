@@ -372,25 +372,51 @@ Tokens translateUpdateFrom(const Tokens& t)
     return out;
 }
 
-// Most statements of a run (the per-patient look-ups) hold nothing to translate: a plain scan
-// spares them the tokenizer.
+// Most statements of a run (the per-patient look-ups) hold nothing to translate. One pass over the
+// text finds what could: a concatenation, a bracketed name, a national string, TOP, UPDATE, or a
+// call of a function that SQLite spells differently (LEFT followed by "(", not the LEFT of LEFT
+// JOIN). A false alarm only costs the tokenizer.
 bool mayNeedTranslation(const QString& tsql)
 {
-    if (tsql.contains(u'+') || tsql.contains(u'[') || tsql.contains(u"N'"_s))
-        return true;
-    static const QStringList words = {u"ISNULL"_s,  u"LEFT"_s,    u"RIGHT"_s, u"LEN"_s,   u"SUBSTRING"_s,
-                                      u"GETDATE"_s, u"CONVERT"_s, u"TOP"_s,   u"UPDATE"_s};
-    for (const QString& w : words) {
-        if (tsql.contains(w, Qt::CaseInsensitive))
+    static constexpr QStringView functions[] = {u"ISNULL",    u"LEFT",    u"RIGHT",  u"LEN",
+                                                u"SUBSTRING", u"GETDATE", u"CONVERT"};
+    const auto isWordChar = [](QChar c) { return c.isLetterOrNumber() || c == u'_'; };
+    const qsizetype n = tsql.size();
+    qsizetype i = 0;
+    while (i < n) {
+        const QChar c = tsql.at(i);
+        if (c == u'+' || c == u'[')
             return true;
+        if (!isWordChar(c)) {
+            ++i;
+            continue;
+        }
+        const qsizetype start = i;
+        while (i < n && isWordChar(tsql.at(i)))
+            ++i;
+        const QStringView word = QStringView(tsql).mid(start, i - start);
+        if (i < n && tsql.at(i) == u'\'' && word.compare(u"N", Qt::CaseInsensitive) == 0)
+            return true;
+        if (word.size() < 3 || word.size() > 9)
+            continue;
+        if (word.compare(u"TOP", Qt::CaseInsensitive) == 0 ||
+            word.compare(u"UPDATE", Qt::CaseInsensitive) == 0)
+            return true;
+        for (QStringView f : functions) {
+            if (word.compare(f, Qt::CaseInsensitive) != 0)
+                continue;
+            qsizetype j = i;
+            while (j < n && tsql.at(j).isSpace())
+                ++j;
+            if (j < n && tsql.at(j) == u'(')
+                return true;
+        }
     }
     return false;
 }
 
 QString translate(const QString& tsql)
 {
-    if (!mayNeedTranslation(tsql))
-        return tsql;
     Tokens tokens = tokenize(tsql);
     translateConcatenation(tokens);
     translateTop(tokens);
@@ -404,6 +430,8 @@ QString translate(const QString& tsql)
 
 QString translateTsqlToSqlite(const QString& tsql)
 {
+    if (!mayNeedTranslation(tsql))
+        return tsql;
     static QMutex mutex;
     static QHash<QString, QString> cache;
     constexpr qsizetype kCacheLimit = 4096;
