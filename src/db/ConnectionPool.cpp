@@ -2,11 +2,13 @@
 
 #include "db/ConnectionString.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QHash>
 #include <QList>
 #include <QMutex>
 #include <QMutexLocker>
+#include <QSet>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -21,15 +23,33 @@ namespace {
 
 constexpr int kMaxIdlePerKey = 4;
 constexpr int kBusyTimeoutMs = 5000;
+constexpr qsizetype kMaxShapesPerConnection = 64;
+constexpr qsizetype kMaxStatementsPerShape = 4;
 
 // Connections are shared by what they reach, not by the text that names it: "sqlite:db" means
 // another file once the current directory (the program folder) has changed.
+// Every query opens a connection, so the resolved target is remembered per connection string and
+// current directory: parsing and resolving the text each time cost more than the statement.
 QString poolKey(const QString& connectionString)
 {
-    const ConnectionString cs = ConnectionString::parse(connectionString);
-    const QString target = cs.backend() == ConnectionString::Backend::Sqlite
-                               ? u"sqlite|"_s + cs.sqliteFile()
-                               : u"odbc|"_s + cs.odbcConnectString();
+    static QMutex mutex;
+    static QHash<QString, QString> targets;
+    constexpr qsizetype kTargetLimit = 256;
+    const QString memoKey = QDir::currentPath() + u'\n' + connectionString;
+    QString target;
+    {
+        QMutexLocker lock(&mutex);
+        target = targets.value(memoKey);
+    }
+    if (target.isEmpty()) {
+        const ConnectionString cs = ConnectionString::parse(connectionString);
+        target = cs.backend() == ConnectionString::Backend::Sqlite ? u"sqlite|"_s + cs.sqliteFile()
+                                                                   : u"odbc|"_s + cs.odbcConnectString();
+        QMutexLocker lock(&mutex);
+        if (targets.size() >= kTargetLimit)
+            targets.clear();
+        targets.insert(memoKey, target);
+    }
     return QString::number(reinterpret_cast<quintptr>(QThread::currentThreadId())) + u'|' + target;
 }
 
@@ -50,6 +70,20 @@ struct ConnectionPool::Impl
     mutable QMutex mutex;
     QHash<QString, QList<QString>> idle;
     QHash<QString, QString> keyOfInUse; // connection name -> the key it was opened for
+
+    struct Statements
+    {
+        QHash<QString, QList<QSqlQuery>> idle;
+        QSet<QString> unpreparable;
+    };
+    QHash<QString, Statements> statements; // connection name -> its prepared statements
+
+    // Closes and removes a connection, its prepared statements first. Call with the mutex held.
+    void drop(const QString& name)
+    {
+        statements.remove(name);
+        dropConnection(name);
+    }
 };
 
 ConnectionPool::ConnectionPool() : d(std::make_unique<Impl>())
@@ -82,7 +116,7 @@ QString ConnectionPool::acquire(const QString& connectionString, QString* error)
                 d->keyOfInUse.insert(name, key);
                 return name;
             }
-            dropConnection(name);
+            d->drop(name);
         }
     }
 
@@ -128,6 +162,7 @@ QString ConnectionPool::acquire(const QString& connectionString, QString* error)
     }
     QMutexLocker lock(&d->mutex);
     d->keyOfInUse.insert(name, key);
+    d->statements.insert(name, {});
     return name;
 }
 
@@ -152,19 +187,18 @@ void ConnectionPool::release(const QString& connectionName, bool healthy)
             return;
         }
     }
-    dropConnection(connectionName);
+    QMutexLocker lock(&d->mutex);
+    d->drop(connectionName);
 }
 
 void ConnectionPool::clear()
 {
+    QMutexLocker lock(&d->mutex);
     QHash<QString, QList<QString>> idle;
-    {
-        QMutexLocker lock(&d->mutex);
-        idle.swap(d->idle);
-    }
+    idle.swap(d->idle);
     for (const QList<QString>& names : std::as_const(idle)) {
         for (const QString& name : names)
-            dropConnection(name);
+            d->drop(name);
     }
 }
 
@@ -172,6 +206,46 @@ int ConnectionPool::idleCount(const QString& connectionString) const
 {
     QMutexLocker lock(&d->mutex);
     return int(d->idle.value(poolKey(connectionString)).size());
+}
+
+std::optional<QSqlQuery> ConnectionPool::takeStatement(const QString& connectionName, const QString& shape)
+{
+    QMutexLocker lock(&d->mutex);
+    const auto connection = d->statements.find(connectionName);
+    if (connection == d->statements.end())
+        return std::nullopt;
+    const auto it = connection->idle.find(shape);
+    if (it == connection->idle.end() || it->isEmpty())
+        return std::nullopt;
+    return it->takeLast();
+}
+
+void ConnectionPool::keepStatement(const QString& connectionName, const QString& shape, QSqlQuery&& query)
+{
+    QMutexLocker lock(&d->mutex);
+    const auto connection = d->statements.find(connectionName);
+    if (connection == d->statements.end())
+        return; // the connection is gone; the statement goes with the caller's copy
+    if (!connection->idle.contains(shape) && connection->idle.size() >= kMaxShapesPerConnection)
+        connection->idle.clear();
+    QList<QSqlQuery>& kept = connection->idle[shape];
+    if (kept.size() < kMaxStatementsPerShape)
+        kept.append(std::move(query));
+}
+
+bool ConnectionPool::isUnpreparable(const QString& connectionName, const QString& shape) const
+{
+    QMutexLocker lock(&d->mutex);
+    const auto connection = d->statements.constFind(connectionName);
+    return connection != d->statements.constEnd() && connection->unpreparable.contains(shape);
+}
+
+void ConnectionPool::markUnpreparable(const QString& connectionName, const QString& shape)
+{
+    QMutexLocker lock(&d->mutex);
+    const auto connection = d->statements.find(connectionName);
+    if (connection != d->statements.end() && connection->unpreparable.size() < kMaxShapesPerConnection)
+        connection->unpreparable.insert(shape);
 }
 
 } // namespace qelprn

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QSqlQuery>
 #include <QString>
 #include <memory>
+#include <optional>
 
 namespace qelprn {
 
@@ -23,6 +25,14 @@ public:
     void clear();
 
     int idleCount(const QString& connectionString) const;
+
+    // Prepared statements kept with a connection, by statement shape, so that look-ups that
+    // differ only in their literals are parsed and planned once. They go when the connection goes.
+    std::optional<QSqlQuery> takeStatement(const QString& connectionName, const QString& shape);
+    void keepStatement(const QString& connectionName, const QString& shape, QSqlQuery&& query);
+    // A shape the database would not prepare is run as plain text from then on.
+    bool isUnpreparable(const QString& connectionName, const QString& shape) const;
+    void markUnpreparable(const QString& connectionName, const QString& shape);
 
     ~ConnectionPool();
     ConnectionPool(const ConnectionPool&) = delete;

@@ -4,6 +4,8 @@
 
 #include <QSqlError>
 #include <QSqlRecord>
+#include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -12,7 +14,8 @@ namespace qelprn {
 QString RecordSet::Impl::foldName(const QString& name)
 {
     // Width- and case-insensitive, as the server matches names: full-width "ｃByoumei" is cByoumei.
-    return name.normalized(QString::NormalizationForm_KC).toCaseFolded();
+    const bool ascii = std::all_of(name.cbegin(), name.cend(), [](QChar c) { return c.unicode() < 0x80; });
+    return ascii ? name.toLower() : name.normalized(QString::NormalizationForm_KC).toCaseFolded();
 }
 
 void RecordSet::Impl::attach(QSqlQuery&& q)
@@ -21,6 +24,7 @@ void RecordSet::Impl::attach(QSqlQuery&& q)
     open = true;
     error.clear();
     names.clear();
+    asked.clear();
     const QSqlRecord rec = query.record();
     for (int i = 0; i < rec.count(); ++i) {
         const QString key = foldName(rec.fieldName(i));
@@ -38,7 +42,10 @@ void RecordSet::Impl::step()
 }
 
 RecordSet::RecordSet() : d(std::make_unique<Impl>()) {}
-RecordSet::~RecordSet() = default;
+RecordSet::~RecordSet()
+{
+    close();
+}
 RecordSet::RecordSet(RecordSet&&) noexcept = default;
 RecordSet& RecordSet::operator=(RecordSet&&) noexcept = default;
 
@@ -62,12 +69,17 @@ QVariant RecordSet::field(const QString& name) const
 {
     if (isEOF())
         return QVariant();
-    const auto it = d->names.constFind(Impl::foldName(name));
-    if (it == d->names.constEnd()) {
-        d->error = u"Item cannot be found in the collection corresponding to the requested name: "_s + name;
-        return QVariant();
+    auto known = d->asked.constFind(name);
+    if (known == d->asked.constEnd()) {
+        const auto it = d->names.constFind(Impl::foldName(name));
+        if (it == d->names.constEnd()) {
+            d->error =
+                u"Item cannot be found in the collection corresponding to the requested name: "_s + name;
+            return QVariant();
+        }
+        known = d->asked.insert(name, it.value());
     }
-    return d->query.value(it.value());
+    return d->query.value(known.value());
 }
 
 QVariant RecordSet::field(int index) const
@@ -107,6 +119,8 @@ void RecordSet::close()
     if (!d)
         return;
     d->query.finish();
+    if (d->recycle)
+        std::exchange(d->recycle, nullptr)(std::move(d->query));
     d->query = QSqlQuery();
     d->open = false;
     d->eof = true;

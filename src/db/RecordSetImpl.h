@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QSqlQuery>
 #include <QString>
+#include <functional>
 
 namespace qelprn {
 
@@ -14,7 +15,11 @@ struct RecordSet::Impl
 {
     QSqlQuery query;
     QHash<QString, int> names;
+    // Names as the caller spelt them, so a loop asking for the same field each record folds once.
+    QHash<QString, int> asked;
     QString error;
+    // Hands the finished query back for reuse, when it is a kept prepared statement.
+    std::function<void(QSqlQuery&&)> recycle;
     bool open = false;
     bool eof = true;
 

@@ -3,6 +3,7 @@
 #include "db/ConnectionPool.h"
 #include "db/ConnectionString.h"
 #include "db/RecordSetImpl.h"
+#include "db/StatementShape.h"
 #include "db/TsqlTranslator.h"
 
 #include <QList>
@@ -55,6 +56,7 @@ struct cT_ADODB::Impl
 {
     QString connectionName;
     bool speaksSqlite = false;
+    bool embedded = false; // Qt's own SQLite driver, where prepared statements are kept
     bool broken = false;
     QList<ErrorEntry> errors;
     int state = 0; // 0 closed, 1 open, as the suite reads a connection's state
@@ -86,6 +88,7 @@ qint16 cT_ADODB::iInit(const QString& connectionString)
     const ConnectionString cs = ConnectionString::parse(connectionString);
     sDbName = cs.database;
     d->speaksSqlite = cs.speaksSqlite();
+    d->embedded = cs.backend() == ConnectionString::Backend::Sqlite;
     return 0;
 }
 
@@ -165,9 +168,15 @@ qint16 cT_ADODB::iOpenRecSet(RecordSet& rs, const QString& sql, int, int, int)
 {
     rs.close();
     QSqlQuery query;
-    if (!run(query, sql, true))
+    QString shape;
+    if (!run(query, sql, true, &shape))
         return -1;
     rs.impl()->attach(std::move(query));
+    if (!shape.isEmpty()) {
+        rs.impl()->recycle = [name = d->connectionName, shape](QSqlQuery&& used) {
+            ConnectionPool::instance().keepStatement(name, shape, std::move(used));
+        };
+    }
     if (rs.hasError()) {
         sErrMsg = rs.errorText();
         return -1;
@@ -189,15 +198,18 @@ qint16 cT_ADODB::iExecSQL(const QString& sql)
 
 // Runs one statement (translated for SQLite) on the open connection; on failure sErrMsg holds the
 // database's reason followed by the error log.
-bool cT_ADODB::run(QSqlQuery& query, const QString& sql, bool forwardOnly)
+bool cT_ADODB::run(QSqlQuery& query, const QString& sql, bool forwardOnly, QString* preparedShape)
 {
     if (d->state != 1) {
         sErrMsg = kClosed;
         return false;
     }
+    const QString text = d->speaksSqlite ? translateTsqlToSqlite(sql) : sql;
+    if (preparedShape && d->embedded && forwardOnly && runPrepared(query, text, *preparedShape))
+        return true;
     query = QSqlQuery(d->db());
     query.setForwardOnly(forwardOnly);
-    if (query.exec(d->speaksSqlite ? translateTsqlToSqlite(sql) : sql))
+    if (query.exec(text))
         return true;
     const QSqlError e = query.lastError();
     if (e.type() == QSqlError::ConnectionError)
@@ -206,6 +218,35 @@ bool cT_ADODB::run(QSqlQuery& query, const QString& sql, bool forwardOnly)
     d->errors.append(entryOf(e, d->source()));
     vAddAdoErrorLog(sErrMsg);
     return false;
+}
+
+// Runs a SELECT as the kept prepared statement of its shape, preparing it the first time. False
+// when the statement has no shape or did not run: the caller then runs the plain text, so a failure
+// is reported exactly as without the kept statements.
+bool cT_ADODB::runPrepared(QSqlQuery& query, const QString& sqliteSql, QString& preparedShape)
+{
+    const std::optional<StatementShape> shape = shapeOfSelect(sqliteSql);
+    if (!shape)
+        return false;
+    ConnectionPool& pool = ConnectionPool::instance();
+    if (pool.isUnpreparable(d->connectionName, shape->text))
+        return false;
+    std::optional<QSqlQuery> kept = pool.takeStatement(d->connectionName, shape->text);
+    QSqlQuery prepared = kept ? std::move(*kept) : QSqlQuery(d->db());
+    if (!kept) {
+        prepared.setForwardOnly(true);
+        if (!prepared.prepare(shape->text)) {
+            pool.markUnpreparable(d->connectionName, shape->text);
+            return false;
+        }
+    }
+    for (qsizetype i = 0; i < shape->values.size(); ++i)
+        prepared.bindValue(int(i), shape->values.at(i));
+    if (!prepared.exec())
+        return false;
+    query = std::move(prepared);
+    preparedShape = shape->text;
+    return true;
 }
 
 // Begins or commits a transaction through fn; false with sErrMsg set.

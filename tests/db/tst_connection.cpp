@@ -1,6 +1,7 @@
 #include "db/ConnectionPool.h"
 #include "db/ConnectionString.h"
 #include "db/RecordSet.h"
+#include "db/StatementShape.h"
 #include "db/cT_ADODB.h"
 #include "db/clsT_Dao.h"
 #include "support/TestInteraction.h"
@@ -137,6 +138,69 @@ private slots:
         QCOMPARE(pool.idleCount(missing), 0);
         cT_ADODB empty;
         QCOMPARE(empty.iInit(QString()), qint16(-1));
+    }
+
+    // Literals leave a SELECT only where they are values: select lists, aliases and ORDER BY
+    // positions keep theirs, and anything unusual is left to run as plain text.
+    void shapesSelectsByTheirLiterals()
+    {
+        const auto shape = qelprn::shapeOfSelect(u"SELECT 1 AS ONE, 'x' AS 'Alias', (SELECT count(*) FROM J "
+                                                 u"WHERE J.a = 7) AS C, col1 FROM RIYOUSHA "
+                                                 u"WHERE nIDNo = 12 AND cName = 'O''Neil' AND \"odd 5\" > "
+                                                 u"-3.5 AND b IN (SELECT d FROM U WHERE e = 2) "
+                                                 u"ORDER BY 1"_s);
+        QVERIFY(shape);
+        QCOMPARE(shape->text,
+                 u"SELECT 1 AS ONE, 'x' AS 'Alias', (SELECT count(*) FROM J WHERE J.a = 7) AS C, col1 "
+                 u"FROM RIYOUSHA WHERE nIDNo = ? AND cName = ? AND \"odd 5\" > -? AND b IN (SELECT d "
+                 u"FROM U WHERE e = ?) ORDER BY 1"_s);
+        QCOMPARE(shape->values, (QVariantList{12LL, u"O'Neil"_s, 3.5, 2LL}));
+        for (const QString& plain :
+             {u"UPDATE T SET a = 1"_s, u"SELECT * FROM T WHERE a = 1 -- note"_s,
+              u"SELECT * FROM T WHERE a = :p"_s, u"SELECT * FROM T"_s, u"SELECT * FROM T WHERE a = 'open"_s,
+              u"SELECT * FROM T WHERE x1 = a2"_s})
+            QVERIFY2(!qelprn::shapeOfSelect(plain), qPrintable(plain));
+    }
+
+    // Look-ups that differ only in literals share a kept prepared statement: each still reads its
+    // own rows, two open at once do not disturb each other, a schema change is seen, and a failing
+    // statement reports what the database says.
+    void keptStatementsReadTheirOwnRows()
+    {
+        TestProgramFolder folder;
+        TestInteraction ui;
+        folder.context(ui);
+        folder.exec(u"INSERT INTO RIYOUSHA (nIDNo, iKyotenCd, iKyotenEb, cName) VALUES "
+                    u"(1, 1, 1, 'A'), (2, 1, 1, 'B'), (3, 1, 1, 'C')"_s);
+        cT_ADODB ado;
+        ado.iInit(folder.connectionString());
+        QCOMPARE(ado.iConnect(), qint16(0));
+        const auto nameOf = [&](RecordSet& rs, int id) {
+            if (ado.iOpenRecSet(rs, u"SELECT cName FROM RIYOUSHA WHERE nIDNo = "_s + QString::number(id)) !=
+                0)
+                return ado.sErrMsg;
+            return rs.isEOF() ? u"(none)"_s : rs.field(u"cName"_s).toString();
+        };
+        for (int round = 0; round < 3; ++round) {
+            RecordSet rs;
+            QCOMPARE(nameOf(rs, 1), u"A"_s);
+            QCOMPARE(nameOf(rs, 3), u"C"_s);
+            QCOMPARE(nameOf(rs, 4), u"(none)"_s);
+        }
+        RecordSet outer;
+        RecordSet inner;
+        QCOMPARE(nameOf(outer, 1), u"A"_s);
+        QCOMPARE(nameOf(inner, 2), u"B"_s);
+        QCOMPARE(outer.field(u"cName"_s).toString(), u"A"_s);
+        inner.close();
+        outer.close();
+
+        QCOMPARE(ado.iExecSQL(u"ALTER TABLE RIYOUSHA ADD COLUMN cExtra TEXT DEFAULT 'new'"_s), qint16(0));
+        RecordSet rs;
+        QCOMPARE(ado.iOpenRecSet(rs, u"SELECT * FROM RIYOUSHA WHERE nIDNo = 2"_s), qint16(0));
+        QCOMPARE(rs.field(u"cExtra"_s).toString(), u"new"_s);
+        QCOMPARE(ado.iOpenRecSet(rs, u"SELECT nosuch FROM RIYOUSHA WHERE nIDNo = 2"_s), qint16(-1));
+        QVERIFY2(ado.sErrMsg.startsWith(u"no such column: nosuch"_s), qPrintable(ado.sErrMsg));
     }
 
     // Regression: two program folders with the same relative "sqlite:db" must not share a pooled
