@@ -142,11 +142,38 @@ private slots:
         QVERIFY2(!run.crashed, qPrintable(run.err));
         QCOMPARE(run.exitCode, 2);
         QVERIFY2(run.err.contains(u"データの出力に失敗しました。"_s), qPrintable(run.err));
-        QVERIFY(QFileInfo(f.csvPath()).size() <= 2048);
-        // The next run with room to write replaces the half-written file.
+        // Neither a half-written file nor the writer's temporary file is left for the engine.
+        QVERIFY(!QFile::exists(f.csvPath()));
+        QCOMPARE(QDir(f.folder.filePath(u"TMP"_s)).entryList(QDir::Files), QStringList());
         run = f.print();
         QCOMPARE(run.exitCode, 0);
         QVERIFY(QFileInfo(f.csvPath()).size() > 2048);
+    }
+
+    // A second run while the engine still reads the first run's file (the engine keeps it open and
+    // seeks back for each page): the engine goes on reading the first data, whole; the second
+    // run's file replaces it under the same name; no temporary file is left.
+    void secondRunWhileTheEngineReads()
+    {
+        FaultFixture f;
+        QCOMPARE(f.print().exitCode, 0);
+        QFile engineView(f.csvPath());
+        QVERIFY(engineView.open(QIODevice::ReadOnly));
+        const QByteArray head = engineView.read(64);
+
+        f.patient(1003, 101, 9000, 900, 300, 203, 1, u"suite"_s, {{u"cName"_s, u"二回目 太郎"_s}});
+        QCOMPARE(f.print().exitCode, 0);
+
+        QVERIFY(engineView.seek(0));
+        const QByteArray first = engineView.readAll();
+        QVERIFY(first.startsWith(head));
+        QVERIFY(first.endsWith("\r\n"));
+        QVERIFY(!qelprn::fromCp932(first).contains(u"二回目 太郎"_s));
+        QFile now(f.csvPath());
+        QVERIFY(now.open(QIODevice::ReadOnly));
+        QVERIFY(qelprn::fromCp932(now.readAll()).contains(u"二回目 太郎 様"_s));
+        QCOMPARE(QDir(f.folder.filePath(u"TMP"_s)).entryList(QDir::Files),
+                 QStringList({u"施設請求データ.csv"_s}));
     }
 
     void monthWithoutData()

@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <functional>
 
 namespace qelprn::test {
 
@@ -21,7 +22,8 @@ public:
         MsgButtons buttons = MsgButtons::Ok;
     };
 
-    MsgResult messageBox(const QString& text, const QString& title, MsgIcon icon, MsgButtons buttons) override;
+    MsgResult messageBox(const QString& text, const QString& title, MsgIcon icon,
+                         MsgButtons buttons) override;
     void setBusy(bool busy) override;
     void progress(const QString& phase, qint64 done, qint64 total) override;
     void openUrl(const QString& url) override;
@@ -32,9 +34,11 @@ public:
     void clear();
 
     QList<Message> messages;
-    QStringList calls;       // "message:<title>:<text>", "busy:on", "busy:off", "url:<address>", "end:<code>"
+    QStringList calls; // "message:<title>:<text>", "busy:on", "busy:off", "url:<address>", "end:<code>"
     QStringList openedUrls;
-    int busyDepth = 0;       // busy on minus busy off; 0 after every balanced run
+    int busyDepth = 0; // busy on minus busy off; 0 after every balanced run
+    // Called on every busy change, so a test can disturb a run at the moment it starts.
+    std::function<void(bool busy)> onBusy;
 
     // Titles and texts alone, for compact comparisons.
     QStringList texts() const;
