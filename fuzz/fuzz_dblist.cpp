@@ -1,5 +1,6 @@
 // "DB.ini" (CSV records) and "ServerName.zkt" as the multi-site database list reads them.
 #include "FuzzInput.h"
+#include "app/CsvRecord.h"
 #include "db/DatabaseList.h"
 
 using namespace Qt::StringLiterals;

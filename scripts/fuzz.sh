@@ -31,6 +31,7 @@ seed() { # target files...
 }
 seed fuzz_sysini "$demo/Tovara.ini" "$demo/adodb.ini" "$demo/Halvex.Ver"
 seed fuzz_dblist "$demo/DB.ini" "$demo/ServerName.zkt"
+seed fuzz_version "$demo/DATA/Version.ini"
 seed fuzz_tsql
 seed fuzz_command_file
 seed fuzz_engine_csv

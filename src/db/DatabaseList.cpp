@@ -1,6 +1,7 @@
 #include "db/DatabaseList.h"
 
 #include "app/Cp932.h"
+#include "app/CsvRecord.h"
 #include "app/FileUtil.h"
 #include "app/NullValue.h"
 #include "app/Paths.h"
@@ -34,41 +35,6 @@ void reportListError(const AppContext& ctx, const QString& errorText)
 }
 
 } // namespace
-
-QStringList splitCsvRecord(const QString& line)
-{
-    QStringList fields;
-    QString field;
-    bool quoted = false;
-    bool wasQuoted = false;
-    for (qsizetype i = 0; i < line.size(); ++i) {
-        const QChar c = line.at(i);
-        if (quoted) {
-            if (c == u'"') {
-                if (i + 1 < line.size() && line.at(i + 1) == u'"') {
-                    field += u'"';
-                    ++i;
-                } else {
-                    quoted = false;
-                }
-            } else {
-                field += c;
-            }
-        } else if (c == u'"' && field.trimmed().isEmpty()) {
-            field.clear();
-            quoted = true;
-            wasQuoted = true;
-        } else if (c == u',') {
-            fields.append(wasQuoted ? field : field.trimmed());
-            field.clear();
-            wasQuoted = false;
-        } else if (!wasQuoted) {
-            field += c;
-        }
-    }
-    fields.append(wasQuoted ? field : field.trimmed());
-    return fields;
-}
 
 QString cDBserverName2(const AppContext& ctx)
 {

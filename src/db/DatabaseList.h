@@ -24,7 +24,4 @@ QString csDbConnectionString(const DbInfo& db);
 // The grid loaders' site statement for bAllFlg and the start-up mode.
 QString csKyotenGridSql(bool bAllFlg, qint16 startMode);
 
-// The fields of one CSV record; quoted fields may hold commas and doubled quotes.
-QStringList splitCsvRecord(const QString& line);
-
 } // namespace qelprn

@@ -1,12 +1,10 @@
 #include "forms/frmVer.h"
 
-#include "app/Cp932.h"
 #include "app/Paths.h"
 #include "app/SysIni.h"
-#include "db/DatabaseList.h"
+#include "app/VersionHistory.h"
 
 #include <QDialogButtonBox>
-#include <QFileInfo>
 #include <QLabel>
 #include <QListWidget>
 #include <QVBoxLayout>
@@ -49,24 +47,10 @@ frmVer::frmVer(const AppContext& ctx, const QString& caption, int minVersion, QW
 
 void frmVer::loadVersionFile(const AppContext& ctx, int minVersion)
 {
-    const QString path = toLocalPath(csDataDir(ctx) + u"Version.ini"_s);
-    if (!QFileInfo(path).isFile())
-        return;
-    bool first = true;
-    for (const QString& line : readTextLines(path)) {
-        if (line.trimmed().isEmpty())
-            continue;
-        const QStringList fields = splitCsvRecord(line);
-        const QString description = fields.value(1);
-        if (first) {
-            laVer->setText(description);
-            first = false;
-            continue;
-        }
-        if (minVersion > 0 && fields.value(0).trimmed().toInt() < minVersion)
-            continue;
-        lstVer->addItem(description.trimmed());
-    }
+    const VersionHistory versions =
+        readVersionHistory(toLocalPath(csDataDir(ctx) + u"Version.ini"_s), minVersion);
+    laVer->setText(versions.current);
+    lstVer->addItems(versions.history);
 }
 
 } // namespace qelprn
