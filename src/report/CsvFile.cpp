@@ -1,28 +1,42 @@
 // The file part of the print-data writers.
 #include "report/PrintDataCsv.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+#include <filesystem>
+#include <system_error>
+
+using namespace Qt::StringLiterals;
 
 namespace qelprn {
 
 // The data goes to a temporary file beside the target and is renamed over it when whole: an engine
 // still reading the previous run's file keeps reading that one, and one starting now sees either
-// the old or the new file, never a half-written one.
+// the old or the new file, never a half-written one. No flush to disk: the file is scratch data
+// for the engine, and waiting for the disk would halve the writer's speed.
 CsvResult writeCsvFile(const QString& path, const std::function<CsvResult(QIODevice*)>& body)
 {
-    QSaveFile file(path);
+    const QString part = path + u'.' + QString::number(QCoreApplication::applicationPid()) + u".part"_s;
+    QFile file(part);
     // Unbuffered: the writer keeps its own buffer, and a full disk shows at the write that hit it.
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
         return CsvWriteError::cannotCreate(path, file.errorString());
     CsvResult result = body(&file);
+    file.close();
     if (!result && file.error() != QFileDevice::NoError)
         result = CsvWriteError::writeFailed(file);
-    if (!result && !file.commit())
-        result = CsvWriteError::writeFailed(file);
+    if (!result) {
+        std::error_code error;
+        std::filesystem::rename(QFile::encodeName(part).toStdString(), QFile::encodeName(path).toStdString(),
+                                error);
+        if (error)
+            result = CsvWriteError::cannotCreate(path, QString::fromStdString(error.message()));
+    }
     if (result) {
-        file.cancelWriting();
+        // The clerk knows the file by its own name, not the temporary one.
+        result->description.replace(part, path);
+        QFile::remove(part);
         // The previous run's file goes too, so a failed run never leaves stale data to print.
         if (QFileInfo(path).isFile())
             QFile::remove(path);
