@@ -155,6 +155,8 @@ bool parsePrintOptions(const QStringList& args, PrintOptions& options, QString& 
             options.sites = sitesOf(args, i, problem);
         } else if (a == u"--yes"_s) {
             options.yes = true;
+        } else if (a == u"--timings"_s) {
+            options.timings = true;
         } else if (a == u"--csv-only"_s) {
             setOutput(options, PrintOptions::Output::CsvOnly, problem);
         } else if (a == u"--preview"_s) {

@@ -23,6 +23,7 @@ struct PrintOptions
     Output output = Output::None;
     QString pdfFile; // absolute
     bool yes = false;
+    bool timings = false; // --timings: the phases' times on standard error
 };
 
 // Parses args; false with problem set when an option is unknown, malformed or missing.

@@ -6,6 +6,8 @@
 #include "report/PrintDataCsv.h"
 #include "report/cls_WfdPrintExe.h"
 
+#include <QElapsedTimer>
+
 using namespace Qt::StringLiterals;
 
 namespace qelprn {
@@ -158,8 +160,12 @@ qint16 PrintRun::iExecPrint(qint16 mode)
     BusyPointer busy(context.interaction());
     outcome = Outcome::NotRun;
     csvFilePath.clear();
+    phaseTimes = {};
 
+    QElapsedTimer clock;
+    clock.start();
     const qint16 found = runQuery();
+    phaseTimes.queryMs = clock.restart();
     if (found == 1) {
         outcome = Outcome::NothingToPrint;
         return 1;
@@ -176,7 +182,9 @@ qint16 PrintRun::iExecPrint(qint16 mode)
     const QString baseSeal = context.csAppDir + u"\\corpseal.bmp"_s;
     sealImagePath = bFileExists(dataSeal) ? dataSeal : bFileExists(baseSeal) ? baseSeal : QString();
 
+    clock.restart();
     const qint16 written = runWriter();
+    phaseTimes.writeMs = clock.elapsed();
     if (written == -1) {
         outcome = Outcome::Failed;
         showInfo(u"データの出力に失敗しました。"_s);
@@ -191,7 +199,10 @@ qint16 PrintRun::iExecPrint(qint16 mode)
         outcome = Outcome::CsvWritten;
         return 0;
     }
-    return handToEngine(mode);
+    clock.restart();
+    const qint16 handed = handToEngine(mode);
+    phaseTimes.engineMs = clock.elapsed();
+    return handed;
 }
 
 qint16 PrintRun::handToEngine(qint16 mode)

@@ -57,6 +57,16 @@ public:
     QString pdfPath;     // for Handoff::Pdf
     QString csvFilePath; // the CSV file of the last run, in the suite's spelling
 
+    // Wall-clock milliseconds of the last run's phases; -1 for a phase that did not run. The
+    // engine's share is known only when the run waits for it (Handoff::Pdf).
+    struct PhaseTimes
+    {
+        qint64 queryMs = -1;
+        qint64 writeMs = -1;
+        qint64 engineMs = -1;
+    };
+    PhaseTimes phaseTimes;
+
 private:
     void showInfo(const QString& text);
     qint16 runQuery();
