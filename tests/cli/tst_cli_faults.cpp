@@ -226,6 +226,25 @@ private slots:
         QVERIFY(!run.crashed);
         QCOMPARE(run.exitCode, 2);
 
+        // A huge settings file (5 MB of lines before the keys) is read through, not refused.
+        QVERIFY(tovara.open(QIODevice::WriteOnly));
+        tovara.write(QByteArray("; a line of a settings file gone wrong\r\n").repeated(128 * 1024) +
+                     "SYSTEM_SYS=\\SYS\r\nSYSTEM_TMP=\\TMP\r\nSYSTEM_ICON=\\ICON\r\nSYSTEM_DATA=\\DATA\r\n"
+                     "BASEID=0101\r\n");
+        tovara.close();
+        f.folder.writeSettingsFile(u"adodb.ini"_s,
+                                   u"[接続情報]\n接続情報="_s + f.folder.connectionString() + u"\n"_s);
+        QCOMPARE(f.print().exitCode, 0);
+
+        // "DB.ini" with a quote that never closes: the database it names cannot be reached, and
+        // the kind 6 run says so.
+        QVERIFY(QFile::remove(f.csvPath()));
+        f.folder.writeSettingsFile(u"DB.ini"_s, u"\"本店:suite,\"sqlite:db\",\"suite\"\n"_s);
+        run = f.print({u"--sites"_s, u"1-1"_s}, {}, 6);
+        QVERIFY(!run.crashed);
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY(!QFile::exists(f.csvPath()));
+
         QVERIFY(QFile::remove(f.folder.filePath(u"Tovara.ini"_s)));
         run = f.print();
         QVERIFY(!run.crashed);
