@@ -8,8 +8,10 @@
 #include <QProcess>
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <QStandardPaths>
 #include <QTest>
 #include <QUuid>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -35,7 +37,8 @@ struct FaultFixture : BillingFixture
         patient(1002, 101, 8000, 800, 0, 202);
     }
 
-    Run print(const QStringList& more = {}, const QString& shellLimit = {}, int kind = 1)
+    Run print(const QStringList& more = {}, const QString& shellLimit = {}, int kind = 1,
+              bool asNobody = false)
     {
         const QString cli = QDir(qEnvironmentVariable("QELPRN_BIN_DIR")).filePath(u"qelprn-cli"_s);
         const QStringList args =
@@ -43,7 +46,11 @@ struct FaultFixture : BillingFixture
                         u"--month"_s, u"2024/10"_s} +
             more + QStringList{u"--csv-only"_s};
         QProcess p;
-        if (shellLimit.isEmpty())
+        if (asNobody)
+            // Permission bits do not stop root: the run goes on as the unprivileged user.
+            p.start(u"setpriv"_s,
+                    QStringList{u"--reuid=65534"_s, u"--regid=65534"_s, u"--clear-groups"_s, cli} + args);
+        else if (shellLimit.isEmpty())
             p.start(cli, args);
         else
             p.start(u"/bin/sh"_s, QStringList{u"-c"_s, shellLimit + u"; exec \"$0\" \"$@\""_s, cli} + args);
@@ -174,6 +181,36 @@ private slots:
         QVERIFY(qelprn::fromCp932(now.readAll()).contains(u"二回目 太郎 様"_s));
         QCOMPARE(QDir(f.folder.filePath(u"TMP"_s)).entryList(QDir::Files),
                  QStringList({u"施設請求データ.csv"_s}));
+    }
+
+    // A temporary folder the clerk may not write to: the reason is named, nothing is left.
+    void outputFolderReadOnly()
+    {
+        FaultFixture f;
+        const bool root = ::geteuid() == 0;
+        if (root && QStandardPaths::findExecutable(u"setpriv"_s).isEmpty())
+            QSKIP("running as root without setpriv: permission bits cannot be tested");
+        if (root) {
+            // The unprivileged user must reach the program folder and read its database.
+            const auto open = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner |
+                              QFileDevice::ReadGroup | QFileDevice::ExeGroup | QFileDevice::ReadOther |
+                              QFileDevice::ExeOther;
+            // The test's own folders only, up to the system's temporary folder.
+            const QString top = QDir(QDir::tempPath()).canonicalPath();
+            for (QDir dir(f.folder.path()); dir.canonicalPath().startsWith(top + u'/'); dir.cdUp())
+                QFile::setPermissions(dir.path(), QFile::permissions(dir.path()) | open);
+            for (const QString& sub : {u"db"_s, u"SYS"_s, u"DATA"_s, u"ICON"_s})
+                QFile::setPermissions(f.folder.filePath(sub), open);
+        }
+        QVERIFY(QFile::setPermissions(f.folder.filePath(u"TMP"_s),
+                                      QFileDevice::ReadOwner | QFileDevice::ExeOwner |
+                                          QFileDevice::ReadOther | QFileDevice::ExeOther));
+        const Run run = f.print({}, {}, 1, root);
+        QVERIFY2(!run.crashed, qPrintable(run.err));
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(run.err.contains(u"施設請求書印刷: (70)書き込みできません。"_s), qPrintable(run.err));
+        QVERIFY(run.err.contains(u"データの出力に失敗しました。"_s));
+        QCOMPARE(QDir(f.folder.filePath(u"TMP"_s)).entryList(QDir::Files), QStringList());
     }
 
     void monthWithoutData()
