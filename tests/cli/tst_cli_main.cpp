@@ -1,7 +1,8 @@
+#include "support/CliRun.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QProcess>
 #include <QStringDecoder>
 #include <QTemporaryDir>
 #include <QTest>
@@ -10,30 +11,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Run
-{
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
+using Run = qelprn::test::CliRun;
+using qelprn::test::binDir;
 
-QString binDir()
-{
-    return qEnvironmentVariable("QELPRN_BIN_DIR");
-}
-
-// Runs the built qelprn-cli with the arguments and returns its status and both streams.
 Run cli(const QStringList& args)
 {
-    Run run;
-    QProcess p;
-    p.start(QDir(binDir()).filePath(u"qelprn-cli"_s), args);
-    if (!p.waitForFinished(120000) || p.exitStatus() != QProcess::NormalExit)
-        return run;
-    run.exitCode = p.exitCode();
-    run.out = QString::fromUtf8(p.readAllStandardOutput());
-    run.err = QString::fromUtf8(p.readAllStandardError());
-    return run;
+    return qelprn::test::runCli(args);
 }
 
 } // namespace

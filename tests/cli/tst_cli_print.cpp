@@ -2,40 +2,23 @@
 // print kind, the exit statuses, the engine missing, the PDF hand-off to the real engine, options.
 #include "app/Cp932.h"
 #include "billing/BillingFixture.h"
+#include "support/CliRun.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QProcess>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Run
-{
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
-
-QString binDir()
-{
-    return qEnvironmentVariable("QELPRN_BIN_DIR");
-}
+using Run = qelprn::test::CliRun;
+using qelprn::test::binDir;
 
 Run cli(const QStringList& args)
 {
-    Run run;
-    QProcess p;
-    p.start(QDir(binDir()).filePath(u"qelprn-cli"_s), args);
-    if (!p.waitForFinished(300000) || p.exitStatus() != QProcess::NormalExit)
-        return run;
-    run.exitCode = p.exitCode();
-    run.out = QString::fromUtf8(p.readAllStandardOutput());
-    run.err = QString::fromUtf8(p.readAllStandardError());
-    return run;
+    return qelprn::test::runCli(args);
 }
 
 QByteArray readAll(const QString& path)
