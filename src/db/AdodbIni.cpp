@@ -54,7 +54,7 @@ QString readFromFile(const QString& fileName, QString* errorText)
 } // namespace
 
 // Every query opens its own connection and so reads this file: a month's co-payment run reads it
-// twice per patient. The value is kept while the file's time and size stay the same.
+// twice per patient. The value is kept while the file's time, size and inode stay the same.
 QString readAdodbConnectionString(const AppContext& ctx, QString* errorText)
 {
     struct Cached

@@ -27,9 +27,9 @@ constexpr qsizetype kMaxShapesPerConnection = 64;
 constexpr qsizetype kMaxStatementsPerShape = 4;
 
 // Connections are shared by what they reach, not by the text that names it: "sqlite:db" means
-// another file once the current directory (the program folder) has changed.
-// Every query opens a connection, so the resolved target is remembered per connection string and
-// current directory: parsing and resolving the text each time cost more than the statement.
+// another file once the current directory (the program folder) has changed. Every query opens a
+// connection, so the target is remembered per text and current directory: parsing and resolving
+// the text each time cost more than a look-up statement.
 QString poolKey(const QString& connectionString)
 {
     static QMutex mutex;

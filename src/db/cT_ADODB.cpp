@@ -205,12 +205,17 @@ bool cT_ADODB::run(QSqlQuery& query, const QString& sql, bool forwardOnly, QStri
         return false;
     }
     const QString text = d->speaksSqlite ? translateTsqlToSqlite(sql) : sql;
-    if (preparedShape && d->embedded && forwardOnly && runPrepared(query, text, *preparedShape))
+    const Prepared prepared = preparedShape && d->embedded && forwardOnly
+                                  ? runPrepared(query, text, *preparedShape)
+                                  : Prepared::NotUsed;
+    if (prepared == Prepared::Ran)
         return true;
-    query = QSqlQuery(d->db());
-    query.setForwardOnly(forwardOnly);
-    if (query.exec(text))
-        return true;
+    if (prepared == Prepared::NotUsed) {
+        query = QSqlQuery(d->db());
+        query.setForwardOnly(forwardOnly);
+        if (query.exec(text))
+            return true;
+    }
     const QSqlError e = query.lastError();
     if (e.type() == QSqlError::ConnectionError)
         d->broken = true;
@@ -220,33 +225,34 @@ bool cT_ADODB::run(QSqlQuery& query, const QString& sql, bool forwardOnly, QStri
     return false;
 }
 
-// Runs a SELECT as the kept prepared statement of its shape, preparing it the first time. False
-// when the statement has no shape or did not run: the caller then runs the plain text, so a failure
-// is reported exactly as without the kept statements.
-bool cT_ADODB::runPrepared(QSqlQuery& query, const QString& sqliteSql, QString& preparedShape)
+// Runs a SELECT as the kept prepared statement of its shape, preparing it the first time. NotUsed
+// when the statement has no shape or would not prepare (the caller runs the plain text, which
+// reports any fault in it as before); Failed with the failed query in query when it ran and failed.
+cT_ADODB::Prepared cT_ADODB::runPrepared(QSqlQuery& query, const QString& sqliteSql, QString& preparedShape)
 {
     const std::optional<StatementShape> shape = shapeOfSelect(sqliteSql);
     if (!shape)
-        return false;
+        return Prepared::NotUsed;
     ConnectionPool& pool = ConnectionPool::instance();
     if (pool.isUnpreparable(d->connectionName, shape->text))
-        return false;
+        return Prepared::NotUsed;
     std::optional<QSqlQuery> kept = pool.takeStatement(d->connectionName, shape->text);
     QSqlQuery prepared = kept ? std::move(*kept) : QSqlQuery(d->db());
     if (!kept) {
         prepared.setForwardOnly(true);
         if (!prepared.prepare(shape->text)) {
             pool.markUnpreparable(d->connectionName, shape->text);
-            return false;
+            return Prepared::NotUsed;
         }
     }
     for (qsizetype i = 0; i < shape->values.size(); ++i)
         prepared.bindValue(int(i), shape->values.at(i));
-    if (!prepared.exec())
-        return false;
+    const bool ran = prepared.exec();
     query = std::move(prepared);
+    if (!ran)
+        return Prepared::Failed;
     preparedShape = shape->text;
-    return true;
+    return Prepared::Ran;
 }
 
 // Begins or commits a transaction through fn; false with sErrMsg set.

@@ -51,7 +51,8 @@ private:
     // preparedShape, when given, lets a SELECT on the embedded database run as a kept prepared
     // statement; it then receives the statement's shape ("" when it ran as plain text).
     bool run(QSqlQuery& query, const QString& sql, bool forwardOnly, QString* preparedShape = nullptr);
-    bool runPrepared(QSqlQuery& query, const QString& sqliteSql, QString& preparedShape);
+    enum class Prepared { NotUsed, Ran, Failed };
+    Prepared runPrepared(QSqlQuery& query, const QString& sqliteSql, QString& preparedShape);
     bool transactionStep(bool (QSqlDatabase::*fn)());
 
     struct Impl;
