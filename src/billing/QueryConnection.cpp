@@ -6,11 +6,6 @@ using namespace Qt::StringLiterals;
 
 namespace qelprn {
 
-QString csSeikyuTitle()
-{
-    return u"施設請求書印刷"_s;
-}
-
 QString csNoConnectionString()
 {
     return u"接続文字列取得できません。"_s;

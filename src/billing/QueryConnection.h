@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppContext.h"
+#include "app/ProgramTitle.h"
 #include "db/RecordSet.h"
 #include "db/cT_ADODB.h"
 
@@ -42,8 +43,6 @@ private:
     bool m_connected = false;
 };
 
-// The program's title, on every message box of the invoice queries.
-QString csSeikyuTitle();
 // "接続文字列取得できません。": the reason given for an empty connection string.
 QString csNoConnectionString();
 

@@ -1,4 +1,5 @@
 #include "app/CliInteraction.h"
+#include "app/ProgramTitle.h"
 #include "app/StartupCheck.h"
 #include "cli/Command.h"
 #include "db/AdodbIni.h"
@@ -92,12 +93,12 @@ public:
                 if (cs.isEmpty()) {
                     ui.messageBox(u"Form_Load() でエラー\r\n"_s +
                                       (iniError.isEmpty() ? u"接続文字列取得できません。"_s : iniError),
-                                  u"施設請求書印刷"_s, MsgIcon::Critical);
+                                  csSeikyuTitle(), MsgIcon::Critical);
                     return 2;
                 }
                 cT_ADODB ado;
                 if (ado.iInit(cs) != 0 || ado.iConnect() != 0) {
-                    ui.messageBox(ado.sErrMsg, u"施設請求書印刷"_s, MsgIcon::Critical);
+                    ui.messageBox(ado.sErrMsg, csSeikyuTitle(), MsgIcon::Critical);
                     return 2;
                 }
                 sites.iInit(&ado);

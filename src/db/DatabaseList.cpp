@@ -5,6 +5,7 @@
 #include "app/FileUtil.h"
 #include "app/NullValue.h"
 #include "app/Paths.h"
+#include "app/ProgramTitle.h"
 #include "app/clsOplIniFile.h"
 
 using namespace Qt::StringLiterals;
@@ -30,8 +31,8 @@ QString afterFirst(const QString& text, QChar sep)
 
 void reportListError(const AppContext& ctx, const QString& errorText)
 {
-    ctx.interaction().messageBox(u"cT_Syuukei.iDatabaseRead() でエラー\r\n"_s + errorText,
-                                 u"施設請求書印刷"_s, MsgIcon::Critical);
+    ctx.interaction().messageBox(u"cT_Syuukei.iDatabaseRead() でエラー\r\n"_s + errorText, csSeikyuTitle(),
+                                 MsgIcon::Critical);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "db/cT_KyotenDbAcs.h"
 
 #include "app/NullValue.h"
+#include "app/ProgramTitle.h"
 #include "app/clsOplIniFile.h"
 #include "db/DatabaseList.h"
 #include "db/RecordSet.h"
@@ -10,7 +11,6 @@ using namespace Qt::StringLiterals;
 namespace qelprn {
 
 namespace {
-const QString kTitle = u"施設請求書印刷"_s;
 const QString kAllDbHeader = u"iGetSeikyuData_ALLDB() でエラー\r\n"_s;
 
 qint32 numberOf(const QVariant& v)
@@ -67,7 +67,7 @@ qint16 cT_KyotenDbAcs::iDataLoadKyoten()
 
 void cT_KyotenDbAcs::showError(const QString& text)
 {
-    m_ctx.interaction().messageBox(text, kTitle, MsgIcon::Critical);
+    m_ctx.interaction().messageBox(text, csSeikyuTitle(), MsgIcon::Critical);
 }
 
 bool cT_KyotenDbAcs::fillGrid(cT_ADODB& ado, const QString& sql, const QString& database, SiteGrid& grid)

@@ -1,5 +1,7 @@
 #include "forms/DesktopInteraction.h"
 
+#include "app/ProgramTitle.h"
+
 #include <QApplication>
 #include <QDesktopServices>
 #include <QMessageBox>
@@ -95,7 +97,7 @@ void DesktopInteraction::progress(const QString& phase, qint64 done, qint64 tota
         return;
     if (!m_progress) {
         m_progress = new QProgressDialog(QApplication::activeWindow());
-        m_progress->setWindowTitle(u"施設請求書印刷"_s);
+        m_progress->setWindowTitle(csSeikyuTitle());
         m_progress->setCancelButton(nullptr);
         m_progress->setMinimumDuration(0);
         m_progress->setWindowModality(Qt::ApplicationModal);
@@ -112,7 +114,7 @@ void DesktopInteraction::progress(const QString& phase, qint64 done, qint64 tota
 void DesktopInteraction::openUrl(const QString& url)
 {
     if (!QDesktopServices::openUrl(QUrl(url)))
-        messageBox(url + u"\r\nを開けませんでした。"_s, u"施設請求書印刷"_s, MsgIcon::Exclamation);
+        messageBox(url + u"\r\nを開けませんでした。"_s, csSeikyuTitle(), MsgIcon::Exclamation);
 }
 
 void DesktopInteraction::endProgram(int exitCode)

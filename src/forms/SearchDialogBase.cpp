@@ -1,5 +1,6 @@
 #include "forms/SearchDialogBase.h"
 
+#include "app/ProgramTitle.h"
 #include "forms/OnlineHelp.h"
 #include "master/OwnConnection.h"
 
@@ -17,10 +18,6 @@
 using namespace Qt::StringLiterals;
 
 namespace qelprn {
-
-namespace {
-const QString kTitle = u"施設請求書印刷"_s;
-}
 
 SearchDialogBase::SearchDialogBase(const AppContext& ctx, const QString& title, const QString& chooseTip,
                                    QWidget* parent)
@@ -123,7 +120,7 @@ bool SearchDialogBase::acceptsRow(const QStringList&, const QStringList&) const
 
 void SearchDialogBase::showError(const QString& text) const
 {
-    m_ctx.interaction().messageBox(text, kTitle, MsgIcon::Critical);
+    m_ctx.interaction().messageBox(text, csSeikyuTitle(), MsgIcon::Critical);
 }
 
 bool SearchDialogBase::openReported(OwnConnection& own, const QString& sql, const QString& header) const
@@ -172,7 +169,7 @@ qint16 SearchDialogBase::iDsp1ranSub()
         return -1;
     }
     if (rows.isEmpty()) {
-        m_ctx.interaction().messageBox(noRowsText(), kTitle, MsgIcon::Information);
+        m_ctx.interaction().messageBox(noRowsText(), csSeikyuTitle(), MsgIcon::Information);
         return 1;
     }
 
@@ -204,7 +201,8 @@ bool SearchDialogBase::vWhenSeledOK()
 {
     const int row = spr_1ran->currentRow();
     if (spr_1ran->rowCount() == 0 || row < 0 || !spr_1ran->item(row, 0)->isSelected()) {
-        m_ctx.interaction().messageBox(u"有効な行が選択されていません！"_s, kTitle, MsgIcon::Exclamation);
+        m_ctx.interaction().messageBox(u"有効な行が選択されていません！"_s, csSeikyuTitle(),
+                                       MsgIcon::Exclamation);
         return false;
     }
     QStringList cells;

@@ -1,6 +1,7 @@
 #include "forms/frmBack.h"
 
 #include "app/Paths.h"
+#include "app/ProgramTitle.h"
 #include "app/StartupCheck.h"
 #include "app/SysIni.h"
 
@@ -15,7 +16,7 @@ namespace qelprn {
 frmBack::frmBack(AppContext& ctx, QWidget* parent) : QWidget(parent), m_ctx(ctx)
 {
     setObjectName(u"frmBack"_s);
-    setWindowTitle(u"施設請求書印刷"_s);
+    setWindowTitle(csSeikyuTitle());
     setAutoFillBackground(true);
     QPalette p = palette();
     p.setColor(QPalette::Window, QColor(0x2f, 0x4f, 0x6f));

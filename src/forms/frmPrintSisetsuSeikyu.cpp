@@ -3,6 +3,7 @@
 #include "app/Cp932.h"
 #include "app/NullValue.h"
 #include "app/Paths.h"
+#include "app/ProgramTitle.h"
 #include "app/SysIni.h"
 #include "app/clsOplIniFile.h"
 #include "db/AdodbIni.h"
@@ -42,7 +43,6 @@ namespace qelprn {
 
 namespace {
 
-const QString kTitle = u"施設請求書印刷"_s;
 // The title this form has always used for its load-time messages.
 const QString kLoadTitle = u"往療費内訳書印刷"_s;
 const QString kSettingsSection = u"施設請求書"_s;
@@ -53,7 +53,7 @@ frmPrintSisetsuSeikyu::frmPrintSisetsuSeikyu(AppContext& ctx, PrintAction print,
     : QDialog(parent), m_ctx(ctx), m_print(std::move(print)), m_today(today)
 {
     setObjectName(u"frmPrintSisetsuSeikyu"_s);
-    setWindowTitle(u"施設請求書印刷"_s);
+    setWindowTitle(csSeikyuTitle());
     setWindowFlag(Qt::WindowMinimizeButtonHint);
     setSizeGripEnabled(true);
     buildControls();
@@ -439,12 +439,12 @@ bool frmPrintSisetsuSeikyu::openConnection(const QString& header)
     if (cs.isEmpty()) {
         m_ctx.interaction().messageBox(header +
                                            (iniError.isEmpty() ? u"接続文字列取得できません。"_s : iniError),
-                                       kTitle, MsgIcon::Critical);
+                                       csSeikyuTitle(), MsgIcon::Critical);
         return false;
     }
     cADO.iDisConnect();
     if (cADO.iInit(cs) != 0 || cADO.iConnect() != 0) {
-        m_ctx.interaction().messageBox(header + cADO.sErrMsg, kTitle, MsgIcon::Critical);
+        m_ctx.interaction().messageBox(header + cADO.sErrMsg, csSeikyuTitle(), MsgIcon::Critical);
         return false;
     }
     return true;
@@ -692,7 +692,7 @@ void frmPrintSisetsuSeikyu::optSelCorp_Click(int index)
 void frmPrintSisetsuSeikyu::chkChushi_Click()
 {
     if (!loadStaffList() && !sErrMsg.isEmpty())
-        m_ctx.interaction().messageBox(sErrMsg, kTitle, MsgIcon::Critical);
+        m_ctx.interaction().messageBox(sErrMsg, csSeikyuTitle(), MsgIcon::Critical);
 }
 
 // ---- print run ------------------------------------------------------------------------------------
@@ -772,7 +772,7 @@ void frmPrintSisetsuSeikyu::searchFacility(int index)
     search.nSeledCD = imNum_ShisetuCD[std::size_t(index)]->value();
     const qint16 result = search.iDspStart(this);
     if (result < 0) {
-        m_ctx.interaction().messageBox(u"施設の検索に失敗しました"_s, kTitle, MsgIcon::Exclamation);
+        m_ctx.interaction().messageBox(u"施設の検索に失敗しました"_s, csSeikyuTitle(), MsgIcon::Exclamation);
         return;
     }
     if (result == 0) {
@@ -787,7 +787,8 @@ void frmPrintSisetsuSeikyu::searchStaff()
     search.nSeledCD = imNum_StaffNo->value();
     const qint16 result = search.iDspStart(this);
     if (result < 0) {
-        m_ctx.interaction().messageBox(u"施術者の検索に失敗しました"_s, kTitle, MsgIcon::Exclamation);
+        m_ctx.interaction().messageBox(u"施術者の検索に失敗しました"_s, csSeikyuTitle(),
+                                       MsgIcon::Exclamation);
         return;
     }
     if (result == 0) {
@@ -804,7 +805,7 @@ void frmPrintSisetsuSeikyu::searchPatient()
     search.nTantouCD = imNum_StaffNo->value();
     const qint16 result = search.iDspStart(this);
     if (result < 0) {
-        m_ctx.interaction().messageBox(u"患者の検索に失敗しました"_s, kTitle, MsgIcon::Exclamation);
+        m_ctx.interaction().messageBox(u"患者の検索に失敗しました"_s, csSeikyuTitle(), MsgIcon::Exclamation);
         return;
     }
     if (result == 0) {
@@ -841,7 +842,7 @@ void frmPrintSisetsuSeikyu::lookUpStaff(bool report)
     txtSelStaff->setText(check.csSeledName);
     if (status != 0 && report && code != m_staffReported) {
         m_staffReported = code;
-        m_ctx.interaction().messageBox(check.CsErrStr, kTitle, MsgIcon::Exclamation);
+        m_ctx.interaction().messageBox(check.CsErrStr, csSeikyuTitle(), MsgIcon::Exclamation);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "forms/frm患者検索.h"
 
 #include "app/NullValue.h"
+#include "app/ProgramTitle.h"
 #include "app/SysIni.h"
 #include "db/SqlText.h"
 #include "forms/CodeNameLists.h"
@@ -90,7 +91,7 @@ qint16 frm患者検索::iMastDataLoad()
         staff.append({nNullToLng(rs.field(u"nIDNo"_s)), csNullToRTrim(rs.field(u"cName"_s))});
     fillCodeCombo(*cmb_Tantou, staff);
     if (staff.isEmpty()) {
-        m_ctx.interaction().messageBox(u"該当する利用者データがありません。"_s, u"施設請求書印刷"_s,
+        m_ctx.interaction().messageBox(u"該当する利用者データがありません。"_s, csSeikyuTitle(),
                                        MsgIcon::Information);
         return 1;
     }

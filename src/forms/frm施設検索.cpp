@@ -1,6 +1,7 @@
 #include "forms/frm施設検索.h"
 
 #include "app/NullValue.h"
+#include "app/ProgramTitle.h"
 #include "db/SqlText.h"
 #include "forms/FormControls.h"
 #include "master/OwnConnection.h"
@@ -99,7 +100,7 @@ qint16 frm施設検索::iMastDataLoad(QList<std::pair<qint32, QString>>& out)
     for (RecordSet& rs = own.rs(); !rs.isEOF(); rs.moveNext())
         out.append({nNullToLng(rs.field(u"nIDNo"_s)), csNullToRTrim(rs.field(u"cShamei1"_s))});
     if (out.isEmpty()) {
-        m_ctx.interaction().messageBox(noRowsText(), u"施設請求書印刷"_s, MsgIcon::Information);
+        m_ctx.interaction().messageBox(noRowsText(), csSeikyuTitle(), MsgIcon::Information);
         return 1;
     }
     return 0;

@@ -5,6 +5,7 @@
 // dialogs there and ends (QELPRN_SCREENSHOT_SUFFIX is added to the file names);
 // QELPRN_QUIT_WHEN_READY=1 prints the start-up time once the main form is usable and ends.
 #include "app/Paths.h"
+#include "app/ProgramTitle.h"
 #include "forms/DesktopInteraction.h"
 #include "forms/ScreenshotTour.h"
 #include "forms/mod施設請求書Main.h"
@@ -24,7 +25,7 @@ int main(int argc, char* argv[])
     started.start();
     QApplication app(argc, argv);
     QApplication::setApplicationName(u"qelprn"_s);
-    QApplication::setApplicationDisplayName(u"施設請求書印刷"_s);
+    QApplication::setApplicationDisplayName(qelprn::csSeikyuTitle());
 
     qelprn::DesktopInteraction ui;
     qelprn::AppContext ctx;

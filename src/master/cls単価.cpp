@@ -1,6 +1,7 @@
 #include "master/cls単価.h"
 
 #include "app/NullValue.h"
+#include "app/ProgramTitle.h"
 #include "master/MonthPeriod.h"
 #include "master/OwnConnection.h"
 
@@ -11,7 +12,6 @@ using namespace Qt::StringLiterals;
 namespace qelprn {
 
 namespace {
-const QString kTitle = u"施設請求書印刷"_s;
 const QString kProc = u"iGetTanka() でエラー"_s;
 } // namespace
 
@@ -85,7 +85,7 @@ qint32* cls単価::slot(qint16 kind, qint32 code)
 
 void cls単価::showError(const QString& reason) const
 {
-    m_ctx.interaction().messageBox(reason + u"\r\n"_s + kProc, kTitle, MsgIcon::Critical);
+    m_ctx.interaction().messageBox(reason + u"\r\n"_s + kProc, csSeikyuTitle(), MsgIcon::Critical);
 }
 
 qint16 cls単価::iGetTanka(const QString& yearMonth)
@@ -132,7 +132,7 @@ qint16 cls単価::load(const QString& yearMonth)
         return -1;
     }
     if (rows == 0) {
-        m_ctx.interaction().messageBox(u"単価データがありません。"_s, kTitle, MsgIcon::Information);
+        m_ctx.interaction().messageBox(u"単価データがありません。"_s, csSeikyuTitle(), MsgIcon::Information);
         m_ctx.interaction().messageBox(u"単価の取得に失敗しました。\r区分:"_s + QString::number(kind) +
                                            u"  コード："_s + QString::number(code),
                                        u"DB Read Error!!"_s, MsgIcon::Critical);

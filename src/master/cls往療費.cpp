@@ -1,6 +1,7 @@
 #include "master/cls往療費.h"
 
 #include "app/NullValue.h"
+#include "app/ProgramTitle.h"
 #include "master/MonthPeriod.h"
 #include "master/OwnConnection.h"
 
@@ -11,9 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace qelprn {
 
-namespace {
-const QString kTitle = u"施設請求書印刷"_s;
-} // namespace
+namespace {} // namespace
 
 cls往療費::cls往療費(const AppContext& ctx) : m_ctx(ctx) {}
 
@@ -24,7 +23,7 @@ QString cls往療費::selectStatement(const QString& yearMonth)
 
 void cls往療費::showError(const QString& reason, const QString& procedure) const
 {
-    m_ctx.interaction().messageBox(reason + u"\r\n"_s + procedure + u"() でエラー"_s, kTitle,
+    m_ctx.interaction().messageBox(reason + u"\r\n"_s + procedure + u"() でエラー"_s, csSeikyuTitle(),
                                    MsgIcon::Critical);
 }
 

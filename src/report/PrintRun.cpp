@@ -2,6 +2,7 @@
 
 #include "app/FileUtil.h"
 #include "app/Paths.h"
+#include "app/ProgramTitle.h"
 #include "app/SysIni.h"
 #include "report/PrintDataCsv.h"
 #include "report/cls_WfdPrintExe.h"
@@ -14,7 +15,6 @@ namespace qelprn {
 
 namespace {
 
-const QString kTitle = u"施設請求書印刷"_s;
 const QString kSeikyuCsv = u"施設請求データ.csv"_s;
 const QString kKenRyousyuuCsv = u"請求書兼領収書.csv"_s;
 
@@ -70,7 +70,7 @@ PrintRun::PrintRun(AppContext& ctx) : context(ctx), data(ctx) {}
 
 void PrintRun::showInfo(const QString& text)
 {
-    context.interaction().messageBox(text, kTitle, MsgIcon::Information);
+    context.interaction().messageBox(text, csSeikyuTitle(), MsgIcon::Information);
 }
 
 void PrintRun::PrintSisetsuSeikyu(qint16 mode, PrintConditionSource& form)
@@ -212,11 +212,11 @@ qint16 PrintRun::handToEngine(qint16 mode)
     const auto engineFailed = [&] {
         // Reported here with the bridge's reason; the run's result stays 0, so the entry adds nothing.
         outcome = Outcome::EngineFailed;
-        context.interaction().messageBox(u"帳票の印刷に失敗しました。\r["_s + wfd.sErrMsg + u"]"_s, kTitle,
-                                         MsgIcon::Critical);
+        context.interaction().messageBox(u"帳票の印刷に失敗しました。\r["_s + wfd.sErrMsg + u"]"_s,
+                                         csSeikyuTitle(), MsgIcon::Critical);
         return qint16(0);
     };
-    if (wfd.iInit(csSysDir(context) + job.layout, kTitle) != 0)
+    if (wfd.iInit(csSysDir(context) + job.layout, csSeikyuTitle()) != 0)
         return engineFailed();
     if (wfd.iSetDataText(1, job.dataName, job.csvFile) != 0)
         return engineFailed();
@@ -242,7 +242,7 @@ qint16 PrintRun::reportCsvResult(const std::optional<CsvWriteError>& error)
 {
     if (!error)
         return 1;
-    context.interaction().messageBox(error->message(), kTitle, MsgIcon::None, MsgButtons::Ok);
+    context.interaction().messageBox(error->message(), csSeikyuTitle(), MsgIcon::None, MsgButtons::Ok);
     return -1;
 }
 
