@@ -37,11 +37,14 @@ bool TextCache::simpleLine(int font, QStringView text, qreal& width)
         auto it = f.glyphs.find(c);
         if (it == f.glyphs.end()) {
             Glyph g;
-            g.original = isSharedRadical(c);
-            const QRawFont& raw = g.original ? f.original : f.raw;
             quint32 index = 0;
             int count = 1;
-            if (!raw.glyphIndexesForChars(&ch, 1, &index, &count) || count != 1)
+            if (!f.raw.glyphIndexesForChars(&ch, 1, &index, &count) || count != 1)
+                return false;
+            // A code point the text-layer copy leaves out is drawn with the original font.
+            g.original = index == 0 && f.raw != f.original;
+            const QRawFont& raw = g.original ? f.original : f.raw;
+            if (g.original && (!raw.glyphIndexesForChars(&ch, 1, &index, &count) || count != 1))
                 return false;
             g.index = index;
             if (index != 0) {
@@ -103,15 +106,15 @@ const TextCache::Block& TextCache::block(int font, const QString& text, qreal wr
 
 void TextCache::useTextLayerFont(int font, const QString& text, QList<QGlyphRun>& runs) const
 {
-    // Runs in the layout's own font take its text-layer copy (same glyphs). A text holding a radical
-    // keeps the original font, so that the radical stays a radical in the text layer.
+    // Runs in the layout's own font take its text-layer copy (same glyphs). A text holding a code
+    // point the copy leaves out (a radical) keeps the original font, which names it.
     if (font < 0 || font >= m_glyphs.size() || m_glyphs[font].raw == m_glyphs[font].original)
         return;
+    const FontGlyphs& f = m_glyphs[font];
     for (QChar ch : text) {
-        if (isSharedRadical(ch.unicode()))
+        if (!f.raw.supportsCharacter(ch) && f.original.supportsCharacter(ch))
             return;
     }
-    const FontGlyphs& f = m_glyphs[font];
     for (QGlyphRun& run : runs) {
         const QRawFont used = run.rawFont();
         if (used.familyName() != f.original.familyName() || used.styleName() != f.original.styleName())

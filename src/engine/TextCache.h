@@ -68,7 +68,7 @@ private:
     {
         quint32 index = 0;
         qreal advance = 0;
-        bool original = false; // a radical the data holds: drawn with the original font
+        bool original = false; // left out of the text-layer copy (a radical): the original font
     };
     struct FontGlyphs
     {

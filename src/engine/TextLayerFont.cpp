@@ -334,19 +334,35 @@ QByteArray buildFont(QList<std::pair<QByteArray, QByteArray>> tables)
 
 } // namespace
 
-QByteArray fontWithoutSharedRadicals(const QRawFont& font, const QString& family)
+char32_t keptCodePoint(const QList<char32_t>& sharing)
+{
+    // The original font names the glyph by the lowest of them, so the copy keeps another: the first
+    // that is not a radical (長, not U+2FA7 after U+2ED1), a combining mark or a format character,
+    // else the second.
+    for (qsizetype i = 1; i < sharing.size(); ++i) {
+        const char32_t c = sharing[i];
+        const QChar::Category category = QChar::category(c);
+        if (category != QChar::Mark_NonSpacing && category != QChar::Mark_Enclosing &&
+            category != QChar::Other_Format && (c < 0x2E80 || c > 0x2FDF))
+            return c;
+    }
+    return sharing.value(1, sharing.value(0));
+}
+
+QByteArray textLayerFontFile(const QRawFont& font, const QString& family)
 {
     if (!font.isValid())
         return {};
     CharMap map = readUnicodeMap(font.fontTable("cmap"));
-    QHash<quint32, int> users; // glyph -> code points outside the radicals that use it
-    for (const auto& [c, glyph] : map) {
-        if (!isSharedRadical(c))
-            ++users[glyph];
-    }
+    QHash<quint32, QList<char32_t>> sharing; // glyph -> its code points, lowest first
+    for (const auto& [c, glyph] : map)
+        sharing[glyph].append(c);
+    QHash<quint32, char32_t> kept;
+    for (auto it = sharing.cbegin(); it != sharing.cend(); ++it)
+        kept.insert(it.key(), keptCodePoint(it.value()));
     bool changed = false;
     for (auto it = map.begin(); it != map.end();) {
-        if (isSharedRadical(it->first) && users.value(it->second) > 0) {
+        if (kept.value(it->second) != it->first) {
             it = map.erase(it);
             changed = true;
         } else {
@@ -385,7 +401,7 @@ QRawFont textLayerFont(const QRawFont& font)
         auto it = families.find(key);
         if (it == families.end()) {
             const QString name = u"QelprnTextLayer%1"_s.arg(families.size() + 1);
-            const QByteArray data = fontWithoutSharedRadicals(font, name);
+            const QByteArray data = textLayerFontFile(font, name);
             QString registered;
             QFile file(QDir(folder.path()).filePath(name + u".ttf"_s));
             if (!data.isEmpty() && folder.isValid() && file.open(QIODevice::WriteOnly) &&

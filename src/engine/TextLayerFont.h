@@ -1,30 +1,29 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QRawFont>
 #include <QString>
 
 namespace qelprn::engine {
 
 // The copy of a font that the engine draws with, so that a PDF's text layer names the characters
-// that were drawn. A PDF writer that maps each glyph back to the first code point using it finds a
-// CJK radical (U+2E80-U+2FDF) before the ideograph when a font gives both one glyph, as IPAex does
-// for 日, 月, 人 and others; the copy leaves such radicals out of its character map, so the
-// ideograph is found. Glyph indexes, outlines and metrics are the font's own.
+// that were drawn. The PDF writer names each glyph by the lowest code point that uses it, and IPAex
+// gives one glyph to a radical and its ideograph (U+2F47 and 日, 261 pairs) and to a few symbols
+// (〜 U+301C and ～ U+FF5E, the form's own): 日 would come out as U+2F47. The copy's character map
+// keeps for such a glyph one code point other than the lowest (日), so the copy names it right;
+// the lowest (U+2F47, U+301C) is drawn with the original font, which names it right too. Glyph
+// indexes, outlines and metrics are the font's own.
 //
 // Returns the copy at the font's pixel size (a family of its own, "QelprnTextLayer1", ...), or the
-// font itself when it has no such radicals or its tables cannot be read.
+// font itself when no glyph has two code points or the tables cannot be read.
 QRawFont textLayerFont(const QRawFont& font);
 
-// True for a code point that textLayerFont() may leave out of the character map.
-constexpr bool isSharedRadical(char32_t c)
-{
-    return c >= 0x2E80 && c <= 0x2FDF;
-}
+// The font file rebuilt from the tables of font, named family, with one code point per glyph;
+// empty when there is nothing to leave out or on a problem.
+QByteArray textLayerFontFile(const QRawFont& font, const QString& family);
 
-// The font file rebuilt from the tables of font with a character map without the radicals that
-// share a glyph with another code point, named family; empty when there is nothing to leave out or
-// on a problem.
-QByteArray fontWithoutSharedRadicals(const QRawFont& font, const QString& family);
+// Of the code points that share a glyph (ascending), the one the copy keeps.
+char32_t keptCodePoint(const QList<char32_t>& sharing);
 
 } // namespace qelprn::engine
