@@ -181,6 +181,46 @@ private slots:
         }
     }
 
+    // The seal lies over the end of the company name, wherever the name ends, and never over the
+    // address lines below it.
+    void sealOverTheEndOfTheName()
+    {
+        auto sealBox = [this](const QString& name, const QString& corp) {
+            QStringList lines = facilityLines(m_seal);
+            for (QString& line : lines)
+                line.replace(u"\"株式会社ほほえみ\""_s, q(corp));
+            const QString command = path(name + u".dat"_s);
+            if (!writeCp932(path(name + u".csv"_s), lines) ||
+                !writeCommandFile(command, layoutPath(u"施設別請求書.wfd"_s), u"施設請求データ"_s,
+                                  name + u".csv"_s) ||
+                runEngine({u"--png"_s, path(name), u"--dpi"_s, u"100"_s, u"/c"_s, command}).exitCode != 0)
+                return QRect();
+            const QImage page(path(name + u"/page-0001.png"_s));
+            QRect box;
+            for (int y = 0; y < page.height(); ++y) {
+                for (int x = 0; x < page.width(); ++x) {
+                    const QColor c = page.pixelColor(x, y);
+                    if (c.red() > 150 && c.green() < 100 && c.blue() < 100)
+                        box |= QRect(x, y, 1, 1);
+                }
+            }
+            return box;
+        };
+        const double mm = 100 / 25.4;
+        const QRect shortName = sealBox(u"short"_s, u"ほほえみ"_s);
+        const QRect longName = sealBox(u"long"_s, u"株式会社ほほえみ在宅ケア　訪問マッサージ部"_s);
+        QVERIFY(!shortName.isNull() && !longName.isNull());
+        // 4 characters of 11 pt end about 54 mm before the 21 of the long name (squeezed to its box).
+        QVERIFY2(longName.left() - shortName.left() > 40 * mm,
+                 qPrintable(u"%1 %2"_s.arg(shortName.left()).arg(longName.left())));
+        for (const QRect& seal : {shortName, longName}) {
+            // Page margin 12 mm, band 20 mm: the name's line is 8-14 mm into the band, the postcode's
+            // line begins at 14 mm.
+            QVERIFY2(seal.bottom() < (12 + 20 + 14) * mm, qPrintable(QString::number(seal.bottom() / mm)));
+            QVERIFY(seal.bottom() > (12 + 20 + 8) * mm);
+        }
+    }
+
     void coPaymentListsPerFacility_data()
     {
         QTest::addColumn<QString>("layout");
