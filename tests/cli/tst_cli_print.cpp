@@ -3,6 +3,7 @@
 // and every kind of the demo month from the writer through the layout to a PDF read back.
 #include "app/Cp932.h"
 #include "billing/BillingFixture.h"
+#include "engine/EngineTestData.h"
 #include "support/CliRun.h"
 
 #include <QDir>
@@ -11,7 +12,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -21,6 +21,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 using Run = qelprn::test::CliRun;
+using enginetest::hasPageNumber;
+using enginetest::numberedRow;
+using enginetest::squeezed;
 using qelprn::test::binDir;
 
 Run cli(const QStringList& args)
@@ -74,20 +77,10 @@ struct PrintData
 // The text layer of a PDF, page by page, each table row on one line.
 QStringList pdfPages(const QString& pdf)
 {
-    QProcess p;
-    p.start(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
-    p.waitForFinished(120000);
-    QStringList pages = QString::fromUtf8(p.readAllStandardOutput()).split(u'\f');
+    QStringList pages = enginetest::pdfText(pdf, 0, true).split(u'\f');
     if (!pages.isEmpty() && pages.last().trimmed().isEmpty())
         pages.removeLast();
     return pages;
-}
-
-// Blanks say nothing in a PDF's text layer (they are gaps between glyphs): compared without them.
-QString squeezed(QString text)
-{
-    text.remove(QRegularExpression(u"[\\s\u3000]"_s));
-    return text;
 }
 
 QString grouped(qint64 value)
@@ -105,24 +98,6 @@ QString eraDate(const QString& date, bool monthOnly)
     const QString year = u"令和"_s + QString::number(p.value(0).toInt() - 2018) + u'年';
     const QString month = QString::number(p.value(1).toInt()) + u'月';
     return monthOnly ? year + month + u'分' : year + month + QString::number(p.value(2).toInt()) + u'日';
-}
-
-// A table row of a page: a line holding text (blanks aside) that starts with number.
-bool numberedRow(const QString& page, const QString& text, int number, const QString& more = {})
-{
-    const QRegularExpression start(u"^\\s*%1\\s"_s.arg(number));
-    for (const QString& line : page.split(u'\n')) {
-        if (squeezed(line).contains(squeezed(text)) && start.match(line).hasMatch() &&
-            (more.isEmpty() || line.contains(more)))
-            return true;
-    }
-    return false;
-}
-
-// "n / m" as pdftotext gives it.
-bool hasPageNumber(const QString& text, int page, int pages)
-{
-    return text.contains(QRegularExpression(u"(^|\\s)%1\\s*/\\s*%2(\\s|$)"_s.arg(page).arg(pages)));
 }
 
 // The fixed texts of a layout (page numbers aside).

@@ -250,6 +250,41 @@ inline QString pdfText(const QString& pdf, int page = 0, bool layout = false)
     return QString::fromUtf8(p.readAllStandardOutput());
 }
 
+// "n / m" as pdftotext gives it (with or without the blanks).
+inline bool hasPageNumber(const QString& text, int page, int pages)
+{
+    return text.contains(QRegularExpression(u"(^|\\s)%1\\s*/\\s*%2(\\s|$)"_s.arg(page).arg(pages)));
+}
+
+// Blanks say nothing in a PDF's text layer (they are gaps between glyphs): compared without them.
+inline QString squeezed(QString text)
+{
+    text.remove(QRegularExpression(u"[\\s\u3000]"_s));
+    return text;
+}
+
+// The line of a page's layout text that holds text (blanks aside).
+inline QString lineWith(const QString& page, const QString& text)
+{
+    for (const QString& line : page.split(u'\n')) {
+        if (squeezed(line).contains(squeezed(text)))
+            return line;
+    }
+    return {};
+}
+
+// A table row of a page's layout text: a line holding text (and more) that starts with number.
+inline bool numberedRow(const QString& page, const QString& text, int number, const QString& more = {})
+{
+    const QRegularExpression start(u"^\\s*%1\\s"_s.arg(number));
+    for (const QString& line : page.split(u'\n')) {
+        if (squeezed(line).contains(squeezed(text)) && start.match(line).hasMatch() &&
+            (more.isEmpty() || line.contains(more)))
+            return true;
+    }
+    return false;
+}
+
 // The CJK radicals (U+2E80-U+2FDF) in text: a PDF writer that maps a shared glyph back to its first
 // code point names 日 as U+2F47.
 inline QString radicalsIn(const QString& text)

@@ -11,32 +11,6 @@
 using namespace Qt::StringLiterals;
 using namespace enginetest;
 
-namespace {
-
-// "n / m" as pdftotext gives it (with or without the blanks).
-bool hasPageNumber(const QString& text, int page, int pages)
-{
-    return text.contains(QRegularExpression(u"(^|\\s)%1 ?/ ?%2(\\s|$)"_s.arg(page).arg(pages)));
-}
-
-// The line of a page's layout text that holds text.
-QString lineWith(const QString& page, const QString& text)
-{
-    for (const QString& line : page.split(u'\n')) {
-        if (line.contains(text))
-            return line;
-    }
-    return {};
-}
-
-// A table row: its line starts with the row number.
-bool rowNumbered(const QString& page, const QString& text, int number)
-{
-    return lineWith(page, text).contains(QRegularExpression(u"^\\s*%1\\s"_s.arg(number)));
-}
-
-} // namespace
-
 class tst_engine_forms : public QObject
 {
     Q_OBJECT
@@ -136,11 +110,11 @@ private slots:
         QVERIFY(hasPageNumber(third, 2, 2));
         // Line numbers count from 1 on every invoice, whatever the file's 項番.
         const QString secondRows = pdfText(pdf, 2, true);
-        QVERIFY2(rowNumbered(secondRows, u"ひまわり棟1 "_s, 1),
+        QVERIFY2(numberedRow(secondRows, u"ひまわり棟1 "_s, 1),
                  qPrintable(lineWith(secondRows, u"ひまわり棟1 "_s)));
-        QVERIFY(rowNumbered(secondRows, u"ひまわり棟25"_s, 25));
-        QVERIFY(rowNumbered(pdfText(pdf, 3, true), u"ひまわり棟30"_s, 30));
-        QVERIFY(rowNumbered(pdfText(pdf, 1, true), u"山田 太郎 様"_s, 6));
+        QVERIFY(numberedRow(secondRows, u"ひまわり棟25"_s, 25));
+        QVERIFY(numberedRow(pdfText(pdf, 3, true), u"ひまわり棟30"_s, 30));
+        QVERIFY(numberedRow(pdfText(pdf, 1, true), u"山田 太郎 様"_s, 6));
         QVERIFY(third.contains(u"¥90,000"_s));
         QVERIFY(pdfText(pdf, 5).contains(u"ケアハウス"_s));
         QVERIFY(hasPageNumber(pdfText(pdf, 5), 2, 2));
@@ -256,7 +230,7 @@ private slots:
         QVERIFY2(lineWith(rows, u"佐藤 花子1 "_s).contains(u"1割"_s),
                  qPrintable(lineWith(rows, u"佐藤 花子1 "_s)));
         QVERIFY(!first.contains(u"2割"_s));
-        QVERIFY(rowNumbered(rows, u"佐藤 花子1 "_s, 1));
+        QVERIFY(numberedRow(rows, u"佐藤 花子1 "_s, 1));
         QVERIFY(first.contains(u"令和6年5月1日"_s));
         QVERIFY(first.contains(u"令和6年5月31日"_s));
         QVERIFY(first.contains(u"令和6年6月5日"_s));
@@ -272,7 +246,7 @@ private slots:
         const QString third = pdfText(pdf, 3);
         QVERIFY(third.contains(u"ケアハウス みどり"_s));
         QVERIFY(hasPageNumber(third, 1, 1));
-        QVERIFY(rowNumbered(pdfText(pdf, 3, true), u"佐藤 花子21"_s, 1));
+        QVERIFY(numberedRow(pdfText(pdf, 3, true), u"佐藤 花子21"_s, 1));
     }
 
     void invoiceReceiptSheetsPerPatient_data()
