@@ -1,10 +1,13 @@
 #include "engine/TextLayerFont.h"
 
+#include <QCryptographicHash>
 #include <QDir>
-#include <QFile>
+#include <QFileInfo>
 #include <QFontDatabase>
 #include <QHash>
 #include <QMutex>
+#include <QSaveFile>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtEndian>
 #include <algorithm>
@@ -276,12 +279,15 @@ QByteArray writeName(const QByteArray& name, const QString& family)
 
 quint32 checksum(const QByteArray& data)
 {
+    // The sum of the big-endian 32-bit words, the last one padded with zeros.
+    const auto* p = reinterpret_cast<const uchar*>(data.constData());
+    const qsizetype n = data.size();
     quint32 sum = 0;
-    for (qsizetype i = 0; i < data.size(); i += 4) {
-        char word[4] = {0, 0, 0, 0};
-        std::copy_n(data.constData() + i, qMin<qsizetype>(4, data.size() - i), word);
-        sum += qFromBigEndian<quint32>(word);
-    }
+    qsizetype i = 0;
+    for (; i + 4 <= n; i += 4)
+        sum += quint32(p[i]) << 24 | quint32(p[i + 1]) << 16 | quint32(p[i + 2]) << 8 | p[i + 3];
+    for (int shift = 24; i < n; ++i, shift -= 8)
+        sum += quint32(p[i]) << shift;
     return sum;
 }
 
@@ -384,36 +390,69 @@ QByteArray textLayerFontFile(const QRawFont& font, const QString& family)
     return buildFont(tables);
 }
 
+namespace {
+
+// Registers the font file at path; the family it brings, or "" when it is not family.
+QString registerFont(const QString& path, const QString& family)
+{
+    const int id = QFontDatabase::addApplicationFont(path);
+    if (QFontDatabase::applicationFontFamilies(id).contains(family))
+        return family;
+    if (id >= 0)
+        QFontDatabase::removeApplicationFont(id);
+    return {};
+}
+
+// The copy of font as a registered file: from the user's cache folder when an earlier run built it
+// (a few megabytes per face, built once), else built now and kept there, or in a temporary folder
+// when the cache folder cannot be written.
+QString registerCopy(const QRawFont& font)
+{
+    static QTemporaryDir scratch;
+    const QByteArray identity =
+        (font.familyName() + u'\n' + font.styleName()).toUtf8() + font.fontTable("head");
+    const QString family =
+        u"QelprnTextLayer"_s +
+        QString::fromLatin1(QCryptographicHash::hash(identity, QCryptographicHash::Sha1).toHex().left(10));
+    const QString cache = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    const QString cached = cache.isEmpty() ? QString() : cache + u"/fonts/"_s + family + u".ttf"_s;
+    if (!cached.isEmpty() && QFileInfo::exists(cached)) {
+        const QString registered = registerFont(cached, family);
+        if (!registered.isEmpty())
+            return registered;
+    }
+    const QByteArray data = textLayerFontFile(font, family);
+    if (data.isEmpty())
+        return {};
+    for (const QString& path :
+         {cached, scratch.isValid() ? scratch.filePath(family + u".ttf"_s) : QString()}) {
+        if (path.isEmpty() || !QDir().mkpath(QFileInfo(path).absolutePath()))
+            continue;
+        QSaveFile file(path);
+        if (file.open(QIODevice::WriteOnly) && file.write(data) == data.size() && file.commit())
+            return registerFont(path, family);
+    }
+    return {};
+}
+
+} // namespace
+
 QRawFont textLayerFont(const QRawFont& font)
 {
     if (!font.isValid())
         return font;
-    // The PDF writer embeds only fonts that come from a file, so the copy is written to a file of
-    // the program's temporary folder and registered under a family name of its own (a changed font
-    // must not carry the original's name). One copy per face for the life of the program.
+    // The PDF writer embeds only fonts that come from a file, so the copy is a file registered
+    // under a family name of its own (a changed font must not carry the original's name). One copy
+    // per face for the life of the program.
     static QMutex mutex;
-    static QTemporaryDir folder;
     static QHash<QString, QString> families; // original face -> family of the copy ("" = none)
     const QString key = font.familyName() + u'\n' + font.styleName();
     QString family;
     {
         QMutexLocker lock(&mutex);
         auto it = families.find(key);
-        if (it == families.end()) {
-            const QString name = u"QelprnTextLayer%1"_s.arg(families.size() + 1);
-            const QByteArray data = textLayerFontFile(font, name);
-            QString registered;
-            QFile file(QDir(folder.path()).filePath(name + u".ttf"_s));
-            if (!data.isEmpty() && folder.isValid() && file.open(QIODevice::WriteOnly) &&
-                file.write(data) == data.size() && file.flush()) {
-                file.close();
-                const QStringList names = QFontDatabase::applicationFontFamilies(
-                    QFontDatabase::addApplicationFont(file.fileName()));
-                if (names.contains(name))
-                    registered = name;
-            }
-            it = families.insert(key, registered);
-        }
+        if (it == families.end())
+            it = families.insert(key, registerCopy(font));
         family = it.value();
     }
     if (family.isEmpty())

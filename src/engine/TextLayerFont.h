@@ -15,8 +15,9 @@ namespace qelprn::engine {
 // the lowest (U+2F47, U+301C) is drawn with the original font, which names it right too. Glyph
 // indexes, outlines and metrics are the font's own.
 //
-// Returns the copy at the font's pixel size (a family of its own, "QelprnTextLayer1", ...), or the
-// font itself when no glyph has two code points or the tables cannot be read.
+// Returns the copy at the font's pixel size (a family of its own, "QelprnTextLayer" and a digest
+// of the face, kept in the user's cache folder), or the font itself when no glyph has two code
+// points or the tables cannot be read.
 QRawFont textLayerFont(const QRawFont& font);
 
 // The font file rebuilt from the tables of font, named family, with one code point per glyph;
