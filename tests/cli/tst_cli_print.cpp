@@ -409,6 +409,10 @@ private slots:
                     QVERIFY2(!p.contains(u"2026"_s), qPrintable(at)); // one date style: era
                     QVERIFY2(p.contains(eraDate(data.at(first, u"施術年月"_s), true)), qPrintable(at));
                     QVERIFY2(p.contains(eraDate(data.at(first, u"提出年月"_s), false)), qPrintable(at));
+                    if (list) {
+                        QVERIFY2(p.contains(eraDate(data.at(first, u"施術日From"_s), false)), qPrintable(at));
+                        QVERIFY2(p.contains(eraDate(data.at(first, u"施術日To"_s), false)), qPrintable(at));
+                    }
                     for (int slot = 0; slot < perPage && k * perPage + slot < count; ++slot) {
                         const qsizetype r = first + k * perPage + slot;
                         const int number = k * perPage + slot + 1; // within the invoice
@@ -433,6 +437,12 @@ private slots:
                             QCOMPARE(p.count(amount + (requested == qint64(requested) ? u"-"_s : u""_s)) > 0,
                                      last);
                             QCOMPARE(p.contains(u"¥"_s), last);
+                            // The month's insured total in the total row of both halves, on the last sheet.
+                            const QString insured = grouped(data.at(r, u"保険内金額合計"_s).toLongLong());
+                            int totals = 0;
+                            for (const QString& line : p.split(u'\n'))
+                                totals += line.contains(u"合計"_s) && line.contains(insured) ? 1 : 0;
+                            QCOMPARE(totals, last ? 2 : 0);
                             continuedSeen = continuedSeen || !last;
                         }
                     }
