@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QList>
 #include <QRawFont>
 #include <QString>
 
@@ -23,8 +22,5 @@ QRawFont textLayerFont(const QRawFont& font);
 // The font file rebuilt from the tables of font, named family, with one code point per glyph;
 // empty when there is nothing to leave out or on a problem.
 QByteArray textLayerFontFile(const QRawFont& font, const QString& family);
-
-// Of the code points that share a glyph (ascending), the one the copy keeps.
-char32_t keptCodePoint(const QList<char32_t>& sharing);
 
 } // namespace qelprn::engine
