@@ -56,8 +56,8 @@ rows = []
 for i, name in enumerate(names):
     count = 4 + i % 6
     total = 5700 * count
-    share = 1 + i % 3
-    billed = total * share // 10
+    share = 2 + i % 3  # the share code: tenths plus one (1割 to 3割)
+    billed = total * (share - 1) // 10
     low = billed * min(count, 4) // count
     rows.append([q("1"), str(i + 1), q("2024/05/01"), q("2024/06/05"), q("2024/05/01"), q("2024/05/31"), "3",
                  q("介護付き有料老人ホーム あおば"), q("ほほえみ鍼灸マッサージ院"), str(101 + i), str(5001 + i), q(name),
@@ -73,7 +73,7 @@ for n in range(1, 12):
 receipt += ("保険内金額合計,一部負担金合計,自費合計,備考_部位,備考_変形,備考_鍼灸,備考_往療,備考_日別施術内容,請求元〒,"
             "請求元住所,請求元社名,請求元屋号,請求元電話番号,請求元FAX番号,保険略名,社印保存先").split(",")
 days = [2, 6, 9, 13, 16, 20, 23, 27]
-r = [q("1"), q("2024/05/01"), q("2024/06/05"), q("2024/05/01"), q("2024/05/31"), "5001", q("佐藤 花子"), "1", "1",
+r = [q("1"), q("2024/05/01"), q("2024/06/05"), q("2024/05/01"), q("2024/05/31"), "5001", q("佐藤 花子"), "1", "2",
      str(len(days))]
 for n in range(11):
     if n < len(days):

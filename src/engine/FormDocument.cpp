@@ -318,6 +318,8 @@ bool FormDocument::visible(const LayoutItem& item, const Context& context) const
 
 QString FormDocument::itemText(const LayoutItem& item, const Context& context) const
 {
+    if (item.hasContinued && context.page < context.pages)
+        return item.continued;
     if (item.kind == LayoutItem::Kind::Text) {
         QString text = item.text;
         text.replace(u"{page}"_s, QString::number(context.page));
@@ -334,6 +336,8 @@ QString FormDocument::itemText(const LayoutItem& item, const Context& context) c
     } else if (item.source == LayoutItem::Source::Sum) {
         const qsizetype stride = m_layout.sumIndexes.size();
         raw = QString::number(m_sums[context.groupIndex * stride + item.indexes[0]], 'f', 6);
+    } else if (item.source == LayoutItem::Source::RowNumber) {
+        raw = QString::number(context.rowNumber);
     } else if (item.source == LayoutItem::Source::Columns) {
         double total = 0;
         for (int i : item.indexes)
@@ -344,7 +348,29 @@ QString FormDocument::itemText(const LayoutItem& item, const Context& context) c
     return value.isEmpty() ? QString() : item.prefix + value + item.suffix;
 }
 
-void FormDocument::drawImage(QPainter& painter, const LayoutItem& item, qreal top, const QString& written)
+QRectF FormDocument::imageBox(const LayoutItem& item, qreal top, const Context& context,
+                              const QList<LayoutItem>& band)
+{
+    QRectF box = toUnits(item.rect, top);
+    if (item.followIndex < 0)
+        return box;
+    // Half the image lies over the end of the followed text, never left of that text's box and
+    // never right of the layout's place for it.
+    const LayoutItem& text = band[item.followIndex];
+    const QRectF textBox = toUnits(text.rect, top);
+    const qreal width = qMin(m_text->width(text.font, itemText(text, context)), textBox.width());
+    qreal end = textBox.left() + width;
+    if (text.align & Qt::AlignRight)
+        end = textBox.right();
+    else if (text.align & Qt::AlignHCenter)
+        end = textBox.center().x() + width / 2;
+    const qreal left =
+        std::clamp(std::round(end - box.width() / 2), qMin(textBox.left(), box.left()), box.left());
+    box.moveLeft(left);
+    return box;
+}
+
+void FormDocument::drawImage(QPainter& painter, const LayoutItem& item, QRectF box, const QString& written)
 {
     if (written.trimmed().isEmpty())
         return;
@@ -362,13 +388,13 @@ void FormDocument::drawImage(QPainter& painter, const LayoutItem& item, qreal to
     }
     if (it->isNull())
         return;
-    const QRectF box = toUnits(item.rect, top);
     const QSizeF size = QSizeF(it->size()).scaled(box.size(), Qt::KeepAspectRatio);
     const QRectF target(box.center() - QPointF(size.width() / 2, size.height() / 2), size);
     painter.drawImage(target, *it);
 }
 
-void FormDocument::drawItem(QPainter& painter, const LayoutItem& item, qreal top, const Context& context)
+void FormDocument::drawItem(QPainter& painter, const LayoutItem& item, qreal top, const Context& context,
+                            const QList<LayoutItem>& band)
 {
     if (!visible(item, context))
         return;
@@ -380,7 +406,7 @@ void FormDocument::drawItem(QPainter& painter, const LayoutItem& item, qreal top
     case LayoutItem::Kind::Image:
         if (context.row) {
             m_text->flush(painter); // the image lies over the texts drawn so far (the seal)
-            drawImage(painter, item, top, context.row->at(item.indexes[0]));
+            drawImage(painter, item, imageBox(item, top, context, band), context.row->at(item.indexes[0]));
         }
         return;
     case LayoutItem::Kind::Text:
@@ -419,6 +445,7 @@ bool FormDocument::paintPage(int page, QPainter& painter, EngineError* error)
     context.page = k + 1;
     context.pages = group.pageCount;
     context.sheet = page + 1;
+    context.rowNumber = firstRow + 1;
 
     for (qsizetype b = 0; b < m_layout.bands.size(); ++b) {
         const LayoutBand& band = m_layout.bands[b];
@@ -428,7 +455,7 @@ bool FormDocument::paintPage(int page, QPainter& painter, EngineError* error)
         replay(painter, m_bandBackdrops[b], QPointF());
         for (const LayoutItem& item : band.items) {
             if (!item.isStatic())
-                drawItem(painter, item, band.top, context);
+                drawItem(painter, item, band.top, context, band.items);
         }
     }
 
@@ -458,9 +485,10 @@ bool FormDocument::paintPage(int page, QPainter& painter, EngineError* error)
         const qreal top = d.top + slot * d.rowHeight;
         replay(painter, m_detailBackdrop, QPointF(0, top * kUnitsPerMm));
         context.row = &m_rows[r];
+        context.rowNumber = firstRow + r + 1;
         for (const LayoutItem& item : d.items) {
             if (!item.isStatic())
-                drawItem(painter, item, top, context);
+                drawItem(painter, item, top, context, d.items);
         }
     }
     m_text->flush(painter);

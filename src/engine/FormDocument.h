@@ -65,7 +65,8 @@ private:
         int groupIndex = 0;
         int page = 0; // 1-based within the group
         int pages = 0;
-        int sheet = 0; // 1-based over the job
+        int sheet = 0;        // 1-based over the job
+        qint64 rowNumber = 0; // 1-based within the group
     };
 
     bool plan(const EngineJob& job, EngineError* error);
@@ -73,8 +74,10 @@ private:
     bool readRows(const Group& group, qint64 first, qint64 count, EngineError* error);
     void drawShape(QPainter& painter, const LayoutItem& item, qreal top) const;
     static QPen shapePen(const LayoutItem& item);
-    void drawItem(QPainter& painter, const LayoutItem& item, qreal top, const Context& context);
-    void drawImage(QPainter& painter, const LayoutItem& item, qreal top, const QString& path);
+    void drawItem(QPainter& painter, const LayoutItem& item, qreal top, const Context& context,
+                  const QList<LayoutItem>& band);
+    void drawImage(QPainter& painter, const LayoutItem& item, QRectF box, const QString& path);
+    QRectF imageBox(const LayoutItem& item, qreal top, const Context& context, const QList<LayoutItem>& band);
     QString itemText(const LayoutItem& item, const Context& context) const;
     bool visible(const LayoutItem& item, const Context& context) const;
     QRectF toUnits(const QRectF& mm, qreal topMm) const;

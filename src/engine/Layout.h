@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/ValueFormat.h"
+
 #include <QColor>
 #include <QList>
 #include <QPageLayout>
@@ -33,7 +35,7 @@ struct ItemCondition
 struct LayoutItem
 {
     enum class Kind { Text, Field, Line, Box, Image };
-    enum class Source { None, Column, Sum, Columns };
+    enum class Source { None, Column, Sum, Columns, RowNumber };
 
     Kind kind = Kind::Text;
     QString name;             // for SetItemValue
@@ -46,16 +48,24 @@ struct LayoutItem
     Source source = Source::None;
     QStringList columns; // field: the column, the summed column, or the columns to add up
     QList<int> indexes;  // resolved column indexes (Sum: the index into the group's sums)
-    QString format;      // text, number, yen, date, month, era-month, era-date, md
+    QString format;      // text, number, yen, date, month, era-month, era-date, md, share
     QString prefix, suffix;
     bool blankZero = false; // a value of 0 prints nothing
-    QString setValue;       // value given by SetItemValue
+    // On every page of a group but its last, the item prints this text instead (a month total on a
+    // form that goes on: "次頁へ続く", or nothing).
+    bool hasContinued = false;
+    QString continued;
+    QString setValue; // value given by SetItemValue
     bool hasSetValue = false;
     int font = 0;
     Qt::Alignment align = Qt::AlignLeft | Qt::AlignVCenter;
     bool wrap = false;
     bool shrink = true;           // squeeze a too-long single line into its box
     bool transparentWhite = true; // images: white pixels do not cover what lies below (the seal)
+    // Images: the text item of the same band whose printed end the image lies over (the seal over
+    // the end of the company name); x is then the rightmost place for the image's left edge.
+    QString follow;
+    int followIndex = -1;
     ItemCondition when;
     int line = 0; // line in the layout file, for messages
 
@@ -64,7 +74,7 @@ struct LayoutItem
         if (kind == Kind::Line || kind == Kind::Box)
             return when.column.isEmpty();
         if (kind == Kind::Text)
-            return when.column.isEmpty() && !text.contains(u'{');
+            return when.column.isEmpty() && !hasContinued && !text.contains(u'{');
         return false;
     }
 };
@@ -94,6 +104,7 @@ struct Layout
     QString path;
     QString name;
     QString dataName;
+    DateStyle dateStyle = DateStyle::Western; // every date of the form in this style
     QPageSize pageSize{QPageSize::A4};
     QPageLayout::Orientation orientation = QPageLayout::Portrait;
     QMarginsF margins{10, 10, 10, 10}; // mm

@@ -37,6 +37,12 @@ public:
         m_layout.dataName = root.value(u"data"_s).toString();
         if (!readPaper(root.value(u"paper"_s).toObject()) || !readFonts(root.value(u"fonts"_s).toArray()))
             return report(error);
+        const QString dates = root.value(u"dates"_s).toString(u"western"_s);
+        if (dates != u"western"_s && dates != u"era"_s) {
+            fail(u"dates は era（和暦）か western（西暦）です"_s, u"dates"_s);
+            return report(error);
+        }
+        m_layout.dateStyle = dates == u"era"_s ? DateStyle::Era : DateStyle::Western;
         for (const QJsonValue& k : root.value(u"groupBy"_s).toArray())
             m_layout.groupKey.append(k.toString());
         if (root.value(u"groupBy"_s).isString())
@@ -147,7 +153,26 @@ private:
             fail(name + u" の print は everyPage, firstPage, lastPage のどれかです"_s, print);
             return false;
         }
-        return readItems(band.name, o.value(u"items"_s).toArray(), band.items);
+        if (!readItems(band.name, o.value(u"items"_s).toArray(), band.items))
+            return false;
+        for (LayoutItem& item : band.items) {
+            if (item.follow.isEmpty())
+                continue;
+            for (qsizetype i = 0; i < band.items.size(); ++i) {
+                const LayoutItem& other = band.items[i];
+                if (other.name == item.follow &&
+                    (other.kind == LayoutItem::Kind::Text || other.kind == LayoutItem::Kind::Field))
+                    item.followIndex = int(i);
+            }
+            if (item.followIndex < 0) {
+                fail(name +
+                         u" の項目 \"%1\" の follow \"%2\" は同じ帯の文字の項目の name ではありません"_s.arg(
+                             item.name, item.follow),
+                     item.follow);
+                return false;
+            }
+        }
+        return true;
     }
 
     bool readItems(const QString& where, const QJsonArray& items, QList<LayoutItem>& out)
@@ -218,13 +243,16 @@ private:
         }
         item.text = str(u"text"_s);
         item.format = str(u"format"_s, u"text"_s);
-        static const QStringList formats = {u"text"_s,  u"number"_s,    u"yen"_s,      u"date"_s,
-                                            u"month"_s, u"era-month"_s, u"era-date"_s, u"md"_s};
+        static const QStringList formats = {u"text"_s,      u"number"_s,   u"yen"_s, u"date"_s, u"month"_s,
+                                            u"era-month"_s, u"era-date"_s, u"md"_s,  u"share"_s};
         if (!formats.contains(item.format)) {
             fail(where + u" の format \"%1\" は使えません（%2）"_s.arg(item.format, formats.join(u", "_s)),
                  item.format);
             return false;
         }
+        item.format = formatForDateStyle(item.format, m_layout.dateStyle);
+        item.hasContinued = o.contains(u"continued"_s);
+        item.continued = str(u"continued"_s);
         item.prefix = str(u"prefix"_s);
         item.suffix = str(u"suffix"_s);
         item.blankZero = o.value(u"zero"_s).toString() == u"blank"_s;
@@ -234,6 +262,8 @@ private:
         } else if (o.contains(u"sum"_s)) {
             item.source = LayoutItem::Source::Sum;
             item.columns = {str(u"sum"_s)};
+        } else if (o.value(u"rowNumber"_s).toBool(false)) {
+            item.source = LayoutItem::Source::RowNumber;
         } else if (o.contains(u"add"_s)) {
             item.source = LayoutItem::Source::Columns;
             for (const QJsonValue& c : o.value(u"add"_s).toArray())
@@ -241,7 +271,8 @@ private:
         }
         if ((item.kind == LayoutItem::Kind::Field || item.kind == LayoutItem::Kind::Image) &&
             item.source == LayoutItem::Source::None) {
-            fail(where + u" の項目 \"%1\" には column, sum, add のどれかが必要です"_s.arg(near), near);
+            fail(where + u" の項目 \"%1\" には column, sum, add, rowNumber のどれかが必要です"_s.arg(near),
+                 near);
             return false;
         }
         if (item.kind == LayoutItem::Kind::Image && item.source != LayoutItem::Source::Column) {
@@ -274,6 +305,8 @@ private:
         item.wrap = o.value(u"wrap"_s).toBool(false);
         item.shrink = o.value(u"shrink"_s).toBool(true);
         item.transparentWhite = o.value(u"transparentWhite"_s).toBool(true);
+        if (item.kind == LayoutItem::Kind::Image)
+            item.follow = str(u"follow"_s);
         const QJsonObject when = o.value(u"when"_s).toObject();
         if (!when.isEmpty()) {
             item.when.column = when.value(u"column"_s).toString();

@@ -1,5 +1,7 @@
 #include "engine/TextCache.h"
 
+#include "engine/TextLayerFont.h"
+
 #include <QTextLayout>
 #include <cmath>
 
@@ -11,7 +13,8 @@ TextCache::TextCache(QList<QFont> fonts, int maxEntries) : m_fonts(std::move(fon
 {
     for (const QFont& font : m_fonts) {
         FontGlyphs g;
-        g.raw = QRawFont::fromFont(font);
+        g.original = QRawFont::fromFont(font);
+        g.raw = textLayerFont(g.original);
         g.ascent = g.raw.ascent();
         g.height = g.raw.ascent() + g.raw.descent();
         m_glyphs.append(g);
@@ -38,10 +41,15 @@ bool TextCache::simpleLine(int font, QStringView text, qreal& width)
             int count = 1;
             if (!f.raw.glyphIndexesForChars(&ch, 1, &index, &count) || count != 1)
                 return false;
+            // A code point the text-layer copy leaves out is drawn with the original font.
+            g.original = index == 0 && f.raw != f.original;
+            const QRawFont& raw = g.original ? f.original : f.raw;
+            if (g.original && (!raw.glyphIndexesForChars(&ch, 1, &index, &count) || count != 1))
+                return false;
             g.index = index;
             if (index != 0) {
                 QPointF advance;
-                f.raw.advancesForGlyphIndexes(&index, &advance, 1);
+                raw.advancesForGlyphIndexes(&index, &advance, 1);
                 g.advance = advance.x();
             }
             it = f.glyphs.insert(c, g);
@@ -86,12 +94,44 @@ const TextCache::Block& TextCache::block(int font, const QString& text, qreal wr
     }
     layout.endLayout();
     block->runs = layout.glyphRuns();
+    useTextLayerFont(font, text, block->runs);
     block->size = QSizeF(width, y);
+    const QList<QGlyphRun> runs = block->runs;
     Block* raw = block.get();
-    if (m_cache.insert(key, block.release()))
+    if (m_cache.insert(key, block.release())) // the cache deletes a block it cannot hold
         return *raw;
-    m_uncached = {layout.glyphRuns(), QSizeF(width, y)};
+    m_uncached = {runs, QSizeF(width, y)};
     return m_uncached;
+}
+
+void TextCache::useTextLayerFont(int font, const QString& text, QList<QGlyphRun>& runs) const
+{
+    // Runs in the layout's own font take its text-layer copy (same glyphs). A text holding a code
+    // point the copy leaves out (a radical) keeps the original font, which names it.
+    if (font < 0 || font >= m_glyphs.size() || m_glyphs[font].raw == m_glyphs[font].original)
+        return;
+    const FontGlyphs& f = m_glyphs[font];
+    for (QChar ch : text) {
+        if (!f.raw.supportsCharacter(ch) && f.original.supportsCharacter(ch))
+            return;
+    }
+    for (QGlyphRun& run : runs) {
+        const QRawFont used = run.rawFont();
+        if (used.familyName() != f.original.familyName() || used.styleName() != f.original.styleName())
+            continue;
+        QRawFont copy = f.raw;
+        if (used.pixelSize() != copy.pixelSize())
+            copy.setPixelSize(used.pixelSize());
+        run.setRawFont(copy);
+    }
+}
+
+qreal TextCache::width(int font, const QString& text)
+{
+    qreal w = 0;
+    if (font >= 0 && font < m_glyphs.size() && simpleLine(font, text, w))
+        return w;
+    return text.isEmpty() ? 0 : block(font, text, 0).size.width();
 }
 
 void TextCache::draw(QPainter& painter, const QRectF& box, int font, const QString& text, Qt::Alignment align,
@@ -123,10 +163,10 @@ void TextCache::draw(QPainter& painter, const QRectF& box, int font, const QStri
 
     if (simple) {
         const FontGlyphs& f = m_glyphs[font];
-        Pending& pending = pendingFor(f.raw, color.rgba());
         const qreal baseline = std::round(y + f.ascent);
         qreal pen = 0;
         for (const Glyph& g : std::as_const(m_line)) {
+            Pending& pending = pendingFor(g.original ? f.original : f.raw, color.rgba());
             pending.glyphs.append(g.index);
             pending.positions.append(QPointF(std::round(x + pen * sx), baseline));
             pen += g.advance;

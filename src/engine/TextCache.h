@@ -38,6 +38,8 @@ public:
     // Draws the pending glyphs; call before anything that must lie over them and at the page end.
     void flush(QPainter& painter);
     const Block& block(int font, const QString& text, qreal wrapWidth);
+    // The width of text on one line in font, as draw() lays it out before any squeezing.
+    qreal width(int font, const QString& text);
 
     int size() const { return int(m_cache.size()); }
 
@@ -66,16 +68,19 @@ private:
     {
         quint32 index = 0;
         qreal advance = 0;
+        bool original = false; // left out of the text-layer copy (a radical): the original font
     };
     struct FontGlyphs
     {
-        QRawFont raw;
+        QRawFont raw;      // the text-layer copy of the font (see TextLayerFont.h)
+        QRawFont original; // the font as the system gives it
         qreal ascent = 0;
         qreal height = 0;
         QHash<char16_t, Glyph> glyphs;
     };
 
     bool simpleLine(int font, QStringView text, qreal& width);
+    void useTextLayerFont(int font, const QString& text, QList<QGlyphRun>& runs) const;
     Pending& pendingFor(const QRawFont& font, QRgb color);
 
     QList<QFont> m_fonts;

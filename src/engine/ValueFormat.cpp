@@ -49,6 +49,20 @@ QString eraYear(const QDate& d)
     return QString::number(d.year()) + u'年';
 }
 
+// The co-payment share is stored as a code: the share in tenths plus one (1 = none, 2 = 10 %,
+// 4 = 30 %). 0 or empty means no share is known and prints nothing.
+QString formatShare(const QString& raw)
+{
+    const QString trimmed = raw.trimmed();
+    bool ok = false;
+    const int code = trimmed.toInt(&ok);
+    if (trimmed.isEmpty() || (ok && code == 0))
+        return QString();
+    if (!ok || code < 1 || code > 11)
+        return raw;
+    return QString::number(code - 1) + u'割';
+}
+
 } // namespace
 
 QString formatNumber(double value)
@@ -68,10 +82,28 @@ QString formatNumber(double value)
     return negative ? u'-' + text : text;
 }
 
+QString formatForDateStyle(const QString& format, DateStyle style)
+{
+    if (style == DateStyle::Era) {
+        if (format == u"date"_s)
+            return u"era-date"_s;
+        if (format == u"month"_s)
+            return u"era-month"_s;
+    } else {
+        if (format == u"era-date"_s)
+            return u"date"_s;
+        if (format == u"era-month"_s)
+            return u"month"_s;
+    }
+    return format;
+}
+
 QString formatValue(const QString& raw, const QString& format, bool blankZero)
 {
     if (format == u"text"_s || format.isEmpty())
         return raw;
+    if (format == u"share"_s)
+        return formatShare(raw);
     if (format == u"number"_s || format == u"yen"_s) {
         bool ok = false;
         const double v = raw.trimmed().toDouble(&ok);

@@ -13,9 +13,15 @@ namespace qelprn::engine {
 //   era-month  "2024/05/01" -> "令和6年5月分" (the first year of an era is "元年")
 //   era-date   "2024/05/03" -> "令和6年5月3日"
 //   md         "2024/05/03" -> "5/3"
+//   share      the co-payment share code (share in tenths + 1) -> "0割" .. "3割"; 0 or empty -> ""
 // A value that does not read as the format needs is printed as it is, so nothing disappears.
 // blankZero prints nothing for a number that is 0 (or empty).
 QString formatValue(const QString& raw, const QString& format, bool blankZero = false);
 QString formatNumber(double value);
+
+// The date formats of a form in one style: with era dates "date" and "month" become "era-date" and
+// "era-month"; with western dates the era formats become "date" and "month". Others are unchanged.
+enum class DateStyle { Western, Era };
+QString formatForDateStyle(const QString& format, DateStyle style);
 
 } // namespace qelprn::engine

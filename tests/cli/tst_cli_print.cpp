@@ -1,12 +1,19 @@
 // `qelprn-cli print` end to end on a small database built by the test: the CSV bytes of every
-// print kind, the exit statuses, the engine missing, the PDF hand-off to the real engine, options.
+// print kind, the exit statuses, the engine missing, the PDF hand-off to the real engine, options;
+// and every kind of the demo month from the writer through the layout to a PDF read back.
 #include "app/Cp932.h"
 #include "billing/BillingFixture.h"
+#include "engine/EngineTestData.h"
 #include "support/CliRun.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -14,6 +21,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 using Run = qelprn::test::CliRun;
+using enginetest::hasPageNumber;
+using enginetest::numberedRow;
+using enginetest::squeezed;
 using qelprn::test::binDir;
 
 Run cli(const QStringList& args)
@@ -25,6 +35,85 @@ QByteArray readAll(const QString& path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// A print-data CSV file as the writers write it: titles, then rows (texts unquoted).
+struct PrintData
+{
+    QStringList titles;
+    QList<QStringList> rows;
+
+    qsizetype col(const QString& title) const { return titles.indexOf(title); }
+    QString at(qsizetype row, const QString& title) const { return rows.at(row).at(col(title)); }
+
+    static QStringList split(const QString& line)
+    {
+        QStringList fields;
+        QString field;
+        bool quoted = false;
+        for (QChar c : line) {
+            if (c == u'"')
+                quoted = !quoted;
+            else if (c == u',' && !quoted)
+                fields.append(std::exchange(field, QString()));
+            else
+                field += c;
+        }
+        fields.append(field);
+        return fields;
+    }
+
+    static PrintData read(const QString& path)
+    {
+        PrintData data;
+        const QStringList lines = qelprn::fromCp932(readAll(path)).split(u"\r\n"_s, Qt::SkipEmptyParts);
+        data.titles = split(lines.value(0));
+        for (const QString& line : lines.mid(1))
+            data.rows.append(split(line));
+        return data;
+    }
+};
+
+// The text layer of a PDF, page by page, each table row on one line.
+QStringList pdfPages(const QString& pdf)
+{
+    QStringList pages = enginetest::pdfText(pdf, 0, true).split(u'\f');
+    if (!pages.isEmpty() && pages.last().trimmed().isEmpty())
+        pages.removeLast();
+    return pages;
+}
+
+QString grouped(qint64 value)
+{
+    QString digits = QString::number(value);
+    for (qsizetype i = digits.size() - 3; i > 0; i -= 3)
+        digits.insert(i, u',');
+    return digits;
+}
+
+// "2026/10/01" in the era style: "令和8年10月1日" (no era boundary falls in the demo month).
+QString eraDate(const QString& date, bool monthOnly)
+{
+    const QStringList p = date.left(10).split(u'/');
+    const QString year = u"令和"_s + QString::number(p.value(0).toInt() - 2018) + u'年';
+    const QString month = QString::number(p.value(1).toInt()) + u'月';
+    return monthOnly ? year + month + u'分' : year + month + QString::number(p.value(2).toInt()) + u'日';
+}
+
+// The fixed texts of a layout (page numbers aside).
+QStringList fixedTexts(const QString& layoutFile)
+{
+    QStringList texts;
+    const QJsonObject root = QJsonDocument::fromJson(readAll(layoutFile)).object();
+    for (const QString& band :
+         {u"pageHeader"_s, u"groupHeader"_s, u"detail"_s, u"groupFooter"_s, u"pageFooter"_s}) {
+        for (const QJsonValue& item : root.value(band).toObject().value(u"items"_s).toArray()) {
+            const QString text = item.toObject().value(u"text"_s).toString();
+            if (item.toObject().value(u"type"_s).toString() == u"text"_s && !text.contains(u'{'))
+                texts.append(text);
+        }
+    }
+    return texts;
 }
 
 // One billing facility with one treated facility (a comma in its name) and one patient with two
@@ -234,6 +323,142 @@ private slots:
         QCOMPARE(missing.exitCode, 2);
         QVERIFY2(missing.err.startsWith(u"施設請求書印刷: 帳票の印刷に失敗しました。\n["_s),
                  qPrintable(missing.err));
+    }
+
+    // Every print kind of the demo month, from the writer through the shipped layout to a PDF,
+    // read back against the CSV the writer wrote: the share, line and page numbers counting within
+    // their invoice, totals only where a patient's days end, one date style, and a text layer
+    // that names every character drawn.
+    void formsOfEveryKindMatchTheirData()
+    {
+        const QString engine = QDir(binDir()).filePath(u"qelprn-engine"_s);
+        if (!QFileInfo(engine).isExecutable())
+            QSKIP("qelprn-engine is not built");
+        QTemporaryDir dir;
+        const QString demo = dir.filePath(u"demo"_s);
+        const Run init = cli({u"init-demo"_s, demo, u"--month"_s, u"2026/10"_s, u"--seed"_s, u"1"_s});
+        QVERIFY2(init.exitCode == 0, qPrintable(init.err));
+        const QDir layouts(qEnvironmentVariable("QELPRN_SOURCE_DIR") + u"/layouts"_s);
+        for (const QString& name : layouts.entryList({u"*.wfd"_s}, QDir::Files)) {
+            QFile::remove(demo + u"/SYS/"_s + name);
+            QVERIFY(QFile::copy(layouts.filePath(name), demo + u"/SYS/"_s + name));
+        }
+        const QStringList layoutOf = {u"施設別請求書.wfd"_s,
+                                      u"一部負担金一覧表_02.wfd"_s,
+                                      u"一部負担金一覧表_回数区分あり.wfd"_s,
+                                      u"請求書兼領収書_回数区分あり.wfd"_s,
+                                      u"請求書兼領収書_回数区分あり_自費.wfd"_s,
+                                      u"施設別請求書.wfd"_s};
+        bool continuedSeen = false;
+        for (int kind = 1; kind <= 6; ++kind) {
+            const QStringList args = {u"print"_s,   u"--app-dir"_s,        demo,
+                                      u"--kind"_s,  QString::number(kind), u"--month"_s,
+                                      u"2026/10"_s, u"--issue-date"_s,     u"2026/11/05"_s};
+            const Run csvRun = cli(args + QStringList{u"--csv-only"_s});
+            QVERIFY2(csvRun.exitCode == 0, qPrintable(csvRun.err));
+            const PrintData data = PrintData::read(csvRun.out.trimmed());
+            QVERIFY(!data.rows.isEmpty());
+            const QString pdf = dir.filePath(u"kind%1.pdf"_s.arg(kind));
+            const Run pdfRun = cli(args + QStringList{u"--pdf"_s, pdf});
+            QVERIFY2(pdfRun.exitCode == 0, qPrintable(pdfRun.err));
+            const QStringList pages = pdfPages(pdf);
+            const QString text = squeezed(pages.join(u'\n'));
+            const QString where = u"kind %1"_s.arg(kind);
+
+            // The text layer: no radical stands for an ideograph; every name and every fixed word
+            // of the form is there, character for character.
+            for (QChar c : text)
+                QVERIFY2(c.unicode() < 0x2E80 || c.unicode() > 0x2FDF, qPrintable(where + u": "_s + c));
+            for (const QString& title :
+                 {u"請求先施設名"_s, u"施術施設名"_s, u"施設名"_s, u"利用者名"_s, u"治療院名"_s, u"本社名"_s,
+                  u"請求元社名"_s, u"本社住所"_s, u"治療院住所"_s}) {
+                if (data.col(title) < 0)
+                    continue;
+                for (qsizetype r = 0; r < data.rows.size(); ++r)
+                    QVERIFY2(text.contains(squeezed(data.at(r, title))),
+                             qPrintable(where + u": "_s + data.at(r, title)));
+            }
+            for (const QString& word : fixedTexts(layouts.filePath(layoutOf[kind - 1])))
+                QVERIFY2(text.contains(squeezed(word)), qPrintable(where + u": "_s + word));
+
+            // Groups as the layout names them, each starting on a new page.
+            const bool invoice = kind == 1 || kind == 6;
+            const bool list = kind == 2 || kind == 3;
+            const int perPage = invoice ? 25 : list ? 18 : 1;
+            const QStringList key = invoice ? QStringList{u"請求先施設ID"_s, u"請求先施設名"_s}
+                                    : list  ? QStringList{u"施設ID"_s}
+                                            : QStringList{u"利用者ID"_s, u"利用者名"_s};
+            auto keyOf = [&](qsizetype r) {
+                QStringList k;
+                for (const QString& c : key)
+                    k.append(data.at(r, c));
+                return k;
+            };
+            int page = 0;
+            for (qsizetype first = 0; first < data.rows.size();) {
+                qsizetype end = first;
+                while (end < data.rows.size() && keyOf(end) == keyOf(first))
+                    ++end;
+                const int count = int(end - first);
+                const int groupPages = (count + perPage - 1) / perPage;
+                for (int k = 0; k < groupPages; ++k) {
+                    QVERIFY2(page + k < pages.size(), qPrintable(where));
+                    const QString& p = pages[page + k];
+                    const QString at = where + u" page "_s + QString::number(page + k + 1);
+                    QVERIFY2(hasPageNumber(p, k + 1, groupPages), qPrintable(at));
+                    QVERIFY2(!p.contains(u"2026"_s), qPrintable(at)); // one date style: era
+                    QVERIFY2(p.contains(eraDate(data.at(first, u"施術年月"_s), true)), qPrintable(at));
+                    QVERIFY2(p.contains(eraDate(data.at(first, u"提出年月"_s), false)), qPrintable(at));
+                    if (list) {
+                        QVERIFY2(p.contains(eraDate(data.at(first, u"施術日From"_s), false)), qPrintable(at));
+                        QVERIFY2(p.contains(eraDate(data.at(first, u"施術日To"_s), false)), qPrintable(at));
+                    }
+                    for (int slot = 0; slot < perPage && k * perPage + slot < count; ++slot) {
+                        const qsizetype r = first + k * perPage + slot;
+                        const int number = k * perPage + slot + 1; // within the invoice
+                        if (invoice && !data.at(r, u"施術施設名"_s).isEmpty())
+                            QVERIFY2(numberedRow(p, data.at(r, u"施術施設名"_s), number), qPrintable(at));
+                        if (list) {
+                            const int code = data.at(r, u"利用者負担割合"_s).toInt();
+                            QVERIFY2(
+                                numberedRow(p, data.at(r, u"利用者名"_s), number, u" %1割 "_s.arg(code - 1)),
+                                qPrintable(at + u" "_s + data.at(r, u"利用者名"_s)));
+                        }
+                        if (!invoice && !list) {
+                            const int code = data.at(r, u"負担割合"_s).toInt();
+                            QCOMPARE(p.count(u"%1割負担"_s.arg(code - 1)), 2);
+                            // The amount requested and the totals only where the patient's days end.
+                            const bool last = k == groupPages - 1;
+                            const double requested =
+                                data.at(r, u"自費合計"_s).toDouble() +
+                                (kind == 4 ? data.at(r, u"一部負担金合計"_s).toDouble() : 0);
+                            const QString amount = u"¥"_s + grouped(qint64(requested));
+                            QCOMPARE(p.count(u"次頁へ続く"_s), last ? 0 : 4);
+                            QCOMPARE(p.count(amount + (requested == qint64(requested) ? u"-"_s : u""_s)) > 0,
+                                     last);
+                            QCOMPARE(p.contains(u"¥"_s), last);
+                            // The month's insured total in the total row of both halves, on the last sheet.
+                            const QString insured = grouped(data.at(r, u"保険内金額合計"_s).toLongLong());
+                            int totals = 0;
+                            for (const QString& line : p.split(u'\n'))
+                                totals += line.contains(u"合計"_s) && line.contains(insured) ? 1 : 0;
+                            QCOMPARE(totals, last ? 2 : 0);
+                            continuedSeen = continuedSeen || !last;
+                        }
+                    }
+                }
+                if (invoice) {
+                    qint64 billed = 0;
+                    for (qsizetype r = first; r < end; ++r)
+                        billed += data.at(r, u"施術施設負担額"_s).toLongLong();
+                    QVERIFY2(pages[page].contains(u"¥"_s + grouped(billed) + u'-'), qPrintable(where));
+                }
+                page += groupPages;
+                first = end;
+            }
+            QCOMPARE(pages.size(), page);
+        }
+        QVERIFY(continuedSeen); // the demo month has patients with more than eleven days
     }
 };
 

@@ -108,7 +108,7 @@ inline QString patientRow(int no, qint32 facility, const QString& facilityName, 
                        n(0),
                        n(8),
                        n(total),
-                       n(1),
+                       n(2), // share code 2: 1割, as the amounts
                        n(billed),
                        n(1),
                        n(billed / 2),
@@ -142,9 +142,13 @@ inline QStringList receiptTitles()
     return t;
 }
 
-// One line of "請求書兼領収書.csv": days treatment days of 5,700 yen, 570 co-payment, 1,000 self-pay.
-inline QString receiptRow(qint32 id, const QString& patient, int days, const QString& seal)
+// One line of "請求書兼領収書.csv": days treatment days of 5,700 yen, 570.5 co-payment, 1,000
+// self-pay, the first being the patient's firstDay-th day of totalDays in the month (a patient with
+// more than eleven days has one line per eleven days).
+inline QString receiptRow(qint32 id, const QString& patient, int days, const QString& seal, int firstDay = 1,
+                          int totalDays = 0)
 {
+    const int month = totalDays > 0 ? totalDays : days;
     QStringList f = {q(u"1"_s),
                      q(u"2024/05/01"_s),
                      q(u"2024/06/05"_s),
@@ -153,14 +157,16 @@ inline QString receiptRow(qint32 id, const QString& patient, int days, const QSt
                      n(id),
                      q(patient),
                      n(1),
-                     n(1),
-                     n(days)};
+                     n(2), // share code 2: 1割
+                     n(month)};
     for (int i = 1; i <= 11; ++i) {
         const bool used = i <= days;
-        f << q(used ? u"2024/05/%1"_s.arg(i * 2, 2, 10, QChar(u'0')) : QString()) << n(used ? 5700 : 0)
+        const int day = firstDay + i - 1;
+        f << q(used ? u"2024/05/%1"_s.arg(day * 2, 2, 10, QChar(u'0')) : QString()) << n(used ? 5700 : 0)
           << (used ? u"570.5"_s : u"0"_s) << n(used ? 1000 : 0);
     }
-    f << n(5700 * days) << QString::number(570.5 * days) << n(1000 * days) << q(u"マッサージ 5部位"_s)
+    // The month totals, the same on every line of the patient.
+    f << n(5700 * month) << QString::number(570.5 * month) << n(1000 * month) << q(u"マッサージ 5部位"_s)
       << q(u""_s) << q(u""_s) << q(u"往療料加算"_s) << q(u"5/2 マッサージ、温あんあり"_s) << q(u"167-0051"_s)
       << q(u"東京都杉並区荻窪5-6-7"_s) << q(u"株式会社ほほえみ"_s) << q(u"ほほえみ鍼灸院"_s)
       << q(u"03-1234-5678"_s) << q(u"03-1234-5679"_s) << q(u"後期高齢"_s) << q(seal);
@@ -228,24 +234,67 @@ inline int pdfPages(const QString& pdf)
     return m.hasMatch() ? m.captured(1).toInt() : -1;
 }
 
-// The text of one page (1-based) or of all (0). Compatibility characters that poppler picks for
-// some CJK glyphs (Kangxi radicals for 老, 人 ...) are folded back with NFKC, and so are the
-// texts the tests look for.
-inline QString pdfText(const QString& pdf, int page = 0)
+// The text of one page (1-based) or of all (0), exactly as the PDF's text layer names it; layout
+// keeps the lines of the page (a table row on one line).
+inline QString pdfText(const QString& pdf, int page = 0, bool layout = false)
 {
     QStringList args;
+    if (layout)
+        args << u"-layout"_s;
     if (page > 0)
         args << u"-f"_s << n(page) << u"-l"_s << n(page);
     args << pdf << u"-"_s;
     QProcess p;
     p.start(u"pdftotext"_s, args);
     p.waitForFinished(60000);
-    return QString::fromUtf8(p.readAllStandardOutput()).normalized(QString::NormalizationForm_KC);
+    return QString::fromUtf8(p.readAllStandardOutput());
 }
 
-inline QString nfkc(const QString& s)
+// "n / m" as pdftotext gives it (with or without the blanks).
+inline bool hasPageNumber(const QString& text, int page, int pages)
 {
-    return s.normalized(QString::NormalizationForm_KC);
+    return text.contains(QRegularExpression(u"(^|\\s)%1\\s*/\\s*%2(\\s|$)"_s.arg(page).arg(pages)));
+}
+
+// Blanks say nothing in a PDF's text layer (they are gaps between glyphs): compared without them.
+inline QString squeezed(QString text)
+{
+    text.remove(QRegularExpression(u"[\\s\u3000]"_s));
+    return text;
+}
+
+// The line of a page's layout text that holds text (blanks aside).
+inline QString lineWith(const QString& page, const QString& text)
+{
+    for (const QString& line : page.split(u'\n')) {
+        if (squeezed(line).contains(squeezed(text)))
+            return line;
+    }
+    return {};
+}
+
+// A table row of a page's layout text: a line holding text (and more) that starts with number.
+inline bool numberedRow(const QString& page, const QString& text, int number, const QString& more = {})
+{
+    const QRegularExpression start(u"^\\s*%1\\s"_s.arg(number));
+    for (const QString& line : page.split(u'\n')) {
+        if (squeezed(line).contains(squeezed(text)) && start.match(line).hasMatch() &&
+            (more.isEmpty() || line.contains(more)))
+            return true;
+    }
+    return false;
+}
+
+// The CJK radicals (U+2E80-U+2FDF) in text: a PDF writer that maps a shared glyph back to its first
+// code point names 日 as U+2F47.
+inline QString radicalsIn(const QString& text)
+{
+    QString found;
+    for (QChar c : text) {
+        if (c.unicode() >= 0x2E80 && c.unicode() <= 0x2FDF && !found.contains(c))
+            found += c;
+    }
+    return found;
 }
 
 // Number of images drawn in the PDF ("pdfimages -list": two header lines, then one line per image

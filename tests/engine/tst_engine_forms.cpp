@@ -11,16 +11,6 @@
 using namespace Qt::StringLiterals;
 using namespace enginetest;
 
-namespace {
-
-// "n / m" as pdftotext gives it (with or without the blanks).
-bool hasPageNumber(const QString& text, int page, int pages)
-{
-    return text.contains(QRegularExpression(u"(^|\\s)%1 ?/ ?%2(\\s|$)"_s.arg(page).arg(pages)));
-}
-
-} // namespace
-
 class tst_engine_forms : public QObject
 {
     Q_OBJECT
@@ -62,9 +52,10 @@ private:
         lines << facilityRow(no++, 12, sakura, 1, u"さくら苑(自費)"_s, 0, 0, 5000, u"山田 太郎 様"_s, seal);
         while (no <= 25)
             lines << facilityRow(no++, 12, sakura, -1, {}, 0, 0, 0, {}, seal);
+        // 項番 runs on over the file, as the all-sites writer numbers it.
         for (int i = 1; i <= 30; ++i)
-            lines << facilityRow(i, 15, u"グループホーム ひまわり"_s, 0, u"ひまわり棟%1"_s.arg(i), 3, 30000,
-                                 3000, {}, seal);
+            lines << facilityRow(no++, 15, u"グループホーム ひまわり"_s, 0, u"ひまわり棟%1"_s.arg(i), 3,
+                                 30000, 3000, {}, seal);
         lines << facilityRow(1, 20, u"ケアハウス みどり"_s, 0, u"みどり館"_s, 2, 20000, 2000, {}, seal);
         for (int i = 2; i <= 50; ++i)
             lines << facilityRow(i, 20, u"ケアハウス みどり"_s, -1, {}, 0, 0, 0, {}, seal);
@@ -96,33 +87,52 @@ private slots:
         QCOMPARE(pdfPages(pdf), 5); // 1 + 2 + 2
 
         const QString first = pdfText(pdf, 1);
-        QVERIFY(first.contains(nfkc(u"特別養護老人ホーム さくら苑"_s)));
+        QVERIFY(first.contains(u"特別養護老人ホーム さくら苑"_s));
         QVERIFY(first.contains(u"御中"_s));
-        QVERIFY(first.contains(nfkc(u"ご請求金額"_s)));
-        QVERIFY(first.contains(nfkc(u"2024年5月分"_s)));
-        QVERIFY(first.contains(nfkc(u"2024年6月5日"_s)));
+        QVERIFY(first.contains(u"ご請求金額"_s));
+        QVERIFY(first.contains(u"令和6年5月分"_s)); // every date of the form in the era style
+        QVERIFY(first.contains(u"令和6年6月5日"_s));
+        QVERIFY(!first.contains(u"2024"_s));
         QVERIFY(first.contains(u"1,234,567"_s));
-        QVERIFY(first.contains(nfkc(u"¥375,368"_s))); // 3 x 123,456 + 5,000 boxed as the amount billed
-        QVERIFY(first.contains(nfkc(u"山田 太郎 様"_s)));
+        QVERIFY(first.contains(u"¥375,368"_s)); // 3 x 123,456 + 5,000 boxed as the amount billed
+        QVERIFY(first.contains(u"山田 太郎 様"_s));
         QVERIFY(hasPageNumber(first, 1, 1));
         QVERIFY(!first.contains(u"ひまわり"_s));
 
         // A new billing facility starts a new page, and its page numbers start again.
         const QString second = pdfText(pdf, 2);
-        QVERIFY(second.contains(nfkc(u"グループホーム ひまわり"_s)));
+        QVERIFY(second.contains(u"グループホーム ひまわり"_s));
         QVERIFY(hasPageNumber(second, 1, 2));
         QVERIFY(second.contains(u"ひまわり棟25"_s));
         QVERIFY(!second.contains(u"ひまわり棟26"_s));
         const QString third = pdfText(pdf, 3);
         QVERIFY(third.contains(u"ひまわり棟26"_s));
         QVERIFY(hasPageNumber(third, 2, 2));
-        QVERIFY(third.contains(nfkc(u"¥90,000"_s)));
+        // Line numbers count from 1 on every invoice, whatever the file's 項番.
+        const QString secondRows = pdfText(pdf, 2, true);
+        QVERIFY2(numberedRow(secondRows, u"ひまわり棟1 "_s, 1),
+                 qPrintable(lineWith(secondRows, u"ひまわり棟1 "_s)));
+        QVERIFY(numberedRow(secondRows, u"ひまわり棟25"_s, 25));
+        QVERIFY(numberedRow(pdfText(pdf, 3, true), u"ひまわり棟30"_s, 30));
+        QVERIFY(numberedRow(pdfText(pdf, 1, true), u"山田 太郎 様"_s, 6));
+        QVERIFY(third.contains(u"¥90,000"_s));
         QVERIFY(pdfText(pdf, 5).contains(u"ケアハウス"_s));
         QVERIFY(hasPageNumber(pdfText(pdf, 5), 2, 2));
 
-        // Everything Japanese is in an embedded Japanese font.
+        // The text layer names the characters drawn: 日, 月, 人, 老, 行 ... share a glyph with a
+        // radical in the font, and must not come out as the radical.
+        const QString all = pdfText(pdf);
+        QVERIFY2(radicalsIn(all).isEmpty(), qPrintable(radicalsIn(all)));
+        for (const QString& word :
+             {u"請"_s, u"求"_s, u"発行日"_s, u"特別養護老人ホーム さくら苑"_s, u"御中"_s, u"施術施設名"_s,
+              u"人数"_s, u"施術合計"_s, u"負担額"_s, u"備考"_s, u"合計"_s,
+              u"下記のとおりご請求申し上げます。"_s, u"株式会社ほほえみ"_s, u"東京都杉並区荻窪5-6-7"_s,
+              u"令和6年5月分"_s, u"施術費"_s})
+            QVERIFY2(all.contains(word), qPrintable(word));
+
+        // Everything Japanese is in an embedded font: the text-layer copy of IPAex.
         const Run fonts = runProgram(u"pdffonts"_s, {pdf});
-        QVERIFY(fonts.err.contains(u"IPAex"_s));
+        QVERIFY(fonts.err.contains(u"QelprnTextLayer"_s));
         for (const QString& line : fonts.err.split(u'\n').mid(2)) {
             if (!line.trimmed().isEmpty())
                 QVERIFY2(line.contains(u" yes "_s), qPrintable(line));
@@ -142,6 +152,46 @@ private slots:
             QVERIFY(!pdf.isEmpty());
             QCOMPARE(pdfPages(pdf), 5);
             QCOMPARE(pdfImages(pdf), 0);
+        }
+    }
+
+    // The seal lies over the end of the company name, wherever the name ends, and never over the
+    // address lines below it.
+    void sealOverTheEndOfTheName()
+    {
+        auto sealBox = [this](const QString& name, const QString& corp) {
+            QStringList lines = facilityLines(m_seal);
+            for (QString& line : lines)
+                line.replace(u"\"株式会社ほほえみ\""_s, q(corp));
+            const QString command = path(name + u".dat"_s);
+            if (!writeCp932(path(name + u".csv"_s), lines) ||
+                !writeCommandFile(command, layoutPath(u"施設別請求書.wfd"_s), u"施設請求データ"_s,
+                                  name + u".csv"_s) ||
+                runEngine({u"--png"_s, path(name), u"--dpi"_s, u"100"_s, u"/c"_s, command}).exitCode != 0)
+                return QRect();
+            const QImage page(path(name + u"/page-0001.png"_s));
+            QRect box;
+            for (int y = 0; y < page.height(); ++y) {
+                for (int x = 0; x < page.width(); ++x) {
+                    const QColor c = page.pixelColor(x, y);
+                    if (c.red() > 150 && c.green() < 100 && c.blue() < 100)
+                        box |= QRect(x, y, 1, 1);
+                }
+            }
+            return box;
+        };
+        const double mm = 100 / 25.4;
+        const QRect shortName = sealBox(u"short"_s, u"ほほえみ"_s);
+        const QRect longName = sealBox(u"long"_s, u"株式会社ほほえみ在宅ケア　訪問マッサージ部"_s);
+        QVERIFY(!shortName.isNull() && !longName.isNull());
+        // 4 characters of 11 pt end about 54 mm before the 21 of the long name (squeezed to its box).
+        QVERIFY2(longName.left() - shortName.left() > 40 * mm,
+                 qPrintable(u"%1 %2"_s.arg(shortName.left()).arg(longName.left())));
+        for (const QRect& seal : {shortName, longName}) {
+            // Page margin 12 mm, band 20 mm: the name's line is 8-14 mm into the band, the postcode's
+            // line begins at 14 mm.
+            QVERIFY2(seal.bottom() < (12 + 20 + 14) * mm, qPrintable(QString::number(seal.bottom() / mm)));
+            QVERIFY(seal.bottom() > (12 + 20 + 8) * mm);
         }
     }
 
@@ -168,58 +218,97 @@ private slots:
         QVERIFY(!pdf.isEmpty());
         QCOMPARE(pdfPages(pdf), 3);
         const QString first = pdfText(pdf, 1);
-        QVERIFY(first.contains(nfkc(u"介護付き有料老人ホーム あおば"_s)));
+        QVERIFY(first.contains(u"介護付き有料老人ホーム あおば"_s));
         QVERIFY(first.contains(u"御中"_s));
-        QVERIFY(first.contains(nfkc(u"令和6年5月分"_s)));
-        QVERIFY(first.contains(nfkc(u"佐藤 花子1"_s)));
-        QVERIFY(first.contains(nfkc(u"様"_s)));
+        QVERIFY(first.contains(u"令和6年5月分"_s));
+        QVERIFY(first.contains(u"佐藤 花子1"_s));
+        QVERIFY(first.contains(u"様"_s));
         QVERIFY(first.contains(u"45,600"_s));
-        QVERIFY(first.contains(nfkc(extraTitle)));
-        QVERIFY(!first.contains(nfkc(u"お振込先"_s))); // the group footer is on the group's last page
+        QVERIFY(first.contains(extraTitle));
+        // The share code 2 is printed as the share, 1割; the facility's page numbers, its row numbers.
+        const QString rows = pdfText(pdf, 1, true);
+        QVERIFY2(lineWith(rows, u"佐藤 花子1 "_s).contains(u"1割"_s),
+                 qPrintable(lineWith(rows, u"佐藤 花子1 "_s)));
+        QVERIFY(!first.contains(u"2割"_s));
+        QVERIFY(numberedRow(rows, u"佐藤 花子1 "_s, 1));
+        QVERIFY(first.contains(u"令和6年5月1日"_s));
+        QVERIFY(first.contains(u"令和6年5月31日"_s));
+        QVERIFY(first.contains(u"令和6年6月5日"_s));
+        QVERIFY(hasPageNumber(first, 1, 2));
+        QVERIFY(radicalsIn(pdfText(pdf)).isEmpty());
+        QVERIFY(!first.contains(u"お振込先"_s)); // the group footer is on the group's last page
         const QString second = pdfText(pdf, 2);
-        QVERIFY(second.contains(nfkc(u"佐藤 花子19"_s)));
+        QVERIFY(second.contains(u"佐藤 花子19"_s));
         QVERIFY(hasPageNumber(second, 2, 2));
         QVERIFY(second.contains(u"912,000"_s)); // 20 x 45,600
-        QVERIFY(second.contains(nfkc(u"お振込先"_s)));
-        QVERIFY(second.contains(nfkc(u"ホホエミシンキュウイン"_s)));
+        QVERIFY(second.contains(u"お振込先"_s));
+        QVERIFY(second.contains(u"ホホエミシンキュウイン"_s));
         const QString third = pdfText(pdf, 3);
-        QVERIFY(third.contains(nfkc(u"ケアハウス みどり"_s)));
+        QVERIFY(third.contains(u"ケアハウス みどり"_s));
         QVERIFY(hasPageNumber(third, 1, 1));
+        QVERIFY(numberedRow(pdfText(pdf, 3, true), u"佐藤 花子21"_s, 1));
     }
 
-    void invoiceReceiptOneSheetPerRow_data()
+    void invoiceReceiptSheetsPerPatient_data()
     {
         QTest::addColumn<QString>("layout");
         QTest::addColumn<QString>("amount");
         QTest::newRow("kind 4") << u"請求書兼領収書_回数区分あり.wfd"_s
-                                << u"¥12,564"_s; // 4,564 co-payment + 8,000 self-pay
-        QTest::newRow("kind 5") << u"請求書兼領収書_回数区分あり_自費.wfd"_s << u"¥8,000"_s;
+                                << u"¥12,564-"_s; // 4,564 co-payment + 8,000 self-pay
+        QTest::newRow("kind 5") << u"請求書兼領収書_回数区分あり_自費.wfd"_s << u"¥8,000-"_s;
     }
 
-    void invoiceReceiptOneSheetPerRow()
+    void invoiceReceiptSheetsPerPatient()
     {
         QFETCH(QString, layout);
         QFETCH(QString, amount);
+        // Two patients of 8 days, one of 13 (days 1-11 on its first line, 12-13 on its second).
         QStringList lines = {header(receiptTitles())};
-        for (int i = 0; i < 3; ++i)
-            lines << receiptRow(7000 + i, u"田中 一郎%1"_s.arg(i), i == 2 ? 11 : 8, m_seal);
+        lines << receiptRow(7000, u"田中 一郎0"_s, 8, m_seal);
+        lines << receiptRow(7001, u"田中 一郎1"_s, 11, m_seal, 1, 13)
+              << receiptRow(7001, u"田中 一郎1"_s, 2, m_seal, 12, 13);
+        lines << receiptRow(7002, u"田中 一郎2"_s, 8, m_seal);
         QVERIFY(writeCp932(path(u"請求書兼領収書.csv"_s), lines));
         const QString pdf = render(u"kind45"_s, layout, u"請求書兼領収書"_s, u"請求書兼領収書.csv"_s);
         QVERIFY(!pdf.isEmpty());
-        QCOMPARE(pdfPages(pdf), 3);
+        QCOMPARE(pdfPages(pdf), 4);
         const QString first = pdfText(pdf, 1);
-        QCOMPARE(first.count(nfkc(u"田中 一郎0"_s)), 2); // invoice half and receipt half
-        QVERIFY(first.count(nfkc(u"様"_s)) >= 2);
-        QVERIFY(first.contains(nfkc(u"令和6年5月分"_s)));
-        QVERIFY(first.contains(nfkc(amount)));
+        QCOMPARE(first.count(u"田中 一郎0"_s), 2); // invoice half and receipt half
+        QVERIFY(first.count(u"様"_s) >= 2);
+        QVERIFY(first.contains(u"令和6年5月分"_s));
+        QVERIFY(first.contains(u"令和6年6月5日"_s));
+        QVERIFY(first.contains(u"領収日"_s));
+        QCOMPARE(first.count(amount), 2);
+        QCOMPARE(first.count(u"1割負担"_s), 2); // share code 2
+        QVERIFY(!first.contains(u"2割"_s));
         QVERIFY(first.contains(u"5/16"_s));  // the eighth day
         QVERIFY(!first.contains(u"5/18"_s)); // no ninth day on this sheet
         QVERIFY(first.contains(u"45,600"_s));
         QVERIFY(first.contains(u"4,564"_s)); // a fractional co-payment total keeps its digits
-        QVERIFY(first.contains(nfkc(u"後期高齢"_s)));
-        QVERIFY(first.contains(nfkc(u"ほほえみ鍼灸院"_s)));
-        QVERIFY(pdfText(pdf, 3).contains(u"5/22"_s)); // all eleven day lines
-        QCOMPARE(pdfImages(pdf), 6);                  // the seal on both halves of three sheets
+        QVERIFY(first.contains(u"後期高齢"_s));
+        QVERIFY(first.contains(u"ほほえみ鍼灸院"_s));
+        QVERIFY(hasPageNumber(first, 1, 1));
+        QVERIFY(!first.contains(u"次頁へ続く"_s));
+
+        // The 13-day patient: page numbers of the patient, the month totals only on the last sheet.
+        const QString goesOn = pdfText(pdf, 2, true);
+        QVERIFY(hasPageNumber(goesOn, 1, 2));
+        QVERIFY(goesOn.contains(u"5/22"_s));        // the eleventh day
+        QCOMPARE(goesOn.count(u"次頁へ続く"_s), 4); // amount billed and total row, on both halves
+        QVERIFY2(!lineWith(goesOn, u"合計"_s).contains(QRegularExpression(u"\\d"_s)),
+                 qPrintable(lineWith(goesOn, u"合計"_s)));
+        QVERIFY(!goesOn.contains(u"74,100"_s)); // 13 x 5,700
+        QVERIFY(!goesOn.contains(u"¥"_s));
+        const QString last = pdfText(pdf, 3, true);
+        QVERIFY(hasPageNumber(last, 2, 2));
+        QVERIFY(last.contains(u"5/24"_s) && last.contains(u"5/26"_s));
+        QVERIFY(!last.contains(u"5/22"_s));
+        QVERIFY(!last.contains(u"次頁へ続く"_s));
+        QCOMPARE(last.count(u"74,100"_s), 2);
+        QVERIFY(last.contains(u"7,416.5"_s)); // 13 x 570.5
+        QVERIFY(hasPageNumber(pdfText(pdf, 4), 1, 1));
+        QVERIFY(radicalsIn(pdfText(pdf)).isEmpty());
+        QCOMPARE(pdfImages(pdf), 8); // the seal on both halves of four sheets
     }
 };
 
