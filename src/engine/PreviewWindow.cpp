@@ -123,7 +123,7 @@ void PreviewWindow::placeOn(const QRect& available)
     const QRect placed = placeInside(m_settings.geometry, kPreferredSize, available,
                                      QMargins(border, titleBar, border, border));
     resize(placed.size());
-    move(placed.topLeft());
+    move(placed.topLeft() - QPoint(border, titleBar)); // move() places the frame
 }
 
 PreviewWindowSettings PreviewWindow::settings() const

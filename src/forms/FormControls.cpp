@@ -135,7 +135,7 @@ void fitWindowInto(QWidget& window, const QSize& wanted, const QRect& available)
     window.resize(size);
     QRect placed(QPoint(), size);
     placed.moveCenter(area.center());
-    window.move(placed.topLeft());
+    window.move(placed.topLeft() - QPoint(frame.left(), frame.top())); // move() places the frame
 }
 
 QRect availableArea(const QWidget& window)

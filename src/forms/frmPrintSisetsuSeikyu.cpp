@@ -509,6 +509,8 @@ bool frmPrintSisetsuSeikyu::Form_Load()
     lookUpPatient();
     loadSiteGrid();
     optSelJob_Click(selectedJob());
+    // The keyboard starts at the form kind, so arrow keys choose it.
+    optPrint[1]->setFocus();
     return true;
 }
 
