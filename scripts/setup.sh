@@ -9,7 +9,7 @@ packages=(
     libicu-dev
     unixodbc unixodbc-dev libsqliteodbc tdsodbc
     fonts-ipaexfont-gothic fonts-ipaexfont-mincho
-    poppler-utils sqlite3 time xvfb xauth
+    poppler-utils sqlite3 time xvfb xauth qt6-translations-l10n
     clang libclang-rt-14-dev
 )
 

@@ -4,6 +4,7 @@
 #include "engine/FormDocument.h"
 #include "engine/FormOutput.h"
 #include "engine/PreviewWindow.h"
+#include "engine/PreviewWindowSlot.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -112,7 +113,13 @@ int runEngine(const QStringList& args, QTextStream& err)
 
     switch (job.action) {
     case EngineJob::Action::Preview: {
-        PreviewWindow window(document);
+        // A newer preview of the same form replaces this one.
+        PreviewWindowSlot slot(job.layoutPath);
+        slot.claim();
+        PreviewWindow window(document, PreviewWindowSettings::load());
+        window.setRemembered(true);
+        window.setPdfBaseName(pdfBaseName(job));
+        QObject::connect(&slot, &PreviewWindowSlot::closeRequested, &window, &QWidget::close);
         window.show();
         return QApplication::exec() == 0 && !window.failed() ? 0 : 2;
     }

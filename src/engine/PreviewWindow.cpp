@@ -3,16 +3,22 @@
 #include "engine/FormOutput.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QComboBox>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSpinBox>
+#include <QStandardPaths>
+#include <QStyle>
 #include <QToolBar>
 
 using namespace Qt::StringLiterals;
@@ -22,14 +28,18 @@ namespace qelprn::engine {
 namespace {
 
 const QList<int> kPercents = {25, 50, 75, 100, 125, 150, 200, 300};
+// Room around the page inside the scroll area.
+constexpr int kPageMargin = 24;
+// The size of a new preview window before the screen is taken into account.
+const QSize kPreferredSize(900, 1000);
 
 } // namespace
 
-PreviewWindow::PreviewWindow(FormDocument& document, QWidget* parent)
-    : QMainWindow(parent), m_document(document)
+PreviewWindow::PreviewWindow(FormDocument& document, const PreviewWindowSettings& settings, QWidget* parent)
+    : QMainWindow(parent), m_document(document), m_settings(settings), m_pdfBaseName(document.title())
 {
     setWindowTitle(document.title());
-    resize(900, 1000);
+    resize(kPreferredSize);
 
     m_view = new QLabel;
     m_view->setAlignment(Qt::AlignCenter);
@@ -38,6 +48,8 @@ PreviewWindow::PreviewWindow(FormDocument& document, QWidget* parent)
     m_scroll->setWidgetResizable(true);
     m_scroll->setBackgroundRole(QPalette::Dark);
     setCentralWidget(m_scroll);
+    // The fitted zooms follow the scroll area's size once it is laid out, not the window's.
+    m_scroll->installEventFilter(this);
 
     QToolBar* bar = addToolBar(u"表示"_s);
     bar->setMovable(false);
@@ -71,14 +83,15 @@ PreviewWindow::PreviewWindow(FormDocument& document, QWidget* parent)
     for (int p : kPercents)
         m_zoomBox->addItem(QString::number(p) + u'%');
     bar->addWidget(m_zoomBox);
-    connect(m_zoomBox, &QComboBox::activated, this, [this](int index) {
+    const auto applyZoomIndex = [this](int index) {
         if (index == 0)
             setZoom(Fit::Width);
         else if (index == 1)
             setZoom(Fit::Page);
         else
             setZoom(Fit::Percent, kPercents.value(index - 2, 100));
-    });
+    };
+    connect(m_zoomBox, &QComboBox::activated, this, applyZoomIndex);
     QAction* zoomIn = new QAction(this);
     zoomIn->setShortcuts({QKeySequence::ZoomIn, QKeySequence(Qt::CTRL | Qt::Key_Equal)});
     connect(zoomIn, &QAction::triggered, this, [this] { zoomStep(1); });
@@ -90,7 +103,59 @@ PreviewWindow::PreviewWindow(FormDocument& document, QWidget* parent)
     connect(close, &QAction::triggered, this, &QWidget::close);
     addActions({zoomIn, zoomOut, close});
 
+    // The remembered zoom; the page is painted once the window is shown at its real size.
+    const int zoom = qBound(0, m_settings.zoomIndex, int(kPercents.size()) + 1);
+    m_fit = zoom == 0 ? Fit::Width : zoom == 1 ? Fit::Page : Fit::Percent;
+    m_percent = zoom >= 2 ? kPercents.at(zoom - 2) : 100;
+    const QScreen* screen =
+        m_settings.geometry.isValid() ? QGuiApplication::screenAt(m_settings.geometry.center()) : nullptr;
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    if (screen)
+        placeOn(screen->availableGeometry());
+}
+
+void PreviewWindow::placeOn(const QRect& available)
+{
+    // Room for the window manager's title bar and borders, which the inner geometry leaves out.
+    const int border = style()->pixelMetric(QStyle::PM_DefaultFrameWidth) + 4;
+    const int titleBar = style()->pixelMetric(QStyle::PM_TitleBarHeight) + 8;
+    const QRect placed = placeInside(m_settings.geometry, kPreferredSize, available,
+                                     QMargins(border, titleBar, border, border));
+    resize(placed.size());
+    move(placed.topLeft() - QPoint(border, titleBar)); // move() places the frame
+}
+
+PreviewWindowSettings PreviewWindow::settings() const
+{
+    PreviewWindowSettings out = m_settings;
+    out.zoomIndex = m_fit == Fit::Width  ? 0
+                    : m_fit == Fit::Page ? 1
+                                         : int(qMax(qsizetype(0), kPercents.indexOf(m_percent))) + 2;
+    out.geometry = isVisible() ? normalGeometry() : m_settings.geometry;
+    return out;
+}
+
+void PreviewWindow::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    // The layout has given the scroll area its size by now; paint at the chosen zoom.
     render();
+}
+
+void PreviewWindow::closeEvent(QCloseEvent* event)
+{
+    m_settings = settings();
+    if (m_remember)
+        m_settings.save();
+    QMainWindow::closeEvent(event);
+}
+
+bool PreviewWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_scroll && event->type() == QEvent::Resize && m_fit != Fit::Percent && isVisible())
+        render();
+    return QMainWindow::eventFilter(watched, event);
 }
 
 QString PreviewWindow::pageText() const
@@ -130,23 +195,19 @@ void PreviewWindow::zoomStep(int direction)
     setZoom(Fit::Percent, next);
 }
 
-void PreviewWindow::resizeEvent(QResizeEvent* event)
-{
-    QMainWindow::resizeEvent(event);
-    if (m_fit != Fit::Percent)
-        render();
-}
-
 void PreviewWindow::render()
 {
     if (m_document.pageCount() == 0)
         return;
     const QSizeF page = m_document.pageSizeUnits();
-    const QSize area = m_scroll->viewport()->size() - QSize(24, 24);
+    // The area without scroll bars, so fitting does not flip between two widths as a bar comes
+    // and goes; fitting the width leaves room for the vertical bar a tall page needs.
+    const QSize area = m_scroll->maximumViewportSize() - QSize(kPageMargin, kPageMargin);
+    const int bar = m_scroll->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, m_scroll);
     const qreal dpr = devicePixelRatioF();
     switch (m_fit) {
     case Fit::Width:
-        m_scale = area.width() / page.width();
+        m_scale = (area.width() - bar) / page.width();
         break;
     case Fit::Page:
         m_scale = qMin(area.width() / page.width(), area.height() / page.height());
@@ -222,12 +283,22 @@ bool PreviewWindow::saveAsPdf(const QString& file)
     return ok;
 }
 
+QString PreviewWindow::proposedPdfPath() const
+{
+    QString folder = m_settings.pdfFolder;
+    if (folder.isEmpty() || !QFileInfo(folder).isDir())
+        folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QDir(folder).filePath(m_pdfBaseName + u".pdf"_s);
+}
+
 void PreviewWindow::saveAsPdfInteractive()
 {
     const QString file =
-        QFileDialog::getSaveFileName(this, u"PDF保存"_s, m_document.title() + u".pdf"_s, u"PDF (*.pdf)"_s);
-    if (!file.isEmpty())
-        saveAsPdf(file);
+        QFileDialog::getSaveFileName(this, u"PDF保存"_s, proposedPdfPath(), u"PDF (*.pdf)"_s);
+    if (file.isEmpty())
+        return;
+    m_settings.pdfFolder = QFileInfo(file).absolutePath();
+    saveAsPdf(file);
 }
 
 } // namespace qelprn::engine

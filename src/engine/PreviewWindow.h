@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/FormDocument.h"
+#include "engine/PreviewWindowSettings.h"
 
 #include <QImage>
 #include <QMainWindow>
@@ -16,7 +17,9 @@ namespace qelprn::engine {
 // Shows one page of the document at a time: scroll with the wheel, page with Page Up / Page Down
 // (Home / End for the first and last page), zoom to the page width, the whole page or a
 // percentage (Ctrl++ / Ctrl+-), print through the print dialog (Ctrl+P) or save as PDF (Ctrl+S).
-// The window title is the job's title.
+// The window title is the job's title. The first paint is at the chosen zoom; the window opens
+// inside the screen's free area, and the zoom, the window's place and the PDF folder are kept for
+// the next preview (PreviewWindowSettings).
 class PreviewWindow : public QMainWindow
 {
     Q_OBJECT
@@ -24,7 +27,9 @@ class PreviewWindow : public QMainWindow
 public:
     enum class Fit { Width, Page, Percent };
 
-    explicit PreviewWindow(FormDocument& document, QWidget* parent = nullptr);
+    // settings: what earlier previews left (PreviewWindowSettings::load() for the real program).
+    explicit PreviewWindow(FormDocument& document, const PreviewWindowSettings& settings = {},
+                           QWidget* parent = nullptr);
 
     int currentPage() const { return m_page; } // 0-based
     void setPage(int page);
@@ -33,6 +38,15 @@ public:
     QString pageText() const;
     QImage pageImage() const { return m_image; }
     bool failed() const { return m_failed; }
+    // The zoom, geometry and PDF folder to keep.
+    PreviewWindowSettings settings() const;
+    // Saves settings() when the window closes (the real program; tests leave it off).
+    void setRemembered(bool remember) { m_remember = remember; }
+    // Places the window inside available (a screen's free area), at the remembered or default size.
+    void placeOn(const QRect& available);
+    // The file name the PDF dialog proposes, without ".pdf" (default: the title).
+    void setPdfBaseName(const QString& name) { m_pdfBaseName = name; }
+    QString proposedPdfPath() const;
 
     // Writes the whole document to file; shows a message box on failure.
     bool saveAsPdf(const QString& file);
@@ -42,7 +56,9 @@ public slots:
     void saveAsPdfInteractive();
 
 protected:
-    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void render();
@@ -55,6 +71,9 @@ private:
     int m_percent = 100;
     qreal m_scale = 1;
     bool m_failed = false;
+    bool m_remember = false;
+    PreviewWindowSettings m_settings;
+    QString m_pdfBaseName;
     QImage m_image;
     QScrollArea* m_scroll = nullptr;
     QLabel* m_view = nullptr;

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QPushButton>
@@ -31,6 +32,20 @@ QMessageBox::Icon iconOf(MsgIcon icon)
         break;
     }
     return QMessageBox::NoIcon;
+}
+
+// A short message makes a narrow box whose title bar cuts the title ("エ… 印刷"): the box is made
+// at least as wide as its title with room for the title bar's buttons.
+void keepTitleVisible(QMessageBox& box)
+{
+    auto* grid = qobject_cast<QGridLayout*>(box.layout());
+    if (!grid)
+        return;
+    QFont titleFont = box.font();
+    titleFont.setBold(true);
+    const int width = QFontMetrics(titleFont).horizontalAdvance(box.windowTitle()) + 160;
+    grid->addItem(new QSpacerItem(width, 0, QSizePolicy::Minimum, QSizePolicy::Fixed), grid->rowCount(), 0, 1,
+                  grid->columnCount());
 }
 
 // Progress shows only after this long, so quick runs never flash a dialog.
@@ -64,6 +79,7 @@ MsgResult DesktopInteraction::messageBox(const QString& text, const QString& tit
         box.button(QMessageBox::Yes)->setText(u"はい(&Y)"_s);
         box.button(QMessageBox::No)->setText(u"いいえ(&N)"_s);
     }
+    keepTitleVisible(box);
     const int answer = box.exec();
     if (busy)
         QApplication::restoreOverrideCursor();

@@ -2,14 +2,51 @@
 
 #include <QComboBox>
 #include <QDateEdit>
+#include <QEvent>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QSpinBox>
+#include <QStyle>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
 namespace qelprn {
+
+namespace {
+
+// Selects the date part under a click once the click has placed the cursor, so that typing
+// overwrites the part instead of inserting into it.
+class SectionOnClick : public QObject
+{
+public:
+    explicit SectionOnClick(QDateEdit* box) : QObject(box), m_box(box)
+    {
+        // Clicks land on the box's text field.
+        box->installEventFilter(this);
+        if (auto* text = box->findChild<QLineEdit*>())
+            text->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::MouseButtonRelease || event->type() == QEvent::FocusIn) {
+            QTimer::singleShot(0, m_box, [box = m_box] {
+                if (box->hasFocus())
+                    box->setSelectedSection(box->currentSection());
+            });
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QDateEdit* m_box;
+};
+
+} // namespace
 
 QString indexed(const QString& name, int index)
 {
@@ -30,6 +67,11 @@ QLineEdit* makeNameBox(QWidget* parent, const QString& name)
     box->setReadOnly(true);
     box->setFocusPolicy(Qt::NoFocus);
     box->setMinimumWidth(box->fontMetrics().horizontalAdvance(u'あ') * 14);
+    // setText leaves the cursor at the end, which would show the end of a long name.
+    QObject::connect(box, &QLineEdit::textChanged, box, [box](const QString& text) {
+        box->setCursorPosition(0);
+        box->setToolTip(text);
+    });
     return box;
 }
 
@@ -57,6 +99,7 @@ QDateEdit* makeDateBox(QWidget* parent, const QString& name)
     box->setObjectName(name);
     box->setDisplayFormat(u"yyyy/MM/dd"_s);
     box->setCalendarPopup(true);
+    new SectionOnClick(box);
     return box;
 }
 
@@ -70,6 +113,35 @@ QSpinBox* makeCodeBox(QWidget* parent, const QString& objectName)
     box->setAccelerated(false);
     box->setMinimumWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("0000000000")) + 12);
     return box;
+}
+
+} // namespace qelprn
+
+namespace qelprn {
+
+void fitWindowInto(QWidget& window, const QSize& wanted, const QRect& available)
+{
+    // The frame is known once the window manager has framed the window; before that, a title bar
+    // and thin borders are assumed.
+    QMargins frame(4, window.style()->pixelMetric(QStyle::PM_TitleBarHeight) + 8, 4, 4);
+    if (window.isVisible() && window.frameGeometry() != window.geometry()) {
+        const QRect outer = window.frameGeometry();
+        const QRect inner = window.geometry();
+        frame = QMargins(inner.left() - outer.left(), inner.top() - outer.top(),
+                         outer.right() - inner.right(), outer.bottom() - inner.bottom());
+    }
+    const QRect area = available.marginsRemoved(frame);
+    const QSize size = wanted.expandedTo(window.minimumSize()).boundedTo(area.size());
+    window.resize(size);
+    QRect placed(QPoint(), size);
+    placed.moveCenter(area.center());
+    window.move(placed.topLeft() - QPoint(frame.left(), frame.top())); // move() places the frame
+}
+
+QRect availableArea(const QWidget& window)
+{
+    const QScreen* screen = window.screen() ? window.screen() : QGuiApplication::primaryScreen();
+    return screen ? screen->availableGeometry() : QRect(0, 0, 1024, 768);
 }
 
 } // namespace qelprn

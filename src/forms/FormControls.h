@@ -11,6 +11,8 @@ class QDateEdit;
 class QLabel;
 class QLineEdit;
 class QPushButton;
+class QRect;
+class QSize;
 class QSpinBox;
 class QWidget;
 
@@ -24,12 +26,18 @@ QString indexed(const QString& name, int index);
 // A code input: digits only, 0 to 999999999, no arrows, right-aligned; 0 stands for "none".
 QSpinBox* makeCodeBox(QWidget* parent, const QString& objectName);
 QLabel* makeLabel(QWidget* parent, const QString& name, const QString& caption);
-// A read-only name shown beside a code.
+// A read-only name shown beside a code; a long name shows its start, the whole name is its tool tip.
 QLineEdit* makeNameBox(QWidget* parent, const QString& name);
 QPushButton* makeSearchButton(QWidget* parent, const QString& name, const QString& tip);
 QComboBox* makeCombo(QWidget* parent, const QString& name);
-// A date input shown as "yyyy/mm/dd".
+// A date input shown as "yyyy/mm/dd"; a click selects the clicked part, so typing replaces it.
 QDateEdit* makeDateBox(QWidget* parent, const QString& name);
+
+// Gives a top-level window the wanted size, at most a screen's free area (the screen less its task
+// bars) less room for the window manager's frame, and centres it in that area.
+void fitWindowInto(QWidget& window, const QSize& wanted, const QRect& available);
+// The free area of the screen a window is on (the primary screen before it is shown).
+QRect availableArea(const QWidget& window);
 
 // An option group name_0 .. name_N-1 with the given captions, in a button group whose ids are the
 // indexes.

@@ -24,6 +24,7 @@ public:
     // "完了" when the run said nothing, else the first line of its most serious message.
     QString outcome() const;
     bool failed() const { return m_failed; }
+    bool hasMessage() const { return !m_message.isEmpty(); }
 
 private:
     Interaction& m_inner;

@@ -1,17 +1,21 @@
 #include "forms/SearchDialogBase.h"
 
 #include "app/ProgramTitle.h"
+#include "forms/FormControls.h"
 #include "forms/OnlineHelp.h"
+#include "forms/ReadingKey.h"
 #include "master/OwnConnection.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -35,7 +39,7 @@ SearchDialogBase::SearchDialogBase(const AppContext& ctx, const QString& title, 
     but_Read = new QPushButton(u"検索(&S)"_s, this);
     but_Read->setObjectName(u"but_Read"_s);
     but_Read->setToolTip(u"抽出条件で検索します (F4)"_s);
-    connect(but_Read, &QPushButton::clicked, this, [this] { iDsp1ranSub(); });
+    connect(but_Read, &QPushButton::clicked, this, [this] { search(); });
 
     laJouken = new QLabel(u"抽出条件："_s, this);
     laJouken->setObjectName(u"laJouken"_s);
@@ -51,6 +55,8 @@ SearchDialogBase::SearchDialogBase(const AppContext& ctx, const QString& title, 
     spr_1ran->verticalHeader()->setDefaultSectionSize(spr_1ran->fontMetrics().height() + 8);
     spr_1ran->setWordWrap(false);
     spr_1ran->horizontalHeader()->setStretchLastSection(true);
+    // Tab moves on to the buttons instead of walking the cells.
+    spr_1ran->setTabKeyNavigation(false);
     connect(spr_1ran, &QTableWidget::cellDoubleClicked, this, [this] { vWhenSeledOK(); });
 
     but_Act = new QPushButton(u"確 定"_s, this);
@@ -67,7 +73,7 @@ SearchDialogBase::SearchDialogBase(const AppContext& ctx, const QString& title, 
 
     auto* menuBar = new QMenuBar(this);
     QMenu* menu = menuBar->addMenu(u"機能(&F)"_s);
-    menu->addAction(u"検索"_s, QKeySequence(Qt::Key_F4), this, [this] { iDsp1ranSub(); });
+    menu->addAction(u"検索"_s, QKeySequence(Qt::Key_F4), this, [this] { search(); });
     menu->addAction(u"確定"_s, QKeySequence(Qt::Key_F5), this, [this] { vWhenSeledOK(); });
     menu->addAction(u"閉じる"_s, QKeySequence(Qt::Key_F12), this, &QDialog::reject);
     QMenu* help = menuBar->addMenu(u"ヘルプ(&H)"_s);
@@ -81,12 +87,21 @@ SearchDialogBase::SearchDialogBase(const AppContext& ctx, const QString& title, 
     buttons->addStretch(1);
     buttons->addWidget(but_Act);
     buttons->addWidget(but_End);
+    // On a screen smaller than the dialog its body scrolls; the menu stays in view.
+    auto* body = new QWidget;
+    auto* bodyLayout = new QVBoxLayout(body);
+    bodyLayout->addLayout(top);
+    bodyLayout->addWidget(laJouken);
+    bodyLayout->addWidget(spr_1ran, 1);
+    bodyLayout->addLayout(buttons);
+    auto* scroll = new QScrollArea(this);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setWidget(body);
     auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->setMenuBar(menuBar);
-    layout->addLayout(top);
-    layout->addWidget(laJouken);
-    layout->addWidget(spr_1ran, 1);
-    layout->addLayout(buttons);
+    layout->addWidget(scroll);
 }
 
 void SearchDialogBase::setColumns(const QStringList& headers, const QList<int>& widths)
@@ -104,6 +119,44 @@ void SearchDialogBase::addFilter(int row, int col, const QString& label, QWidget
     caption->setBuddy(widget);
     m_filters->addWidget(caption, row, col * 2);
     m_filters->addWidget(widget, row, col * 2 + 1);
+}
+
+void SearchDialogBase::setReadingFilter(QLineEdit* filter, int column)
+{
+    m_readingFilter = filter;
+    m_readingColumn = column;
+}
+
+void SearchDialogBase::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        QWidget* focus = focusWidget();
+        if (focus && m_filters->parentWidget()->isAncestorOf(focus)) {
+            search();
+            return;
+        }
+        if (focus == spr_1ran) {
+            vWhenSeledOK();
+            return;
+        }
+    }
+    QDialog::keyPressEvent(event);
+}
+
+void SearchDialogBase::showEvent(QShowEvent* event)
+{
+    // The dialog's own size, but never larger than the screen it opens on.
+    if (!m_placed) {
+        m_placed = true;
+        fitWindowInto(*this, size(), availableArea(*this));
+    }
+    QDialog::showEvent(event);
+}
+
+qint16 SearchDialogBase::search()
+{
+    m_userSearch = true;
+    return iDsp1ranSub();
 }
 
 QString SearchDialogBase::joiner(QString& conditions)
@@ -158,9 +211,11 @@ qint16 SearchDialogBase::iDsp1ranSub()
         return -1;
     RecordSet& rs = own.rs();
     QList<QStringList> rows;
+    const QString reading = m_readingFilter ? m_readingFilter->text() : QString();
     while (!rs.isEOF()) {
         QStringList cells = cellsOf(rs);
-        if (acceptsRow(cells, rows.isEmpty() ? QStringList() : rows.constLast()))
+        if (readingMatches(cells.value(m_readingColumn), reading) &&
+            acceptsRow(cells, rows.isEmpty() ? QStringList() : rows.constLast()))
             rows.append(std::move(cells));
         rs.moveNext();
     }
@@ -185,15 +240,18 @@ qint16 SearchDialogBase::iDsp1ranSub()
     }
     spr_1ran->setUpdatesEnabled(true);
     but_Act->setEnabled(true);
-    if (preselectRow >= 0) {
-        spr_1ran->setCurrentCell(preselectRow, 0);
-        spr_1ran->selectRow(preselectRow);
-        spr_1ran->scrollToItem(spr_1ran->item(preselectRow, 0));
+    // The first load keeps a caller's code that is not listed from choosing another row unseen;
+    // otherwise the first row is current, so Enter or F5 confirms a single hit at once.
+    const int current = preselectRow >= 0 ? preselectRow : (m_preselect > 0 && !m_userSearch) ? -1 : 0;
+    if (current >= 0) {
+        spr_1ran->setCurrentCell(current, 0);
+        spr_1ran->selectRow(current);
+        spr_1ran->scrollToItem(spr_1ran->item(current, 0));
     } else {
-        // Without a listed preselection no row is active, so choosing needs a deliberate pick.
         spr_1ran->setCurrentIndex(QModelIndex());
         spr_1ran->clearSelection();
     }
+    spr_1ran->setFocus();
     return 0;
 }
 

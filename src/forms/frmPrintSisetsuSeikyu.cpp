@@ -26,12 +26,15 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
+#include <QScreen>
+#include <QScrollArea>
 #include <QSpinBox>
 #include <QStatusBar>
 #include <QTime>
@@ -75,14 +78,16 @@ void frmPrintSisetsuSeikyu::buildControls()
     buildConditionFrames();
     buildSiteFrames();
 
-    cbPreview = new QPushButton(u"ﾌﾟﾚﾋﾞｭｰ"_s, this);
+    // The captions carry the function keys that press them (the menu holds the shortcuts).
+    cbPreview = new QPushButton(u"F5 ﾌﾟﾚﾋﾞｭｰ"_s, this);
     cbPreview->setObjectName(u"cbPreview"_s);
     cbPreview->setToolTip(u"画面に表示します (F5)"_s);
-    cbPrint = new QPushButton(u"印刷"_s, this);
+    cbPrint = new QPushButton(u"F9 印刷"_s, this);
     cbPrint->setObjectName(u"cbPrint"_s);
-    cbPrint->setToolTip(u"プリンターに出力します (Ctrl+P)"_s);
-    cbReturn = new QPushButton(u"戻る"_s, this);
+    cbPrint->setToolTip(u"プリンターに出力します (F9 / Ctrl+P)"_s);
+    cbReturn = new QPushButton(u"F12 戻る"_s, this);
     cbReturn->setObjectName(u"cbReturn"_s);
+    cbReturn->setToolTip(u"終了してメニューに戻ります (F12)"_s);
     cmdMenu = new QPushButton(u"メインメニュー"_s, this);
     cmdMenu->setObjectName(u"cmdMenu"_s);
     for (QPushButton* b : {cbPreview, cbPrint, cbReturn, cmdMenu}) {
@@ -103,19 +108,22 @@ void frmPrintSisetsuSeikyu::buildControls()
     StatusBar1->addWidget(m_statusSite);
     StatusBar1->addWidget(m_statusRun, 1);
 
+    // Three columns (conditions; sorting and printed names; sites) keep the form low enough for a
+    // 1366×768 screen, or 1920×1080 at 150 %, with a task bar.
     auto* left = new QVBoxLayout;
     left->addWidget(frmAbsSeikyuSisetsu);
     left->addWidget(frmAbsSejutsuSisetsu);
     left->addWidget(frmAbsRiyousha);
-    left->addWidget(frmPrintSisetsu);
     left->addStretch(1);
 
-    auto* sortRow = new QHBoxLayout;
-    sortRow->addWidget(frmSort);
-    sortRow->addWidget(FraCorpFc);
+    auto* centre = new QVBoxLayout;
+    centre->addWidget(frmSelectSisetsu);
+    centre->addWidget(frmSort);
+    centre->addWidget(frmPrintSisetsu);
+    centre->addStretch(1);
+
     auto* right = new QVBoxLayout;
-    right->addWidget(frmSelectSisetsu);
-    right->addLayout(sortRow);
+    right->addWidget(FraCorpFc);
     right->addWidget(FraKyoten);
     right->addWidget(FrmSelKyoten, 1);
 
@@ -127,8 +135,9 @@ void frmPrintSisetsuSeikyu::buildControls()
     top->addLayout(topRight, 2);
 
     auto* middle = new QHBoxLayout;
-    middle->addLayout(left, 1);
-    middle->addLayout(right, 1);
+    middle->addLayout(left, 3);
+    middle->addLayout(centre, 2);
+    middle->addLayout(right, 2);
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
@@ -146,9 +155,16 @@ void frmPrintSisetsuSeikyu::buildControls()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->setMenuBar(menuBar);
-    auto* margins = new QWidget(this);
+    auto* margins = new QWidget;
+    margins->setObjectName(u"FormBody"_s);
     margins->setLayout(body);
-    layout->addWidget(margins, 1);
+    // On a screen smaller than the form the conditions scroll; menu and status bar stay in view.
+    auto* scroll = new QScrollArea(this);
+    scroll->setObjectName(u"FormScroll"_s);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setWidget(margins);
+    layout->addWidget(scroll, 1);
     layout->addWidget(StatusBar1);
 
     // Keyboard order follows the form: kinds, dates, conditions, sorting, sites, buttons.
@@ -309,9 +325,10 @@ void frmPrintSisetsuSeikyu::buildSiteFrames()
     QButtonGroup* sorts = nullptr;
     optSort = makeOptions<3>(frmSort, u"optSort"_s, {u"ID番号"_s, u"フリガナ"_s, u"部屋番号"_s}, sorts);
     optSort[0]->setChecked(true);
-    auto* sortBox = new QVBoxLayout(frmSort);
+    auto* sortBox = new QHBoxLayout(frmSort);
     for (QRadioButton* r : optSort)
         sortBox->addWidget(r);
+    sortBox->addStretch(1);
 
     frmSelectSisetsu = new QGroupBox(u"出力時の並び順"_s, this);
     frmSelectSisetsu->setObjectName(u"frmSelectSisetsu"_s);
@@ -330,9 +347,10 @@ void frmPrintSisetsuSeikyu::buildSiteFrames()
     optSelCorp = makeOptions<3>(FraCorpFc, u"optSelCorp"_s, {u"事業所"_s, u"ＦＣ"_s, u"全て"_s}, corps);
     optSelCorp[0]->setChecked(true);
     connect(corps, &QButtonGroup::idClicked, this, &frmPrintSisetsuSeikyu::optSelCorp_Click);
-    auto* corpBox = new QVBoxLayout(FraCorpFc);
+    auto* corpBox = new QHBoxLayout(FraCorpFc);
     for (QRadioButton* r : optSelCorp)
         corpBox->addWidget(r);
+    corpBox->addStretch(1);
 
     FraKyoten = new QGroupBox(u"印刷を行う事業所の選択"_s, this);
     FraKyoten->setObjectName(u"FraKyoten"_s);
@@ -354,7 +372,7 @@ void frmPrintSisetsuSeikyu::buildSiteFrames()
     LblSetKyoten->setFont(bold);
     sprKyoten = new SiteGridWidget(FrmSelKyoten);
     sprKyoten->setObjectName(u"sprKyoten"_s);
-    sprKyoten->setMinimumHeight(sprKyoten->fontMetrics().height() * 8);
+    sprKyoten->setMinimumHeight(sprKyoten->fontMetrics().height() * 6);
     auto* siteBox = new QVBoxLayout(FrmSelKyoten);
     siteBox->addWidget(LblSetKyoten);
     siteBox->addWidget(sprKyoten, 1);
@@ -375,14 +393,16 @@ void frmPrintSisetsuSeikyu::buildMenu(QWidget* menuHost)
     };
     add(mnMenu, u"mnF03"_s, u"施術者検索"_s, QKeySequence(Qt::Key_F3), [this] { searchStaff(); });
     add(mnMenu, u"mnSerch"_s, u"患者検索"_s, QKeySequence(Qt::Key_F4), [this] { searchPatient(); });
-    add(mnMenu, u"mnPrint"_s, u"印刷"_s, QKeySequence(Qt::CTRL | Qt::Key_P), [this] { cbPrint_Click(); });
+    QAction* print =
+        add(mnMenu, u"mnPrint"_s, u"印刷"_s, QKeySequence(Qt::Key_F9), [this] { cbPrint_Click(); });
+    print->setShortcuts({QKeySequence(Qt::Key_F9), QKeySequence(Qt::CTRL | Qt::Key_P)});
     add(mnMenu, u"mnPreview"_s, u"プレビュー"_s, QKeySequence(Qt::Key_F5), [this] { cbPreview_Click(); });
     mnMenu->addSeparator()->setObjectName(u"mnKugiri1"_s);
     add(mnMenu, u"mnMenuReturn"_s, u"メインメニュー"_s, QKeySequence(), [this] {
         bMenuReturn = true;
         accept();
     });
-    add(mnMenu, u"mnReturn"_s, u"戻る"_s, QKeySequence(), [this] {
+    add(mnMenu, u"mnReturn"_s, u"戻る"_s, QKeySequence(Qt::Key_F12), [this] {
         bMenuReturn = false;
         reject();
     });
@@ -489,6 +509,8 @@ bool frmPrintSisetsuSeikyu::Form_Load()
     lookUpPatient();
     loadSiteGrid();
     optSelJob_Click(selectedJob());
+    // The keyboard starts at the form kind, so arrow keys choose it.
+    optPrint[1]->setFocus();
     return true;
 }
 
@@ -731,8 +753,13 @@ void frmPrintSisetsuSeikyu::runPrint(qint16 mode)
     if (m_print)
         m_print(m_ctx, mode, *this);
     const QString saved = iSavePrintSettings() == 0 ? QString() : u"（設定を保存できませんでした）"_s;
+    // The engine runs on its own: a quiet run has only opened its window, and whether anything
+    // was printed is decided in the engine's print dialog.
+    const QString outcome = recorder.hasMessage() ? recorder.outcome()
+                            : mode == 0           ? u"プレビューを開きました"_s
+                                                  : u"印刷ダイアログを開きました"_s;
     m_statusRun->setText(u"前回の処理："_s + (mode == 0 ? u"プレビュー "_s : u"印刷 "_s) +
-                         QTime::currentTime().toString(u"HH:mm"_s) + u" "_s + recorder.outcome() + saved);
+                         QTime::currentTime().toString(u"HH:mm"_s) + u" "_s + outcome + saved);
 }
 
 bool frmPrintSisetsuSeikyu::readPrintFormValues(PrintFormValues& values)
@@ -764,6 +791,26 @@ QList<SelectedDatabase> frmPrintSisetsuSeikyu::selectedDatabases()
     return sprKyoten->checkedSites();
 }
 
+// ---- keyboard and screen ------------------------------------------------------------------------
+
+void frmPrintSisetsuSeikyu::keyPressEvent(QKeyEvent* event)
+{
+    // A stray Esc must not close the form and lose the entered conditions: F12 and 戻る do that.
+    if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier) {
+        event->accept();
+        return;
+    }
+    QDialog::keyPressEvent(event);
+}
+
+void frmPrintSisetsuSeikyu::fitInto(const QRect& available)
+{
+    // The scroll area would report a small size of its own; the form wants its whole body.
+    const auto* body = findChild<QWidget*>(u"FormBody"_s);
+    const int bars = layout()->menuBar()->sizeHint().height() + StatusBar1->sizeHint().height();
+    fitWindowInto(*this, body->sizeHint() + QSize(0, bars), available);
+}
+
 // ---- searches and look-ups ------------------------------------------------------------------------
 
 void frmPrintSisetsuSeikyu::searchFacility(int index)
@@ -783,6 +830,9 @@ void frmPrintSisetsuSeikyu::searchFacility(int index)
 
 void frmPrintSisetsuSeikyu::searchStaff()
 {
+    // The shortcut must not fill a box the form kind has switched off.
+    if (!btn_StaffSelect->isEnabled())
+        return;
     cls施術者検索 search(m_ctx);
     search.nSeledCD = imNum_StaffNo->value();
     const qint16 result = search.iDspStart(this);
@@ -800,6 +850,8 @@ void frmPrintSisetsuSeikyu::searchStaff()
 
 void frmPrintSisetsuSeikyu::searchPatient()
 {
+    if (!btn_KanjaSelect->isEnabled())
+        return;
     cls患者検索 search(m_ctx);
     search.nSeledCD = imNum_CD->value();
     search.nTantouCD = imNum_StaffNo->value();

@@ -60,6 +60,9 @@ public:
     qint16 iSavePrintSettings();
     void iLoadPrintSettings();
 
+    // Sizes the window to its contents, at most the free area of a screen, and centres it there.
+    void fitInto(const QRect& available);
+
     // 0 when the computer's name is known (it stamps the suite's writes), -1 otherwise.
     qint16 iGetComputerName();
 
@@ -108,6 +111,9 @@ public:
     QPushButton* cbReturn = nullptr;
     QPushButton* cmdMenu = nullptr;
     QStatusBar* StatusBar1 = nullptr;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void buildControls();

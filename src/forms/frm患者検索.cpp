@@ -39,6 +39,7 @@ frm患者検索::frm患者検索(const AppContext& ctx, QDate today, QWidget* pa
     in_SiboriID = makeCodeBox(frame, u"in_SiboriID"_s);
     txt_SiboriName = makeTextFilter(u"txt_SiboriName"_s);
     txt_SiboriKana = makeTextFilter(u"txt_SiboriKana"_s);
+    setReadingFilter(txt_SiboriKana, 2);
     txt_SiboriTel = makeTextFilter(u"txt_SiboriTel"_s);
     cmb_Tantou = new QComboBox(frame);
     cmb_Tantou->setObjectName(u"cmb_Tantou"_s);
@@ -106,8 +107,7 @@ QString frm患者検索::listSql() const
                   QString::number(m_ctx.iBaseKyotenEb);
     if (!txt_SiboriName->text().isEmpty())
         sql += u" AND cName LIKE '%"_s + sqlText(txt_SiboriName->text()) + u"%'"_s;
-    if (!txt_SiboriKana->text().isEmpty())
-        sql += u" AND cNameKana LIKE '%"_s + sqlText(txt_SiboriKana->text()) + u"%'"_s;
+    // The reading filter is applied to the fetched rows (SearchDialogBase::setReadingFilter).
     if (!txt_SiboriTel->text().isEmpty())
         sql += u" AND cTelNo LIKE '%"_s + sqlText(txt_SiboriTel->text()) + u"%'"_s;
     // Unless asked for, patients whose treatment ended before the bound month stay hidden.

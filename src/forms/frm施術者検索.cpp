@@ -23,6 +23,7 @@ frm施術者検索::frm施術者検索(const AppContext& ctx, QWidget* parent)
     in_SiboriID = makeCodeBox(frame, u"in_SiboriID"_s);
     txt_SiboriName = makeTextFilter(u"txt_SiboriName"_s);
     txt_SiboriKana = makeTextFilter(u"txt_SiboriKana"_s);
+    setReadingFilter(txt_SiboriKana, 2);
     cmb_Kyoten = new QComboBox(frame);
     cmb_Kyoten->setObjectName(u"cmb_Kyoten"_s);
     in_SoudanID = makeCodeBox(frame, u"in_SoudanID"_s);
@@ -96,8 +97,7 @@ QString frm施術者検索::listSql() const
     QString conditions;
     if (!txt_SiboriName->text().isEmpty())
         sql += joiner(conditions) + u" cName LIKE '%"_s + sqlText(txt_SiboriName->text()) + u"%'"_s;
-    if (!txt_SiboriKana->text().isEmpty())
-        sql += joiner(conditions) + u" cNameKana LIKE '%"_s + sqlText(txt_SiboriKana->text()) + u"%'"_s;
+    // The reading filter is applied to the fetched rows (SearchDialogBase::setReadingFilter).
     if (!chk_Chusi->isChecked())
         sql += joiner(conditions) + u" (iChusiFlg = 0 OR iChusiFlg IS NULL)"_s;
     if (in_SiboriID->value() > 0)

@@ -22,6 +22,7 @@ frm施設検索::frm施設検索(const AppContext& ctx, QWidget* parent)
     in_SiboriID = makeCodeBox(frame, u"in_SiboriID"_s);
     txt_SiboriName = makeTextFilter(u"txt_SiboriName"_s);
     txt_SiboriKana = makeTextFilter(u"txt_SiboriKana"_s);
+    setReadingFilter(txt_SiboriKana, 2);
     addFilter(0, 0, u"施設ID(&I)"_s, in_SiboriID);
     addFilter(1, 0, u"名称(&N)"_s, txt_SiboriName);
     addFilter(1, 1, u"かな(&K)"_s, txt_SiboriKana);
@@ -49,8 +50,7 @@ QString frm施設検索::listSql() const
     QString sql = u" select"_s + u"      *"_s + u" from"_s + u"      SISETSU"_s;
     if (!txt_SiboriName->text().isEmpty())
         sql += joiner(conditions) + u" cShamei1 LIKE '%"_s + sqlText(txt_SiboriName->text()) + u"%'"_s;
-    if (!txt_SiboriKana->text().isEmpty())
-        sql += joiner(conditions) + u" cShameiKana1 LIKE '%"_s + sqlText(txt_SiboriKana->text()) + u"%'"_s;
+    // The reading filter is applied to the fetched rows (SearchDialogBase::setReadingFilter).
     if (in_SiboriID->value() > 0)
         sql += joiner(conditions) + u" nIDNo = "_s + QString::number(in_SiboriID->value());
     sql += joiner(conditions) + u" iKikanShubetsu = 1 "_s;

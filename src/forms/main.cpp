@@ -4,8 +4,8 @@
 // Diagnostics (environment): QELPRN_SCREENSHOT_DIR=<folder> saves pictures of the form and its
 // dialogs there and ends (QELPRN_SCREENSHOT_SUFFIX is added to the file names);
 // QELPRN_QUIT_WHEN_READY=1 prints the start-up time once the main form is usable and ends.
+#include "app/JapaneseTranslation.h"
 #include "app/Paths.h"
-#include "app/ProgramTitle.h"
 #include "forms/DesktopInteraction.h"
 #include "forms/ScreenshotTour.h"
 #include "forms/mod施設請求書Main.h"
@@ -25,7 +25,8 @@ int main(int argc, char* argv[])
     started.start();
     QApplication app(argc, argv);
     QApplication::setApplicationName(u"qelprn"_s);
-    QApplication::setApplicationDisplayName(qelprn::csSeikyuTitle());
+    // No display name: Qt would append it to every window and message box title.
+    qelprn::installJapaneseTranslation(app);
 
     qelprn::DesktopInteraction ui;
     qelprn::AppContext ctx;

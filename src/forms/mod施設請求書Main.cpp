@@ -1,6 +1,7 @@
 #include "forms/mod施設請求書Main.h"
 
 #include "app/StartupCheck.h"
+#include "forms/FormControls.h"
 #include "forms/MenuProgram.h"
 #include "forms/frmBack.h"
 
@@ -19,6 +20,7 @@ int Main(AppContext& ctx, const QString& commandLine, const frmPrintSisetsuSeiky
 
     frmPrintSisetsuSeikyu form(ctx, print, QDate::currentDate(), &back);
     if (form.Form_Load()) {
+        form.fitInto(availableArea(form));
         if (whenShown)
             QTimer::singleShot(0, &form, [&form, &whenShown] { whenShown(form); });
         form.exec();

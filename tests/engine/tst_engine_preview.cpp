@@ -1,24 +1,166 @@
-// The preview window on Qt's offscreen platform: title, page count, navigation, zoom, PDF saving.
+// The preview window on Qt's offscreen platform: title, page count, navigation, zoom, PDF saving;
+// its first paint, its place on the screen, what it remembers, one preview per form, and Qt's own
+// dialogs in Japanese.
 
 #include "EngineTestData.h"
+#include "app/JapaneseTranslation.h"
 #include "engine/CommandFile.h"
 #include "engine/FormDocument.h"
 #include "engine/PreviewWindow.h"
+#include "engine/PreviewWindowSlot.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QPrintDialog>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSignalSpy>
+#include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
 using namespace enginetest;
 using namespace qelprn::engine;
 
+namespace {
+
+// A one-page facility invoice job in dir.
+bool openInvoice(const QTemporaryDir& dir, EngineJob& job, FormDocument& document)
+{
+    const QStringList lines = {header(facilityTitles()),
+                               facilityRow(1, 12, u"さくら苑"_s, 0, u"本館"_s, 1, 10000, 1000, {}, {})};
+    EngineError error;
+    return writeCp932(dir.filePath(u"data.csv"_s), lines) &&
+           writeCommandFile(dir.filePath(u"WfdCom.dat"_s), layoutPath(u"施設別請求書.wfd"_s),
+                            u"施設請求データ"_s, u"data.csv"_s) &&
+           readCommandFile(dir.filePath(u"WfdCom.dat"_s), job, &error) && document.open(job, &error);
+}
+
+qreal shownWidth(const PreviewWindow& window)
+{
+    return window.pageImage().width() / window.pageImage().devicePixelRatio();
+}
+
+} // namespace
+
 class tst_engine_preview : public QObject
 {
     Q_OBJECT
 
 private slots:
+    void initTestCase()
+    {
+        // Settings and the documents folder go to a test location, not the user's.
+        QStandardPaths::setTestModeEnabled(true);
+    }
+
+    void firstPaintPlacementAndMemory()
+    {
+        QTemporaryDir dir;
+        EngineJob job;
+        FormDocument document;
+        QVERIFY(openInvoice(dir, job, document));
+
+        // 1366×768 less a task bar: the window opens inside and the first paint fits the width.
+        const QRect screen(0, 0, 1366, 720);
+        {
+            PreviewWindow window(document);
+            window.placeOn(screen);
+            QVERIFY(screen.contains(window.geometry()));
+            window.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&window));
+            const int viewport = window.findChild<QScrollArea*>()->viewport()->width();
+            QVERIFY2(shownWidth(window) > viewport - 60 && shownWidth(window) <= viewport,
+                     qPrintable(u"page %1 px in %2 px"_s.arg(shownWidth(window)).arg(viewport)));
+        }
+        // A remembered place off this screen is moved onto it; the remembered zoom is used at once.
+        PreviewWindowSettings remembered;
+        remembered.zoomIndex = 1; // whole page
+        remembered.geometry = QRect(3000, 2000, 1200, 1500);
+        PreviewWindow window(document, remembered);
+        window.placeOn(screen);
+        QVERIFY(screen.contains(window.geometry()));
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        const QSize viewport = window.findChild<QScrollArea*>()->viewport()->size();
+        QVERIFY(window.pageImage().height() / window.pageImage().devicePixelRatio() <= viewport.height());
+        QVERIFY(shownWidth(window) < viewport.width() - 60);
+
+        // What is kept: zoom, place and the PDF folder, through the engine's settings.
+        window.setZoom(PreviewWindow::Fit::Percent, 150);
+        window.move(40, 30);
+        PreviewWindowSettings kept = window.settings();
+        QCOMPARE(kept.zoomIndex, 7);
+        QCOMPARE(kept.geometry, window.normalGeometry());
+        kept.pdfFolder = dir.path();
+        kept.save();
+        const PreviewWindowSettings loaded = PreviewWindowSettings::load();
+        QCOMPARE(loaded.zoomIndex, 7);
+        QCOMPARE(loaded.geometry, kept.geometry);
+        QCOMPARE(loaded.pdfFolder, dir.path());
+
+        // The PDF is proposed as "<form>_<billing month>.pdf", in the last folder or the documents.
+        QCOMPARE(pdfBaseName(job), u"施設別請求書_202405"_s);
+        window.setPdfBaseName(pdfBaseName(job));
+        QCOMPARE(QFileInfo(window.proposedPdfPath()).fileName(), u"施設別請求書_202405.pdf"_s);
+        QCOMPARE(QFileInfo(window.proposedPdfPath()).absolutePath(),
+                 QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+        PreviewWindow again(document, loaded);
+        again.setPdfBaseName(pdfBaseName(job));
+        QCOMPARE(again.proposedPdfPath(), QDir(dir.path()).filePath(u"施設別請求書_202405.pdf"_s));
+    }
+
+    void newerPreviewOfTheFormReplacesTheOlder()
+    {
+        const QString invoice = layoutPath(u"施設別請求書.wfd"_s);
+        PreviewWindowSlot first(invoice);
+        QVERIFY(first.claim(500));
+        QSignalSpy firstClosed(&first, &PreviewWindowSlot::closeRequested);
+        // Another form leaves it open.
+        PreviewWindowSlot other(layoutPath(u"一部負担金一覧表_02.wfd"_s));
+        QVERIFY(other.claim(500));
+        QCOMPARE(firstClosed.count(), 0);
+        // The same form closes it and takes its place, and is closed by the next one in turn.
+        PreviewWindowSlot second(invoice);
+        QVERIFY(second.claim(2000));
+        QCOMPARE(firstClosed.count(), 1);
+        QSignalSpy secondClosed(&second, &PreviewWindowSlot::closeRequested);
+        PreviewWindowSlot third(invoice);
+        QVERIFY(third.claim(2000));
+        QCOMPARE(secondClosed.count(), 1);
+        QCOMPARE(firstClosed.count(), 1);
+    }
+
+    void qtDialogsSpeakJapanese()
+    {
+        const QString loaded = qelprn::installJapaneseTranslation(*qApp);
+        QVERIFY2(!loaded.isEmpty(), "qtbase_ja.qm not found (Debian package qt6-translations-l10n)");
+        QCOMPARE(QLocale().toString(QDate(2026, 11, 23), u"dddd"_s), u"月曜日"_s);
+
+        QTemporaryDir dir;
+        EngineJob job;
+        FormDocument document;
+        QVERIFY(openInvoice(dir, job, document));
+        PreviewWindow window(document);
+        QStringList buttons;
+        QString title;
+        QTimer::singleShot(0, [&] {
+            auto* dialog = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget());
+            if (!dialog)
+                return;
+            title = dialog->windowTitle();
+            for (const QPushButton* b : dialog->findChildren<QPushButton*>())
+                buttons.append(b->text());
+            dialog->reject();
+        });
+        window.print();
+        QVERIFY2(buttons.contains(u"印刷(&P)"_s), qPrintable(buttons.join(u", "_s)));
+        QVERIFY2(buttons.contains(u"キャンセル"_s), qPrintable(buttons.join(u", "_s)));
+        QVERIFY2(!title.contains(u"Print"_s), qPrintable(title));
+    }
+
     void navigatesZoomsAndSaves()
     {
         QTemporaryDir dir;

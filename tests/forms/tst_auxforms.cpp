@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTimer>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -167,6 +168,29 @@ private slots:
         TestInteraction ui;
         QVERIFY(!qelprn::bStartMenuProgram(folder.context(ui), true));
         QCOMPARE(qelprn::menuProgramArguments(false), QStringList{u"2"_s});
+    }
+
+    void desktopMessageBoxKeepsItsTitle()
+    {
+        // The exact title, no program name after it, and a box wide enough to show it whole.
+        qelprn::DesktopInteraction ui;
+        QString title;
+        int width = 0;
+        int needed = 0;
+        QTimer::singleShot(0, [&] {
+            QWidget* box = QApplication::activeModalWidget();
+            if (!box)
+                return;
+            title = box->windowTitle();
+            width = box->width();
+            QFont bold = box->font();
+            bold.setBold(true);
+            needed = QFontMetrics(bold).horizontalAdvance(title);
+            box->close();
+        });
+        ui.messageBox(u"OK"_s, u"選択エラー"_s, qelprn::MsgIcon::Exclamation);
+        QCOMPARE(title, u"選択エラー"_s);
+        QVERIFY2(width >= needed + 150, qPrintable(u"%1 px for a %2 px title"_s.arg(width).arg(needed)));
     }
 
     void desktopBusyPointer()

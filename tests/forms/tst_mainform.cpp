@@ -12,7 +12,11 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSpinBox>
+#include <QStatusBar>
+#include <QTimer>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -380,6 +384,90 @@ private slots:
         QVERIFY(f.form->readPrintFormValues(v));
         QCOMPARE(v.imNum_ShisetuCD[0], 100);
         QCOMPARE(v.cmbKaishaKbnEnabled, (std::array<bool, 2>{false, true}));
+    }
+
+    void keyboardOnTheForm()
+    {
+        Fixture f;
+        QVERIFY(f.load());
+        // A stray Esc keeps the form and its conditions; nothing runs.
+        QTest::keyClick(f.form.get(), Qt::Key_Escape);
+        QTest::keyClick(f.form->imD_Out, Qt::Key_Escape);
+        QVERIFY(f.form->isVisible());
+        QVERIFY(f.runs.modes.isEmpty());
+        // The buttons show the keys that press them.
+        QVERIFY(f.form->cbPreview->text().startsWith(u"F5 "_s));
+        QVERIFY(f.form->cbPrint->text().startsWith(u"F9 "_s));
+        QVERIFY(f.form->cbReturn->text().startsWith(u"F12 "_s));
+
+        // A click into the year and typing replaces the year.
+        QDateEdit* month = f.form->imD_Out;
+        auto* monthText = month->findChild<QLineEdit*>();
+        QTest::mouseClick(
+            monthText, Qt::LeftButton, {},
+            QPoint(monthText->fontMetrics().horizontalAdvance(u"20"_s) + 4, monthText->height() / 2));
+        QTRY_COMPARE(monthText->selectedText(), u"2026"_s);
+        QTest::keyClicks(month, u"2025"_s);
+        QCOMPARE(month->date(), QDate(2025, 10, 1));
+
+        // A long name shows its start.
+        f.form->txtShisetu[0]->setText(u"社会福祉法人　やすらぎ会　特別養護老人ホーム　やすらぎの郷　本館"_s);
+        QCOMPARE(f.form->txtShisetu[0]->cursorPosition(), 0);
+
+        // F4 under kind 6 opens no search and fills nothing into the greyed patient box.
+        f.chooseKind(5);
+        bool opened = false;
+        QTimer::singleShot(200, [&opened] {
+            if (QWidget* modal = QApplication::activeModalWidget()) {
+                opened = true;
+                modal->close();
+            }
+        });
+        QTest::keyClick(f.form.get(), Qt::Key_F4);
+        QTest::keyClick(f.form.get(), Qt::Key_F3);
+        QTest::qWait(300);
+        QVERIFY(!opened);
+        f.chooseKind(3);
+        qelprn::PrintFormValues v;
+        f.form->readPrintFormValues(v);
+        QCOMPARE(v.imNum_CD, 0);
+
+        // F5 runs one preview; the status bar tells what the run did, not more.
+        QTest::keyClick(f.form.get(), Qt::Key_F5);
+        QCOMPARE(f.runs.modes, QList<qint16>{0});
+        QVERIFY(f.form->findChild<QLabel*>(u"StatusRun"_s)->text().endsWith(u"プレビューを開きました"_s));
+        f.ui.setNextAnswers({MsgResult::Yes});
+        QTest::keyClick(f.form.get(), Qt::Key_F9);
+        QCOMPARE(f.runs.modes, (QList<qint16>{0, 1}));
+        QVERIFY(f.form->findChild<QLabel*>(u"StatusRun"_s)->text().endsWith(u"印刷ダイアログを開きました"_s));
+
+        // F12 is 戻る: the form closes for the menu with " 2".
+        QTest::keyClick(f.form.get(), Qt::Key_F12);
+        QVERIFY(!f.form->isVisible());
+        QVERIFY(!f.form->bMenuReturn);
+    }
+
+    void formFitsTheScreen()
+    {
+        Fixture f;
+        QVERIFY(f.load());
+        f.chooseKind(5);
+        auto* scroll = f.form->findChild<QScrollArea*>(u"FormScroll"_s);
+        // 1366×768 at 100 % and 1920×1080 at 150 %, less a 48 px task bar: all of the form shows.
+        for (const QRect& screen : {QRect(0, 0, 1366, 720), QRect(0, 0, 1280, 688)}) {
+            f.form->fitInto(screen);
+            QVERIFY(screen.contains(f.form->geometry()));
+            QTRY_COMPARE(scroll->verticalScrollBar()->maximum(), 0);
+            QCOMPARE(scroll->horizontalScrollBar()->maximum(), 0);
+        }
+        // Smaller: the form stays inside and its body scrolls to the buttons; the status bar stays.
+        const QRect tiny(0, 0, 800, 450);
+        f.form->fitInto(tiny);
+        QVERIFY(tiny.contains(f.form->geometry()));
+        QTRY_VERIFY(scroll->verticalScrollBar()->maximum() > 0);
+        scroll->ensureWidgetVisible(f.form->cbPreview);
+        QVERIFY(!f.form->cbPreview->visibleRegion().isEmpty());
+        QVERIFY(f.form->rect().contains(f.form->StatusBar1->geometry()));
     }
 
     void closingChoosesTheMenuArgument()

@@ -89,7 +89,7 @@ private slots:
         QVERIFY(QTest::qWaitFor([&] { return calls.exists() && calls.size() > 0; }, 10000));
         QVERIFY(calls.open(QIODevice::ReadOnly));
         QCOMPARE(QString::fromUtf8(calls.readAll()).section(u'\n', 0, 0), u"/c"_s);
-        QVERIFY(form.findChild<QLabel*>(u"StatusRun"_s)->text().endsWith(u"完了"_s));
+        QVERIFY(form.findChild<QLabel*>(u"StatusRun"_s)->text().endsWith(u"プレビューを開きました"_s));
         if (kind == 5) {
             // All sites over both databases of the demo.
             const QList<qelprn::SelectedDatabase> chosen = form.selectedDatabases();

@@ -1,4 +1,5 @@
 #include "FormsTestData.h"
+#include "forms/FormControls.h"
 #include "forms/cls患者検索.h"
 #include "forms/cls施術者検索.h"
 #include "forms/cls施設検索.h"
@@ -13,6 +14,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QTableWidget>
 #include <QTimer>
@@ -75,7 +78,8 @@ private slots:
         QCOMPARE(dialog.iInit(0), qint16(0));
         // Institution kind 1 only: the hospital never appears.
         QCOMPARE(column(dialog, 0), (QStringList{u"100"_s, u"101"_s}));
-        QVERIFY(!gridOf(dialog)->item(0, 0)->isSelected());
+        // Without a preselection the first row is current, so a single hit is confirmed at once.
+        QVERIFY(gridOf(dialog)->item(0, 0)->isSelected());
 
         // An apostrophe is a character like any other in a filter.
         dialog.txt_SiboriName->setText(u"O'Neil"_s);
@@ -96,10 +100,6 @@ private slots:
 
         dialog.in_SiboriID->setValue(0);
         search(dialog);
-        // Nothing active: choosing is refused and the dialog stays.
-        QVERIFY(!dialog.vWhenSeledOK());
-        QCOMPARE(f.ui.texts().last(), u"有効な行が選択されていません！"_s);
-        QCOMPARE(dialog.result(), int(QDialog::Rejected));
         QTableWidget* grid = gridOf(dialog);
         dialog.show();
         QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
@@ -133,6 +133,87 @@ private slots:
         QCOMPARE(missing.iMastDataLoad(master), qint16(0));
         QCOMPARE(master.size(), 3);
         QCOMPARE(master.last().second, u"中央病院"_s);
+    }
+
+    void keyboardSearchesAndChooses()
+    {
+        Fixture f;
+        qelprn::frm患者検索 dialog(f.ctx, QDate(2026, 11, 15));
+        QCOMPARE(dialog.iInit(0), qint16(0));
+        clickButton(dialog.chkEndKanja);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QTableWidget* grid = gridOf(dialog);
+
+        // Readings match in either kana script and width, blanks aside; Enter in a filter searches.
+        const QList<std::pair<QString, QStringList>> readings = {{u"すずき"_s, {u"5"_s}},
+                                                                 {u"ｽｽﾞｷ ｲﾁﾛｳ"_s, {u"5"_s}},
+                                                                 {u"いとう　さぶろう"_s, {u"7"_s}},
+                                                                 {u"ロウ"_s, {u"5"_s, u"6"_s, u"7"_s}}};
+        for (const auto& [typed, codes] : readings) {
+            dialog.txt_SiboriKana->setText(typed);
+            dialog.txt_SiboriKana->setFocus();
+            QTest::keyClick(dialog.txt_SiboriKana, Qt::Key_Return);
+            QVERIFY2(dialog.isVisible(), qPrintable(typed));
+            QCOMPARE(column(dialog, 0), codes);
+            QCOMPARE(grid->currentRow(), 0);
+            QCOMPARE(QApplication::focusWidget(), grid);
+        }
+        QVERIFY(f.ui.messages.isEmpty());
+        // Tab leaves the grid instead of walking its cells.
+        QTest::keyClick(grid, Qt::Key_Tab);
+        QVERIFY(QApplication::focusWidget() != grid);
+        QCOMPARE(grid->currentColumn(), 0);
+
+        // F4 searches from anywhere; Enter in the grid chooses the current row.
+        dialog.txt_SiboriKana->setText(u"ｲﾄｳ"_s);
+        QTest::keyClick(&dialog, Qt::Key_F4);
+        QCOMPARE(column(dialog, 0), QStringList{u"7"_s});
+        QTest::keyClick(grid, Qt::Key_Return);
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        qint32 code = 0;
+        QString name;
+        dialog.vGetSeledInf(code, name);
+        QCOMPARE(code, 7);
+        QCOMPARE(name, u"伊藤　三郎"_s);
+        QVERIFY(f.ui.messages.isEmpty());
+
+        // Esc closes without a choice; F5 on an empty result is refused and keeps the dialog.
+        qelprn::frm施設検索 facility(f.ctx);
+        facility.iInit(0);
+        facility.show();
+        QVERIFY(QTest::qWaitForWindowActive(&facility));
+        facility.txt_SiboriKana->setText(u"ひまわり"_s);
+        facility.txt_SiboriKana->setFocus();
+        QTest::keyClick(facility.txt_SiboriKana, Qt::Key_Enter);
+        QCOMPARE(column(facility, 0), QStringList{u"100"_s});
+        facility.txt_SiboriKana->setText(u"ちゅうおう"_s); // institution kind 2: never listed
+        facility.txt_SiboriKana->setFocus();
+        QTest::keyClick(facility.txt_SiboriKana, Qt::Key_Return);
+        QCOMPARE(f.ui.texts(), QStringList{u"該当する施設データがありません。"_s});
+        QTest::keyClick(&facility, Qt::Key_F5);
+        QCOMPARE(f.ui.texts().last(), u"有効な行が選択されていません！"_s);
+        QVERIFY(facility.isVisible());
+        QTest::keyClick(&facility, Qt::Key_Escape);
+        QVERIFY(!facility.isVisible());
+        QCOMPARE(facility.result(), int(QDialog::Rejected));
+    }
+
+    void dialogsFitSmallScreens()
+    {
+        Fixture f;
+        // 1366×768 and 1920×1080 at 150 %, less a 48 px task bar, then a very small screen.
+        for (const QRect& screen : {QRect(0, 0, 1366, 720), QRect(0, 0, 1280, 688), QRect(0, 0, 640, 400)}) {
+            qelprn::frm患者検索 dialog(f.ctx, QDate(2026, 11, 15));
+            dialog.iInit(0);
+            qelprn::fitWindowInto(dialog, dialog.size(), screen);
+            QVERIFY2(screen.contains(dialog.geometry()),
+                     qPrintable(u"%1x%2"_s.arg(screen.width()).arg(screen.height())));
+            if (screen.width() >= 1280)
+                QCOMPARE(dialog.size(), QSize(900, 560));
+            else // the filters and buttons scroll into view
+                QVERIFY(dialog.findChild<QScrollArea*>()->verticalScrollBar()->maximum() > 0);
+        }
     }
 
     void facilityClassRunsTheDialogAndChecks()
