@@ -1,6 +1,10 @@
+#include "app/QtMessageFilter.h"
+#include "app/Version.h"
 #include "engine/EngineMain.h"
 
 #include <QApplication>
+#include <QIcon>
+#include <cstdio>
 
 #ifdef __GLIBC__
 #include <malloc.h>
@@ -9,6 +13,11 @@
 // qelprn-engine: previews, prints or renders to PDF/PNG the forms described by a command file.
 int main(int argc, char* argv[])
 {
+    if (qelprn::asksForVersion(argc, argv)) {
+        std::printf("qelprn-engine %s\n", qPrintable(qelprn::productVersion()));
+        return 0;
+    }
+    qelprn::installQtMessageFilter();
 #ifdef __GLIBC__
     // Every PDF page allocates and frees buffers of a few hundred kilobytes; left to the defaults,
     // glibc hands them back to the system and faults them in again on every page. Keeping them in
@@ -19,6 +28,10 @@ int main(int argc, char* argv[])
 #endif
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("qelprn-engine"));
+    QApplication::setApplicationVersion(qelprn::productVersion());
+    QIcon icon(QStringLiteral(":/icons/qelprn-256.png"));
+    icon.addFile(QStringLiteral(":/icons/qelprn-48.png"));
+    QApplication::setWindowIcon(icon);
     QTextStream err(stderr);
     return qelprn::engine::runEngine(QApplication::arguments().mid(1), err);
 }

@@ -4,9 +4,11 @@
 // Diagnostics (environment): QELPRN_SCREENSHOT_DIR=<folder> saves pictures of the form and its
 // dialogs there and ends (QELPRN_SCREENSHOT_SUFFIX is added to the file names);
 // QELPRN_QUIT_WHEN_READY=1 prints the start-up time once the main form is usable and ends.
-#include "app/Paths.h"
 #include "app/ProgramTitle.h"
+#include "app/QtMessageFilter.h"
+#include "app/Version.h"
 #include "forms/DesktopInteraction.h"
+#include "forms/ProgramFolderSetup.h"
 #include "forms/ScreenshotTour.h"
 #include "forms/mod施設請求書Main.h"
 #include "report/PrintRun.h"
@@ -14,6 +16,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QIcon>
 #include <QTimer>
 #include <cstdio>
 
@@ -21,16 +24,27 @@ using namespace Qt::StringLiterals;
 
 int main(int argc, char* argv[])
 {
+    if (qelprn::asksForVersion(argc, argv)) {
+        std::printf("qelprn %s\n", qPrintable(qelprn::productVersion()));
+        return 0;
+    }
+    qelprn::installQtMessageFilter();
     QElapsedTimer started;
     started.start();
     QApplication app(argc, argv);
     QApplication::setApplicationName(u"qelprn"_s);
     QApplication::setApplicationDisplayName(qelprn::csSeikyuTitle());
+    QApplication::setApplicationVersion(qelprn::productVersion());
+    QIcon icon(u":/icons/qelprn-256.png"_s);
+    icon.addFile(u":/icons/qelprn-48.png"_s);
+    QApplication::setWindowIcon(icon);
 
     qelprn::DesktopInteraction ui;
     qelprn::AppContext ctx;
     ctx.ui = &ui;
-    ctx.csAppDir = qelprn::defaultAppDir();
+    ctx.csAppDir = qelprn::chooseProgramFolder(ui);
+    if (ctx.csAppDir.isEmpty())
+        return 2;
     // Relative database folders in the settings are taken from the program folder.
     QDir::setCurrent(ctx.csAppDir);
 
