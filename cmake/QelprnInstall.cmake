@@ -19,6 +19,18 @@ foreach(size 48 256)
     install(FILES ${PROJECT_SOURCE_DIR}/packaging/icons/qelprn-${size}.png
             DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/${size}x${size}/apps RENAME qelprn.png)
 endforeach()
+# Debian wants the changelog compressed at the highest level and without a time stamp.
+find_program(QELPRN_GZIP gzip)
+if(QELPRN_GZIP)
+    add_custom_command(OUTPUT ${PROJECT_BINARY_DIR}/packaging/changelog.gz
+                       COMMAND ${CMAKE_COMMAND} -E make_directory ${PROJECT_BINARY_DIR}/packaging
+                       COMMAND ${CMAKE_COMMAND} -E copy ${PROJECT_SOURCE_DIR}/packaging/changelog
+                               ${PROJECT_BINARY_DIR}/packaging/changelog
+                       COMMAND ${QELPRN_GZIP} -9nf ${PROJECT_BINARY_DIR}/packaging/changelog
+                       DEPENDS ${PROJECT_SOURCE_DIR}/packaging/changelog VERBATIM)
+    add_custom_target(qelprn_changelog ALL DEPENDS ${PROJECT_BINARY_DIR}/packaging/changelog.gz)
+    install(FILES ${PROJECT_BINARY_DIR}/packaging/changelog.gz DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/qelprn)
+endif()
 install(FILES ${PROJECT_SOURCE_DIR}/packaging/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/qelprn)
 
 set(CPACK_GENERATOR DEB)
@@ -27,11 +39,11 @@ set(CPACK_PACKAGE_VERSION ${QELPRN_VERSION})
 set(CPACK_PACKAGE_CONTACT "qelprn maintainers <qelprn@example.jp>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "facility invoice printing for home-visit therapy clinics")
 set(CPACK_PACKAGE_DESCRIPTION
-    "Bills the care facilities where a clinic's patients live, once a month: reads the month's\n"
-    "treatment results from the practice suite's database, groups them per billing facility or\n"
-    "per patient, and previews, prints or writes as PDF facility invoices, co-payment lists and\n"
-    "invoice-receipts through its own form-print engine. A desktop program, a command-line twin\n"
-    "and the engine.")
+    "Bills the care facilities where a clinic's patients live, once a month: reads\n"
+    "the month's treatment results from the practice suite's database, groups them\n"
+    "per billing facility or per patient, and previews, prints or writes as PDF\n"
+    "facility invoices, co-payment lists and invoice-receipts through its own\n"
+    "form-print engine. A desktop program, a command-line twin and the engine.")
 set(CPACK_PACKAGE_INSTALL_DIRECTORY qelprn)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
