@@ -38,10 +38,11 @@ echo "== apt purge qelprn"
 "${sudo_cmd[@]}" apt-get purge -y -qq qelprn >/dev/null
 left=()
 while IFS= read -r f; do
-    [[ -f "$f" || -L "$f" ]] && left+=("$f")
+    # Every file, and the folders that are the package's own (shared ones such as /usr/bin stay).
+    if [[ -f "$f" || -L "$f" ]] || [[ -d "$f" && $(basename "$f") == qelprn* ]]; then left+=("$f"); fi
 done <<<"$files"
 if dpkg-query -W -f='${Status}' qelprn 2>/dev/null | grep -q installed; then left+=("(package still registered)"); fi
-echo "left after the purge: ${#left[@]} files"
-printf '  %s\n' "${left[@]+"${left[@]}"}"
+echo "left after the purge: ${#left[@]}"
+if ((${#left[@]})); then printf '  %s\n' "${left[@]}"; fi
 [[ -f "$folder/Tovara.ini" ]] && echo "the user's program folder is kept: $folder"
 ((${#left[@]} == 0))
