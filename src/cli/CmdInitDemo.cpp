@@ -79,7 +79,7 @@ public:
         CliInteraction ui(false, &err); // progress only on a terminal
         QString error;
         if (!folder.create(ui, &error)) {
-            err << u"init-demo: "_s << error << Qt::endl;
+            err << u"qelprn-cli init-demo: "_s << error << Qt::endl;
             return 2;
         }
         out << u"デモ用プログラムフォルダ: "_s << QDir::toNativeSeparators(options.folder) << u"\n"_s;

@@ -82,7 +82,7 @@ bool chooseSites(const AppContext& ctx, const std::optional<QList<SiteKey>>& nam
                 }
             }
             if (!found) {
-                err << u"print: 事業所 "_s << site.iKyotenCd << '-' << site.iKyotenEb
+                err << u"qelprn-cli print: 事業所 "_s << site.iKyotenCd << '-' << site.iKyotenEb
                     << u" は事業所一覧にありません（qelprn-cli sites --all-databases で確認できます）"_s
                     << Qt::endl;
                 return false;
