@@ -3,7 +3,6 @@
 #include "cli/OptionValues.h"
 #include "demo/DemoProgramFolder.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -70,8 +69,7 @@ public:
             options.month = *month;
         options.replace = parser.isSet(u"replace"_s);
         options.folder = QFileInfo(options.folder).absoluteFilePath();
-        // The form-print engine is installed next to this program.
-        options.engineProgram = QDir(QCoreApplication::applicationDirPath()).filePath(u"qelprn-engine"_s);
+        // No FORM_ENGINE: the folder works with the engine beside whichever program opens it.
 
         QElapsedTimer timer;
         timer.start();
