@@ -4,6 +4,7 @@
 // Diagnostics (environment): QELPRN_SCREENSHOT_DIR=<folder> saves pictures of the form and its
 // dialogs there and ends (QELPRN_SCREENSHOT_SUFFIX is added to the file names);
 // QELPRN_QUIT_WHEN_READY=1 prints the start-up time once the main form is usable and ends.
+#include "app/Paths.h"
 #include "app/ProgramTitle.h"
 #include "app/QtMessageFilter.h"
 #include "app/Version.h"
@@ -42,14 +43,14 @@ int main(int argc, char* argv[])
     qelprn::DesktopInteraction ui;
     qelprn::AppContext ctx;
     ctx.ui = &ui;
-    ctx.csAppDir = qelprn::chooseProgramFolder(ui);
+    // The suite passes one command-line string; its words arrive split, so they are joined again.
+    const QString commandLine = QApplication::arguments().mid(1).join(u' ');
+    // A start the program refuses (no command line) asks nothing about the program folder first.
+    ctx.csAppDir = commandLine.isEmpty() ? qelprn::defaultAppDir() : qelprn::chooseProgramFolder(ui);
     if (ctx.csAppDir.isEmpty())
         return 2;
     // Relative database folders in the settings are taken from the program folder.
     QDir::setCurrent(ctx.csAppDir);
-
-    // The suite passes one command-line string; its words arrive split, so they are joined again.
-    const QString commandLine = QApplication::arguments().mid(1).join(u' ');
 
     const auto print = [](qelprn::AppContext& context, qint16 mode, qelprn::PrintConditionSource& form) {
         qelprn::PrintRun run(context);
