@@ -19,16 +19,14 @@ foreach(size 48 256)
     install(FILES ${PROJECT_SOURCE_DIR}/packaging/icons/qelprn-${size}.png
             DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/${size}x${size}/apps RENAME qelprn.png)
 endforeach()
-# Debian wants the changelog compressed at the highest level and without a time stamp.
+# Debian wants the changelog compressed at the highest level and without a time stamp; it is
+# written when the project is configured, so a package needs no extra build target.
 find_program(QELPRN_GZIP gzip)
 if(QELPRN_GZIP)
-    add_custom_command(OUTPUT ${PROJECT_BINARY_DIR}/packaging/changelog.gz
-                       COMMAND ${CMAKE_COMMAND} -E make_directory ${PROJECT_BINARY_DIR}/packaging
-                       COMMAND ${CMAKE_COMMAND} -E copy ${PROJECT_SOURCE_DIR}/packaging/changelog
-                               ${PROJECT_BINARY_DIR}/packaging/changelog
-                       COMMAND ${QELPRN_GZIP} -9nf ${PROJECT_BINARY_DIR}/packaging/changelog
-                       DEPENDS ${PROJECT_SOURCE_DIR}/packaging/changelog VERBATIM)
-    add_custom_target(qelprn_changelog ALL DEPENDS ${PROJECT_BINARY_DIR}/packaging/changelog.gz)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/packaging/changelog)
+    file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/packaging)
+    execute_process(COMMAND ${QELPRN_GZIP} -9nc ${PROJECT_SOURCE_DIR}/packaging/changelog
+                    OUTPUT_FILE ${PROJECT_BINARY_DIR}/packaging/changelog.gz)
     install(FILES ${PROJECT_BINARY_DIR}/packaging/changelog.gz DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/qelprn)
 endif()
 install(FILES ${PROJECT_SOURCE_DIR}/packaging/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/qelprn)
