@@ -10,6 +10,7 @@ packages=(
     unixodbc unixodbc-dev libsqliteodbc tdsodbc
     fonts-ipaexfont-gothic fonts-ipaexfont-mincho
     poppler-utils sqlite3 time xvfb xauth qt6-translations-l10n
+    lintian desktop-file-utils
     clang libclang-rt-14-dev
 )
 

@@ -11,7 +11,7 @@ namespace qelprn {
 // globals). Member names are the suite's own.
 struct AppContext
 {
-    // Program folder without a trailing separator: the executable's folder, or QELPRN_APP_DIR.
+    // Program folder without a trailing separator (see findAppDir()).
     QString csAppDir;
     qint16 iBaseKyotenCd = 0; // own site code (BASEID characters 1-2)
     qint16 iBaseKyotenEb = 0; // own site branch number (BASEID characters 3-4)

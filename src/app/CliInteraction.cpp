@@ -1,5 +1,6 @@
 #include "app/CliInteraction.h"
 
+#include <QFile>
 #include <cstdio>
 #include <unistd.h>
 
@@ -7,7 +8,27 @@ using namespace Qt::StringLiterals;
 
 namespace qelprn {
 
-CliInteraction::CliInteraction(bool yes, QTextStream* err) : m_yes(yes), m_err(err), m_stderr(stderr) {}
+CliInteraction::CliInteraction(bool yes, QTextStream* err) : m_yes(yes), m_err(err), m_stderr(stderr)
+{
+    m_runTimer.start();
+}
+
+CliInteraction::~CliInteraction()
+{
+    // The counter line is ended, so what follows starts on a line of its own.
+    if (m_progressShown) {
+        err() << '\n';
+        err().flush();
+    }
+}
+
+bool CliInteraction::errIsTerminal()
+{
+    // The stream given by the command-line program writes to standard error through a QFile; a
+    // test's string stream has no file and never gets the counter.
+    const auto* file = qobject_cast<const QFile*>(err().device());
+    return file && file->handle() >= 0 && isatty(file->handle());
+}
 
 QTextStream& CliInteraction::err()
 {
@@ -37,9 +58,16 @@ void CliInteraction::setBusy(bool) {}
 
 void CliInteraction::progress(const QString& phase, qint64 done, qint64 total)
 {
-    // Only a person at a terminal wants a moving counter; logs stay clean.
-    if (m_err || !isatty(fileno(stderr)))
+    // Only a person at a terminal wants a moving counter, and only once a run takes longer than a
+    // second; logs stay clean. Updates are limited to ten a second.
+    if (m_runTimer.elapsed() < 1000 ||
+        (m_lastShown.isValid() && m_lastShown.elapsed() < 100 && done != total))
         return;
+    if (!m_terminal)
+        m_terminal = errIsTerminal();
+    if (!*m_terminal)
+        return;
+    m_lastShown.start();
     err() << '\r' << phase << ' ' << done;
     if (total > 0)
         err() << '/' << total;

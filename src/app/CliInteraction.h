@@ -2,17 +2,23 @@
 
 #include "app/Interaction.h"
 
+#include <QElapsedTimer>
 #include <QTextStream>
+#include <optional>
 
 namespace qelprn {
 
 // The command line's Interaction: every message is one line "title: text" on the error stream,
-// questions are answered Yes only when the user gave --yes, progress shows only on a terminal.
+// questions are answered Yes only when the user gave --yes. Progress is a one-line counter on the
+// error stream, shown only when that stream is a terminal and the run has taken over a second.
 class CliInteraction : public Interaction
 {
 public:
     // err: the stream for messages; nullptr means standard error.
     explicit CliInteraction(bool yes = false, QTextStream* err = nullptr);
+    ~CliInteraction() override;
+    CliInteraction(const CliInteraction&) = delete;
+    CliInteraction& operator=(const CliInteraction&) = delete;
 
     MsgResult messageBox(const QString& text, const QString& title, MsgIcon icon,
                          MsgButtons buttons = MsgButtons::Ok) override;
@@ -24,11 +30,15 @@ public:
 
 private:
     QTextStream& err();
+    bool errIsTerminal();
 
     bool m_yes = false;
     QTextStream* m_err = nullptr;
     QTextStream m_stderr;
     bool m_progressShown = false;
+    std::optional<bool> m_terminal;
+    QElapsedTimer m_runTimer;
+    QElapsedTimer m_lastShown;
 };
 
 } // namespace qelprn

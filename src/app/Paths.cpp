@@ -2,8 +2,44 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
 
 namespace qelprn {
+
+namespace {
+
+const QString kSuiteSettings = u"Tovara.ini"_s;
+
+QString withoutTrailingSeparator(const QString& folder)
+{
+    QString dir = QDir::cleanPath(QDir(folder).absolutePath());
+    while (dir.size() > 1 && (dir.endsWith(u'/') || dir.endsWith(u'\\')))
+        dir.chop(1);
+    return dir;
+}
+
+bool holdsSuiteSettings(const QString& folder)
+{
+    return QFileInfo(QDir(folder).filePath(kSuiteSettings)).isFile();
+}
+
+QString sourceName(AppDirLookup::Source source)
+{
+    switch (source) {
+    case AppDirLookup::Source::Environment:
+        return u"環境変数 QELPRN_APP_DIR"_s;
+    case AppDirLookup::Source::ProgramFolder:
+        return u"プログラムのフォルダ"_s;
+    case AppDirLookup::Source::UserData:
+        break;
+    }
+    return u"利用者のデータフォルダ"_s;
+}
+
+} // namespace
 
 QString toLocalPath(const QString& suitePath)
 {
@@ -19,15 +55,61 @@ QString toLocalPath(const QString& suitePath)
 #endif
 }
 
+QString AppDirLookup::suggested() const
+{
+    return tried.isEmpty() ? QString() : tried.last().folder;
+}
+
+QString AppDirLookup::describeMissing() const
+{
+    QString text =
+        u"システム設定ファイル "_s + kSuiteSettings + u" が見つかりません。次のフォルダを探しました："_s;
+    for (const Candidate& c : tried)
+        text += u"\n・"_s + sourceName(c.source) + u"："_s + QDir::toNativeSeparators(c.folder);
+    return text;
+}
+
+QString userDataDir()
+{
+    // AppDataLocation is named after the application; every program of the product shares the
+    // desktop program's folder, so the name is set to "qelprn" for the question.
+    const QString ownName = QCoreApplication::applicationName();
+    QCoreApplication::setApplicationName(u"qelprn"_s);
+    const QString dir = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    QCoreApplication::setApplicationName(ownName);
+    return withoutTrailingSeparator(dir);
+}
+
+AppDirLookup findAppDir()
+{
+    AppDirLookup lookup;
+    const QString chosen = qEnvironmentVariable("QELPRN_APP_DIR");
+    if (!chosen.isEmpty()) {
+        lookup.tried.append({AppDirLookup::Source::Environment, withoutTrailingSeparator(chosen)});
+    } else {
+        lookup.tried.append({AppDirLookup::Source::ProgramFolder,
+                             withoutTrailingSeparator(QCoreApplication::applicationDirPath())});
+        lookup.tried.append({AppDirLookup::Source::UserData, userDataDir()});
+    }
+    for (const AppDirLookup::Candidate& c : std::as_const(lookup.tried)) {
+        if (holdsSuiteSettings(c.folder)) {
+            lookup.found = c.folder;
+            break;
+        }
+    }
+    return lookup;
+}
+
 QString defaultAppDir()
 {
-    QString dir = qEnvironmentVariable("QELPRN_APP_DIR");
-    if (dir.isEmpty())
-        dir = QCoreApplication::applicationDirPath();
-    dir = QDir::cleanPath(QDir(dir).absolutePath());
-    while (dir.size() > 1 && (dir.endsWith(QLatin1Char('/')) || dir.endsWith(QLatin1Char('\\'))))
-        dir.chop(1);
-    return dir;
+    const AppDirLookup lookup = findAppDir();
+    return lookup.found.isEmpty() ? lookup.suggested() : lookup.found;
+}
+
+QString installedLayoutsDir()
+{
+    const QDir dir(QCoreApplication::applicationDirPath() + u"/../share/qelprn/layouts"_s);
+    return dir.exists() ? QDir::cleanPath(dir.absolutePath()) : QString();
 }
 
 } // namespace qelprn

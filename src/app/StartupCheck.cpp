@@ -2,6 +2,7 @@
 
 #include "app/FileUtil.h"
 #include "app/Paths.h"
+#include "app/ProgramTitle.h"
 #include "app/SysIni.h"
 
 using namespace Qt::StringLiterals;
@@ -20,7 +21,12 @@ bool bCheckCommandLine(Interaction& ui, const QString& commandLine)
 
 AppContext loadAppContext(Interaction& ui)
 {
-    return loadAppContext(ui, defaultAppDir());
+    const AppDirLookup lookup = findAppDir();
+    if (lookup.found.isEmpty()) {
+        ui.messageBox(lookup.describeMissing(), csSeikyuTitle(), MsgIcon::Critical);
+        ui.endProgram(2);
+    }
+    return loadAppContext(ui, lookup.found);
 }
 
 AppContext loadAppContext(Interaction& ui, const QString& appDir)

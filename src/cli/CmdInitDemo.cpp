@@ -1,8 +1,8 @@
 #include "app/CliInteraction.h"
 #include "cli/Command.h"
+#include "cli/OptionValues.h"
 #include "demo/DemoProgramFolder.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -13,96 +13,63 @@ namespace qelprn::cli {
 
 namespace {
 
-bool readNumber(const QStringList& args, qsizetype& i, qint64 low, qint64 high, qint64& value,
-                QString& problem)
-{
-    const QString option = args.at(i);
-    if (i + 1 >= args.size()) {
-        problem = option + u" needs a value"_s;
-        return false;
-    }
-    bool ok = false;
-    value = args.at(++i).toLongLong(&ok);
-    if (!ok || value < low || value > high) {
-        problem = option + u" must be a whole number from "_s + QString::number(low) + u" to "_s +
-                  QString::number(high) + u", not '"_s + args.at(i) + u"'"_s;
-        return false;
-    }
-    return true;
-}
-
 class CmdInitDemo final : public Command
 {
 public:
     QString name() const override { return u"init-demo"_s; }
     QString summary() const override
     {
-        return u"write a demo program folder with settings, layouts and data"_s;
+        return u"設定、帳票レイアウト、データのそろったデモ用プログラムフォルダを作成する"_s;
     }
-    QString help() const override
+    QString arguments() const override
     {
-        return u"qelprn-cli init-demo DIR [--sites N] [--patients N] [--month yyyy/mm] [--seed N] "
-               u"[--replace]\n"
-               "\n"
-               "Writes a complete program folder into DIR: Tovara.ini, adodb.ini, DB.ini, ServerName.zkt,\n"
-               "Halvex.Ver, the folders SYS (layouts), TMP, ICON (wallpaper), DATA (facility kinds,\n"
-               "Version.ini, company seal) and db (the embedded databases), filled with a clinic's\n"
-               "master data and the treatment results of the billing month and the month before.\n"
-               "\n"
-               "  --sites N      sites with data, 1 to 98 (default 3); two sites share a database\n"
-               "  --patients N   patients over all sites (default 200; 50000 makes the benchmark set)\n"
-               "  --month M      billing month yyyy/mm (default: the previous calendar month)\n"
-               "  --seed N       seed of the data generator (default 1); the same seed gives the same data\n"
-               "  --replace      write into a folder that is not empty, replacing its databases\n"
-               "\n"
-               "Example:\n"
-               "  qelprn-cli init-demo demo-folder --patients 500 --month 2026/10\n"
-               "  QELPRN_APP_DIR=demo-folder qelprn-cli sites --all-databases\n"_s;
+        return u"DIR [--sites N] [--patients N] [--month yyyy/mm] [--seed N] [--replace]"_s;
+    }
+    QString description() const override
+    {
+        return u"完全なプログラムフォルダを DIR に作成します：Tovara.ini、adodb.ini、DB.ini、"
+               u"ServerName.zkt、\n"
+               u"Halvex.Ver、フォルダ SYS（帳票レイアウト）、TMP、ICON（壁紙）、DATA（施設種類一覧、"
+               u"Version.ini、\n"
+               u"社印）と db（組み込みデータベース）。治療院のマスタデータと、請求月とその前月の"
+               u"施術実績が入ります。"_s;
+    }
+    QString examples() const override
+    {
+        return u"  qelprn-cli init-demo demo-folder --patients 500 --month 2026/10\n"
+               u"  QELPRN_APP_DIR=demo-folder qelprn-cli sites --all-databases\n"_s;
+    }
+    void addOptions(QCommandLineParser& parser) const override
+    {
+        parser.addPositionalArgument(u"DIR"_s, u"作成するプログラムフォルダ"_s);
+        parser.addOptions({
+            {u"sites"_s, u"データのある事業所の数、1 から 98（既定 3）。二つの事業所で一つのデータベース"_s,
+             u"N"_s},
+            {u"patients"_s, u"全事業所の利用者数（既定 200、50000 でベンチマーク用）"_s, u"N"_s},
+            {u"month"_s, u"請求月 yyyy/mm（既定：前の月）"_s, u"yyyy/mm"_s},
+            {u"seed"_s, u"データ生成の種（既定 1）。同じ種から同じデータができます"_s, u"N"_s},
+            {u"replace"_s, u"空でないフォルダにも書き込み、データベースを置き換える"_s},
+        });
     }
 
-    int execute(const QStringList& args, QTextStream& out, QTextStream& err) override
+    int execute(const QCommandLineParser& parser, QTextStream& out, QTextStream& err) override
     {
+        rejectExtraArguments(parser, 1);
         DemoOptions options;
-        QString problem;
-        for (qsizetype i = 0; i < args.size() && problem.isEmpty(); ++i) {
-            const QString& a = args.at(i);
-            qint64 value = 0;
-            if (a == u"--sites"_s) {
-                if (readNumber(args, i, 1, 98, value, problem))
-                    options.sites = int(value);
-            } else if (a == u"--patients"_s) {
-                if (readNumber(args, i, 0, 1000000, value, problem))
-                    options.patients = int(value);
-            } else if (a == u"--seed"_s) {
-                if (readNumber(args, i, 0, Q_INT64_C(0x7fffffffffffffff), value, problem))
-                    options.seed = quint64(value);
-            } else if (a == u"--month"_s) {
-                if (i + 1 >= args.size()) {
-                    problem = u"--month needs a value"_s;
-                } else {
-                    options.month = QDate::fromString(args.at(++i) + u"/01"_s, u"yyyy/MM/dd"_s);
-                    if (!options.month.isValid())
-                        problem = u"--month must be yyyy/mm, not '"_s + args.at(i) + u"'"_s;
-                }
-            } else if (a == u"--replace"_s) {
-                options.replace = true;
-            } else if (a.startsWith(u'-')) {
-                problem = u"unknown option "_s + a;
-            } else if (options.folder.isEmpty()) {
-                options.folder = a;
-            } else {
-                problem = u"only one folder may be given"_s;
-            }
-        }
-        if (problem.isEmpty() && options.folder.isEmpty())
-            problem = u"the folder to write is missing"_s;
-        if (!problem.isEmpty()) {
-            err << u"init-demo: "_s << problem << u"\nusage: "_s << help().section(u'\n', 0, 0) << Qt::endl;
-            return 2;
-        }
+        if (parser.positionalArguments().isEmpty())
+            throw UsageError{u"作成するフォルダを指定してください"_s};
+        options.folder = parser.positionalArguments().first();
+        if (const auto n = numberOption(parser, u"sites"_s, 1, 98))
+            options.sites = int(*n);
+        if (const auto n = numberOption(parser, u"patients"_s, 0, 1000000))
+            options.patients = int(*n);
+        if (const auto n = numberOption(parser, u"seed"_s, 0, Q_INT64_C(0x7fffffffffffffff)))
+            options.seed = quint64(*n);
+        if (const auto month = dateOption(parser, u"month"_s, true))
+            options.month = *month;
+        options.replace = parser.isSet(u"replace"_s);
         options.folder = QFileInfo(options.folder).absoluteFilePath();
-        // The form-print engine is installed next to this program.
-        options.engineProgram = QDir(QCoreApplication::applicationDirPath()).filePath(u"qelprn-engine"_s);
+        // No FORM_ENGINE: the folder works with the engine beside whichever program opens it.
 
         QElapsedTimer timer;
         timer.start();
@@ -110,15 +77,15 @@ public:
         CliInteraction ui(false, &err); // progress only on a terminal
         QString error;
         if (!folder.create(ui, &error)) {
-            err << u"init-demo: "_s << error << Qt::endl;
+            err << u"qelprn-cli init-demo: "_s << error << Qt::endl;
             return 2;
         }
-        out << u"Demo program folder: "_s << QDir::toNativeSeparators(options.folder) << u"\n"_s;
-        out << u"Billing month: "_s << folder.month().toString(u"yyyy/MM"_s) << u"\n"_s;
+        out << u"デモ用プログラムフォルダ: "_s << QDir::toNativeSeparators(options.folder) << u"\n"_s;
+        out << u"請求月: "_s << folder.month().toString(u"yyyy/MM"_s) << u"\n"_s;
         for (const DemoSite& s : folder.sites())
-            out << u"Site "_s << s.code << u"/"_s << s.branch << u" "_s << s.name << u" (database "_s
-                << s.database << u"): "_s << s.patients << u" patients\n"_s;
-        out << u"Written in "_s << timer.elapsed() << u" ms\n"_s;
+            out << u"事業所 "_s << s.code << u"/"_s << s.branch << u" "_s << s.name << u"（データベース "_s
+                << s.database << u"）: 利用者 "_s << s.patients << u" 人\n"_s;
+        out << u"作成時間 "_s << timer.elapsed() << u" ms\n"_s;
         out.flush();
         return 0;
     }

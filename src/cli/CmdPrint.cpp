@@ -82,8 +82,9 @@ bool chooseSites(const AppContext& ctx, const std::optional<QList<SiteKey>>& nam
                 }
             }
             if (!found) {
-                err << u"print: site "_s << site.iKyotenCd << '-' << site.iKyotenEb
-                    << u" is not in the site list (see qelprn-cli sites --all-databases)"_s << Qt::endl;
+                err << u"qelprn-cli print: 事業所 "_s << site.iKyotenCd << '-' << site.iKyotenEb
+                    << u" は事業所一覧にありません（qelprn-cli sites --all-databases で確認できます）"_s
+                    << Qt::endl;
                 return false;
             }
         }
@@ -131,65 +132,29 @@ class CmdPrint final : public Command
 {
 public:
     QString name() const override { return u"print"_s; }
-    QString summary() const override { return u"print a month's invoices, or write their CSV data"_s; }
-    QString help() const override
+    QString summary() const override { return u"請求月の請求書を印刷する、またはその CSV データを書く"_s; }
+    QString arguments() const override
     {
-        return u"qelprn-cli print --kind 1..6 --month yyyy/mm [options] (--csv-only | --preview | --print | "
-               u"--pdf FILE)\n"
-               "\n"
-               "Runs the desktop program's print run with the conditions given as options: the query of the\n"
-               "print kind, the CSV print data in the temporary folder, and the form-print engine.\n"
-               "\n"
-               "  --kind N               1 請求書(施設請求先別), 2 一部負担金一覧表, 3 "
-               "一部負担金一覧表(回数区分あり),\n"
-               "                         4 請求書兼領収書, 5 請求書兼領収書(自費分), 6 "
-               "請求書(施設請求先別・拠点選択)\n"
-               "  --month yyyy/mm        the billing month\n"
-               "  --issue-date yyyy/mm/dd  the issue date printed on the forms (default: today)\n"
-               "  --app-dir DIR          the program folder (default: QELPRN_APP_DIR or the program's "
-               "folder)\n"
-               "  --billing-facility N   only this billing facility (code; 0 = all)\n"
-               "  --service-facility N   only this treated facility (kinds 2 to 5; 0 = all)\n"
-               "  --billing-kind TEXT    only billing facilities of this kind (kinds 1, 4, 5, 6)\n"
-               "  --service-kind TEXT    only treated facilities of this kind (kinds 2 to 5)\n"
-               "  --corp N               the corporation printed as the invoicing body (default: the site's "
-               "main one)\n"
-               "  --clinic N             the clinic printed on the forms (default: the site's main one)\n"
-               "  --practitioner N       only patients of this practitioner (kinds 2 and 3)\n"
-               "  --patient N            only this patient (kinds 4 and 5)\n"
-               "  --sort 1..3            invoice-receipt order: 1 ID, 2 reading, 3 room (default 1)\n"
-               "  --list-sort 0..3       co-payment list order: 0 reading, 1 ID, 2 room then reading,\n"
-               "                         3 room then ID (default 0)\n"
-               "  --address-facility     group patients by the facility of their visit address instead of\n"
-               "                         their care facility\n"
-               "  --sites CODE-BRANCH,...  the sites of a kind 6 run, from the list of every database\n"
-               "                         (default: every site of the list)\n"
-               "  --yes                  answer yes to the confirmation of --print\n"
-               "  --timings              print the time of the query, the CSV file and the engine\n"
-               "                         on standard error when the run ends\n"
-               "  --csv-only             stop after the CSV file and print its path\n"
-               "  --preview              start the engine's preview, as the desktop program's preview "
-               "button\n"
-               "  --print                start the engine's print dialog, after the confirmation\n"
-               "  --pdf FILE             have the engine render the forms to FILE and wait for it\n"
-               "\n"
-               "Messages go to standard error. Exit status: 0 printed or written, 1 nothing to print (or "
-               "the\n"
-               "confirmation was declined), 2 failure.\n"
-               "\n"
-               "Example:\n"
-               "  qelprn-cli print --app-dir ~/clinic --kind 2 --month 2026/10 --list-sort 2 --pdf list.pdf\n"
-               "  qelprn-cli print --kind 6 --month 2026/10 --sites 1-1,2-1 --csv-only\n"_s;
+        return u"--kind 1..6 --month yyyy/mm [オプション] (--csv-only | --preview | --print | --pdf FILE)"_s;
     }
-
-    int execute(const QStringList& args, QTextStream& out, QTextStream& err) override
+    QString description() const override
     {
-        PrintOptions options;
-        QString problem;
-        if (!parsePrintOptions(args, options, problem)) {
-            err << u"print: "_s << problem << u"\nusage: "_s << help().section(u'\n', 0, 0) << Qt::endl;
-            return 2;
-        }
+        return u"画面の印刷処理を、オプションで指定した条件で実行します：帳票の種類の検索、\n"
+               u"一時フォルダへの CSV 印刷データ、帳票印刷エンジン。\n"
+               u"メッセージは標準エラーに出ます。終了コード: 0 印刷または出力した、1 印刷するものがない"
+               u"（または確認に\n「いいえ」と答えた）、2 失敗。"_s;
+    }
+    QString examples() const override
+    {
+        return u"  qelprn-cli print --app-dir ~/clinic --kind 2 --month 2026/10 --list-sort 2 --pdf "
+               u"list.pdf\n"
+               u"  qelprn-cli print --kind 6 --month=2026/10 --sites 1-1,2-1 --csv-only\n"_s;
+    }
+    void addOptions(QCommandLineParser& parser) const override { addPrintOptions(parser); }
+
+    int execute(const QCommandLineParser& parser, QTextStream& out, QTextStream& err) override
+    {
+        const PrintOptions options = readPrintOptions(parser);
 
         CliInteraction ui(options.yes, &err);
         try {

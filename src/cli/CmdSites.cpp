@@ -2,6 +2,7 @@
 #include "app/ProgramTitle.h"
 #include "app/StartupCheck.h"
 #include "cli/Command.h"
+#include "cli/OptionValues.h"
 #include "db/AdodbIni.h"
 #include "db/SiteGrid.h"
 #include "db/cT_ADODB.h"
@@ -41,43 +42,35 @@ class CmdSites final : public Command
 {
 public:
     QString name() const override { return u"sites"_s; }
-    QString summary() const override { return u"list the sites of the database, or of every database"_s; }
-    QString help() const override
+    QString summary() const override
     {
-        return u"qelprn-cli sites [--app-dir DIR] [--all-databases] [--all]\n"
-               "\n"
-               "Prints the sites the main form's site grid would show, one a line, tab-separated:\n"
-               "site name, database (with --all-databases), site code, branch number.\n"
-               "\n"
-               "  --app-dir DIR     the program folder (default: QELPRN_APP_DIR or the program's folder)\n"
-               "  --all-databases   every database of DB.ini instead of the one of adodb.ini\n"
-               "  --all             sites whatever their used flag\n"
-               "\n"
-               "Example: qelprn-cli sites --app-dir ~/clinic --all-databases\n"_s;
+        return u"データベースの事業所、またはすべてのデータベースの事業所を一覧する"_s;
+    }
+    QString arguments() const override { return u"[--app-dir DIR] [--all-databases] [--all]"_s; }
+    QString description() const override
+    {
+        return u"メイン画面の事業所一覧に出る事業所を一行に一つ、タブ区切りで出力します：\n"
+               u"事業所名、データベース（--all-databases のとき）、事業所コード、枝番。"_s;
+    }
+    QString examples() const override { return u"  qelprn-cli sites --app-dir ~/clinic --all-databases\n"_s; }
+    void addOptions(QCommandLineParser& parser) const override
+    {
+        parser.addOptions({
+            {u"app-dir"_s,
+             u"プログラムフォルダ（既定：QELPRN_APP_DIR、プログラムのフォルダ、利用者のデータフォルダ）"_s,
+             u"DIR"_s},
+            {u"all-databases"_s, u"adodb.ini のデータベースではなく DB.ini のすべてのデータベース"_s},
+            {u"all"_s, u"使用フラグにかかわらずすべての事業所"_s},
+        });
     }
 
-    int execute(const QStringList& args, QTextStream& out, QTextStream& err) override
+    int execute(const QCommandLineParser& parser, QTextStream& out, QTextStream& err) override
     {
-        QString appDir;
-        bool allDatabases = false;
-        bool all = false;
-        for (qsizetype i = 0; i < args.size(); ++i) {
-            const QString& a = args.at(i);
-            if (a == u"--all-databases"_s) {
-                allDatabases = true;
-            } else if (a == u"--all"_s) {
-                all = true;
-            } else if (a == u"--app-dir"_s) {
-                if (i + 1 >= args.size()) {
-                    err << "sites: --app-dir needs a folder" << Qt::endl;
-                    return 2;
-                }
-                appDir = QDir(args.at(++i)).absolutePath();
-            } else {
-                err << "sites: unknown option '" << a << "'; see qelprn-cli help sites" << Qt::endl;
-                return 2;
-            }
-        }
+        rejectExtraArguments(parser, 0);
+        const QString appDir =
+            parser.isSet(u"app-dir"_s) ? QDir(parser.value(u"app-dir"_s)).absolutePath() : QString();
+        const bool allDatabases = parser.isSet(u"all-databases"_s);
+        const bool all = parser.isSet(u"all"_s);
 
         CliInteraction ui(false, &err);
         try {

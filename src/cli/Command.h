@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCommandLineParser>
 #include <QString>
 #include <QStringList>
 #include <QTextStream>
@@ -8,18 +9,32 @@
 
 namespace qelprn::cli {
 
-// One sub-command of qelprn-cli. Commands write to the streams they are given, so tests run them
-// in process; messages for the user go through the command-line Interaction (standard error).
-// Exit status: 0 done, 1 nothing to do (for example no data for the month), 2 failure.
+// A mistake on the command line, found after parsing (a missing or malformed value): reported in
+// Japanese with the command's usage line, exit status 2.
+struct UsageError
+{
+    QString message;
+};
+
+// One sub-command of qelprn-cli. Each command declares its options on a QCommandLineParser (which
+// accepts "--opt value" and "--opt=value" and writes --help), and runs with the parsed result.
+// Commands write to the streams they are given; messages for the user go through the command-line
+// Interaction (standard error). Exit status: 0 done, 1 nothing to do (for example no data for the
+// month), 2 failure or a usage error.
 class Command
 {
 public:
     virtual ~Command() = default;
     virtual QString name() const = 0;
-    virtual QString summary() const = 0; // one line for the command list
-    virtual QString help() const = 0;    // full usage with every option and an example
-    // args excludes the program and the command name.
-    virtual int execute(const QStringList& args, QTextStream& out, QTextStream& err) = 0;
+    virtual QString summary() const = 0;   // one line for the command list
+    virtual QString arguments() const = 0; // the usage line after "qelprn-cli <name>"
+    // What --help prints above the options, and below them (examples).
+    virtual QString description() const = 0;
+    virtual QString examples() const = 0;
+    // Declares the command's options and positional arguments.
+    virtual void addOptions(QCommandLineParser& parser) const = 0;
+    // Runs with parser already parsed; throws UsageError for a value it cannot use.
+    virtual int execute(const QCommandLineParser& parser, QTextStream& out, QTextStream& err) = 0;
 };
 
 std::unique_ptr<Command> makeInitDemoCommand(); // CmdInitDemo.cpp

@@ -1,5 +1,7 @@
 #include "cli/PrintOptions.h"
 
+#include "cli/OptionValues.h"
+
 #include <QDir>
 #include <QFileInfo>
 
@@ -9,203 +11,163 @@ namespace qelprn::cli {
 
 namespace {
 
-// Reads the value after option i; problem set when it is missing.
-std::optional<QString> valueOf(const QStringList& args, qsizetype& i, QString& problem)
-{
-    if (i + 1 >= args.size()) {
-        problem = args.at(i) + u" needs a value"_s;
-        return std::nullopt;
-    }
-    return args.at(++i);
-}
+constexpr qint64 kMaxCode = 2147483647;
 
-std::optional<qint32> numberOf(const QStringList& args, qsizetype& i, qint32 low, qint32 high,
-                               QString& problem)
+QList<SiteKey> sitesOf(const QString& text)
 {
-    const QString option = args.at(i);
-    const std::optional<QString> text = valueOf(args, i, problem);
-    if (!text)
-        return std::nullopt;
-    bool ok = false;
-    const qint64 value = text->toLongLong(&ok);
-    if (!ok || value < low || value > high) {
-        problem = option + u" must be a whole number from "_s + QString::number(low) + u" to "_s +
-                  QString::number(high) + u", not '"_s + *text + u"'"_s;
-        return std::nullopt;
-    }
-    return qint32(value);
-}
-
-std::optional<QDate> dateOf(const QStringList& args, qsizetype& i, bool monthOnly, QString& problem)
-{
-    const QString option = args.at(i);
-    const std::optional<QString> text = valueOf(args, i, problem);
-    if (!text)
-        return std::nullopt;
-    const QDate date = monthOnly ? QDate::fromString(*text + u"/01"_s, u"yyyy/MM/dd"_s)
-                                 : QDate::fromString(*text, u"yyyy/MM/dd"_s);
-    if (!date.isValid()) {
-        problem = option + (monthOnly ? u" must be yyyy/mm"_s : u" must be yyyy/mm/dd"_s) + u", not '"_s +
-                  *text + u"'"_s;
-        return std::nullopt;
-    }
-    return date;
-}
-
-std::optional<QList<SiteKey>> sitesOf(const QStringList& args, qsizetype& i, QString& problem)
-{
-    const std::optional<QString> text = valueOf(args, i, problem);
-    if (!text)
-        return std::nullopt;
     QList<SiteKey> sites;
-    for (const QString& item : text->split(u',', Qt::SkipEmptyParts)) {
+    for (const QString& item : text.split(u',', Qt::SkipEmptyParts)) {
         const QStringList parts = item.trimmed().split(u'-');
         bool codeOk = false;
         bool branchOk = false;
         const int code = parts.value(0).toInt(&codeOk);
         const int branch = parts.size() == 2 ? parts.at(1).toInt(&branchOk) : 0;
-        if (!codeOk || !branchOk || code < 0 || code > 99 || branch < 0 || branch > 99) {
-            problem = u"--sites takes CODE-BRANCH pairs such as 1-1,2-1, not '"_s + item + u"'"_s;
-            return std::nullopt;
-        }
+        if (!codeOk || !branchOk || code < 0 || code > 99 || branch < 0 || branch > 99)
+            throw UsageError{u"--sites には 1-1,2-1 のように「コード-枝番」を並べてください（指定値：'"_s +
+                             item + u"'）"_s};
         sites.append({qint16(code), qint16(branch)});
     }
-    if (sites.isEmpty()) {
-        problem = u"--sites names no site"_s;
-        return std::nullopt;
-    }
+    if (sites.isEmpty())
+        throw UsageError{u"--sites に事業所が一つもありません"_s};
     return sites;
 }
 
-bool setOutput(PrintOptions& options, PrintOptions::Output output, QString& problem)
+PrintOptions::Output outputOf(const QCommandLineParser& parser)
 {
-    if (options.output != PrintOptions::Output::None) {
-        problem = u"give only one of --csv-only, --preview, --print and --pdf"_s;
-        return false;
+    const QList<QPair<QString, PrintOptions::Output>> outputs = {
+        {u"csv-only"_s, PrintOptions::Output::CsvOnly},
+        {u"preview"_s, PrintOptions::Output::Preview},
+        {u"print"_s, PrintOptions::Output::Print},
+        {u"pdf"_s, PrintOptions::Output::Pdf},
+    };
+    PrintOptions::Output chosen = PrintOptions::Output::None;
+    for (const auto& [name, output] : outputs) {
+        if (!parser.isSet(name))
+            continue;
+        if (chosen != PrintOptions::Output::None)
+            throw UsageError{u"--csv-only、--preview、--print、--pdf はどれか一つだけ指定してください"_s};
+        chosen = output;
     }
-    options.output = output;
-    return true;
+    if (chosen == PrintOptions::Output::None)
+        throw UsageError{u"何をするかを指定してください：--csv-only、--preview、--print、--pdf FILE"_s};
+    return chosen;
 }
 
 } // namespace
 
-bool parsePrintOptions(const QStringList& args, PrintOptions& options, QString& problem)
+void addPrintOptions(QCommandLineParser& parser)
 {
+    parser.addOptions({
+        {u"kind"_s,
+         u"帳票の種類: 1 請求書(施設請求先別), 2 一部負担金一覧表, 3 一部負担金一覧表(回数区分あり), "
+         u"4 請求書兼領収書, 5 請求書兼領収書(自費分), 6 請求書(施設請求先別・拠点選択)"_s,
+         u"1..6"_s},
+        {u"month"_s, u"請求月"_s, u"yyyy/mm"_s},
+        {u"issue-date"_s, u"帳票に印刷する発行日（既定：今日）"_s, u"yyyy/mm/dd"_s},
+        {u"app-dir"_s,
+         u"プログラムフォルダ（既定：QELPRN_APP_DIR、プログラムのフォルダ、利用者のデータフォルダ）"_s,
+         u"DIR"_s},
+        {u"billing-facility"_s, u"この請求先施設だけ（コード、0 = すべて）"_s, u"N"_s},
+        {u"service-facility"_s, u"この施術先施設だけ（種類 2 から 5、0 = すべて）"_s, u"N"_s},
+        {u"billing-kind"_s, u"この種類の請求先施設だけ（種類 1, 4, 5, 6）"_s, u"TYPE"_s},
+        {u"service-kind"_s, u"この種類の施術先施設だけ（種類 2 から 5）"_s, u"TYPE"_s},
+        {u"corp"_s, u"請求元として印刷する法人（既定：事業所の主な法人）"_s, u"N"_s},
+        {u"clinic"_s, u"帳票に印刷する治療院（既定：事業所の主な治療院）"_s, u"N"_s},
+        {u"practitioner"_s, u"この施術者の利用者だけ（種類 2 と 3）"_s, u"N"_s},
+        {u"patient"_s, u"この利用者だけ（種類 4 と 5）"_s, u"N"_s},
+        {u"sort"_s, u"請求書兼領収書の並び順: 1 ID, 2 フリガナ, 3 部屋（既定 1）"_s, u"1..3"_s},
+        {u"list-sort"_s,
+         u"一部負担金一覧表の並び順: 0 フリガナ, 1 ID, 2 部屋とフリガナ, 3 部屋と ID（既定 0）"_s, u"0..3"_s},
+        {u"address-facility"_s, u"利用者を入所施設ではなく訪問先住所の施設でまとめる"_s},
+        {u"sites"_s, u"種類 6 の事業所、全データベースの一覧から（既定：一覧のすべての事業所）"_s,
+         u"CODE-BRANCH,..."_s},
+        {u"yes"_s, u"--print の確認に「はい」と答える"_s},
+        {u"timings"_s, u"終わったときに、検索、CSV ファイル、エンジンの時間を標準エラーに出力する"_s},
+        {u"csv-only"_s, u"CSV ファイルを書いたところで止め、そのパスを出力する"_s},
+        {u"preview"_s, u"エンジンのプレビューを開く（画面のプレビューボタンと同じ）"_s},
+        {u"print"_s, u"確認のあと、エンジンの印刷ダイアログを開く"_s},
+        {u"pdf"_s, u"エンジンに帳票をファイルへ書かせ、終わるまで待つ"_s, u"FILE"_s},
+    });
+}
+
+PrintOptions readPrintOptions(const QCommandLineParser& parser)
+{
+    rejectExtraArguments(parser, 0);
+    PrintOptions options;
     PrintFormValues& v = options.values;
     v.imD_Teis = QDate::currentDate();
     v.optSelSisetsuType = {true, false}; // the care facility, as the form starts
-    std::optional<QString> billingKind;
-    std::optional<QString> serviceKind;
 
-    for (qsizetype i = 0; i < args.size() && problem.isEmpty(); ++i) {
-        const QString& a = args.at(i);
-        if (a == u"--kind"_s) {
-            if (const auto n = numberOf(args, i, 1, 6, problem))
-                options.kind = *n;
-        } else if (a == u"--month"_s) {
-            if (const auto d = dateOf(args, i, true, problem))
-                v.imD_Out = *d;
-        } else if (a == u"--issue-date"_s) {
-            if (const auto d = dateOf(args, i, false, problem))
-                v.imD_Teis = *d;
-        } else if (a == u"--app-dir"_s) {
-            if (const auto dir = valueOf(args, i, problem))
-                options.appDir = QDir(*dir).absolutePath();
-        } else if (a == u"--billing-facility"_s) {
-            if (const auto n = numberOf(args, i, 0, 2147483647, problem))
-                v.imNum_ShisetuCD[0] = *n;
-        } else if (a == u"--service-facility"_s) {
-            if (const auto n = numberOf(args, i, 0, 2147483647, problem))
-                v.imNum_ShisetuCD[1] = *n;
-        } else if (a == u"--billing-kind"_s) {
-            billingKind = valueOf(args, i, problem);
-        } else if (a == u"--service-kind"_s) {
-            serviceKind = valueOf(args, i, problem);
-        } else if (a == u"--corp"_s) {
-            if (const auto n = numberOf(args, i, 0, 2147483647, problem)) {
-                v.cbDairiListIndex = 1;
-                v.cbDairiItemData = *n;
-            }
-        } else if (a == u"--clinic"_s) {
-            if (const auto n = numberOf(args, i, 0, 2147483647, problem)) {
-                v.cbTiryoinListIndex = 1;
-                v.cbTiryoinItemData = *n;
-            }
-        } else if (a == u"--practitioner"_s) {
-            if (const auto n = numberOf(args, i, 0, 2147483647, problem)) {
-                v.cbTantouListIndex = 1;
-                v.cbTantouItemData = *n;
-            }
-        } else if (a == u"--patient"_s) {
-            if (const auto n = numberOf(args, i, 0, 2147483647, problem))
-                v.imNum_CD = *n;
-        } else if (a == u"--sort"_s) {
-            if (const auto n = numberOf(args, i, 1, 3, problem)) {
-                v.optSort = {};
-                v.optSort[*n - 1] = true;
-            }
-        } else if (a == u"--list-sort"_s) {
-            if (const auto n = numberOf(args, i, 0, 3, problem)) {
-                v.optSortShisetsu = {};
-                v.optSortShisetsu[*n] = true;
-            }
-        } else if (a == u"--address-facility"_s) {
-            v.optSelSisetsuType = {false, true};
-        } else if (a == u"--sites"_s) {
-            options.sites = sitesOf(args, i, problem);
-        } else if (a == u"--yes"_s) {
-            options.yes = true;
-        } else if (a == u"--timings"_s) {
-            options.timings = true;
-        } else if (a == u"--csv-only"_s) {
-            setOutput(options, PrintOptions::Output::CsvOnly, problem);
-        } else if (a == u"--preview"_s) {
-            setOutput(options, PrintOptions::Output::Preview, problem);
-        } else if (a == u"--print"_s) {
-            setOutput(options, PrintOptions::Output::Print, problem);
-        } else if (a == u"--pdf"_s) {
-            if (const auto file = valueOf(args, i, problem);
-                file && setOutput(options, PrintOptions::Output::Pdf, problem))
-                options.pdfFile = QFileInfo(*file).absoluteFilePath();
-        } else {
-            problem = u"unknown option '"_s + a + u"'"_s;
-        }
+    const auto kind = numberOption(parser, u"kind"_s, 1, 6);
+    if (!kind)
+        throw UsageError{u"--kind を指定してください"_s};
+    options.kind = int(*kind);
+    const auto month = dateOption(parser, u"month"_s, true);
+    if (!month)
+        throw UsageError{u"--month を指定してください"_s};
+    v.imD_Out = *month;
+    if (const auto d = dateOption(parser, u"issue-date"_s, false))
+        v.imD_Teis = *d;
+    if (parser.isSet(u"app-dir"_s))
+        options.appDir = QDir(parser.value(u"app-dir"_s)).absolutePath();
+    if (const auto n = numberOption(parser, u"billing-facility"_s, 0, kMaxCode))
+        v.imNum_ShisetuCD[0] = qint32(*n);
+    if (const auto n = numberOption(parser, u"service-facility"_s, 0, kMaxCode))
+        v.imNum_ShisetuCD[1] = qint32(*n);
+    if (const auto n = numberOption(parser, u"corp"_s, 0, kMaxCode)) {
+        v.cbDairiListIndex = 1;
+        v.cbDairiItemData = qint32(*n);
     }
-    if (!problem.isEmpty())
-        return false;
-    if (options.kind == 0)
-        problem = u"--kind is missing"_s;
-    else if (!v.imD_Out.isValid())
-        problem = u"--month is missing"_s;
-    else if (options.output == PrintOptions::Output::None)
-        problem = u"say what to do: --csv-only, --preview, --print or --pdf FILE"_s;
-    else if (options.sites && options.kind != 6)
-        problem = u"--sites applies to kind 6 only"_s;
-    if (!problem.isEmpty())
-        return false;
+    if (const auto n = numberOption(parser, u"clinic"_s, 0, kMaxCode)) {
+        v.cbTiryoinListIndex = 1;
+        v.cbTiryoinItemData = qint32(*n);
+    }
+    if (const auto n = numberOption(parser, u"practitioner"_s, 0, kMaxCode)) {
+        v.cbTantouListIndex = 1;
+        v.cbTantouItemData = qint32(*n);
+    }
+    if (const auto n = numberOption(parser, u"patient"_s, 0, kMaxCode))
+        v.imNum_CD = qint32(*n);
+    if (const auto n = numberOption(parser, u"sort"_s, 1, 3)) {
+        v.optSort = {};
+        v.optSort[*n - 1] = true;
+    }
+    if (const auto n = numberOption(parser, u"list-sort"_s, 0, 3)) {
+        v.optSortShisetsu = {};
+        v.optSortShisetsu[*n] = true;
+    }
+    if (parser.isSet(u"address-facility"_s))
+        v.optSelSisetsuType = {false, true};
+    if (parser.isSet(u"sites"_s))
+        options.sites = sitesOf(parser.value(u"sites"_s));
+    options.yes = parser.isSet(u"yes"_s);
+    options.timings = parser.isSet(u"timings"_s);
+    options.output = outputOf(parser);
+    if (options.output == PrintOptions::Output::Pdf)
+        options.pdfFile = QFileInfo(parser.value(u"pdf"_s)).absoluteFilePath();
+    if (options.sites && options.kind != 6)
+        throw UsageError{u"--sites は種類 6 だけに指定できます"_s};
 
     v.optPrint[options.kind - 1] = true;
     // The facility-kind lists are enabled on the form only for the kinds that use them.
     const bool billingKindOn = options.kind != 2 && options.kind != 3;
     const bool serviceKindOn = options.kind >= 2 && options.kind <= 5;
-    if (billingKind && !billingKindOn) {
-        problem = u"--billing-kind does not apply to kind "_s + QString::number(options.kind);
-        return false;
-    }
-    if (serviceKind && !serviceKindOn) {
-        problem = u"--service-kind does not apply to kind "_s + QString::number(options.kind);
-        return false;
-    }
+    const bool billingKind = parser.isSet(u"billing-kind"_s);
+    const bool serviceKind = parser.isSet(u"service-kind"_s);
+    if (billingKind && !billingKindOn)
+        throw UsageError{u"--billing-kind は種類 "_s + QString::number(options.kind) + u" には使えません"_s};
+    if (serviceKind && !serviceKindOn)
+        throw UsageError{u"--service-kind は種類 "_s + QString::number(options.kind) + u" には使えません"_s};
     v.cmbKaishaKbnEnabled = {billingKindOn, serviceKindOn};
     if (billingKind) {
         v.cmbKaishaKbnListIndex[0] = 1;
-        v.cmbKaishaKbnText[0] = *billingKind;
+        v.cmbKaishaKbnText[0] = parser.value(u"billing-kind"_s);
     }
     if (serviceKind) {
         v.cmbKaishaKbnListIndex[1] = 1;
-        v.cmbKaishaKbnText[1] = *serviceKind;
+        v.cmbKaishaKbnText[1] = parser.value(u"service-kind"_s);
     }
-    return true;
+    return options;
 }
 
 } // namespace qelprn::cli

@@ -3,6 +3,7 @@
 #include "db/DbInfo.h"
 #include "report/PrintFormValues.h"
 
+#include <QCommandLineParser>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -26,8 +27,11 @@ struct PrintOptions
     bool timings = false; // --timings: the phases' times on standard error
 };
 
-// Parses args; false with problem set when an option is unknown, malformed or missing.
-bool parsePrintOptions(const QStringList& args, PrintOptions& options, QString& problem);
+// Declares the options of `print` on parser.
+void addPrintOptions(QCommandLineParser& parser);
+// The options of a parsed command line; throws UsageError when one is malformed, missing or does not
+// apply to the chosen kind.
+PrintOptions readPrintOptions(const QCommandLineParser& parser);
 
 // The command line's stand-in for the main form.
 class CliPrintForm : public PrintConditionSource

@@ -1,3 +1,5 @@
+#include "app/QtMessageFilter.h"
+#include "app/Version.h"
 #include "cli/CliMain.h"
 
 #include <QCoreApplication>
@@ -12,6 +14,7 @@ int main(int argc, char* argv[])
     // A file-size limit (a full disk, a quota) must fail the write with a message, not kill us.
     std::signal(SIGXFSZ, SIG_IGN);
 #endif
+    qelprn::installQtMessageFilter();
     // init-demo draws the characters of the company seal, which needs the font database of a GUI
     // application; the offscreen platform keeps it usable without a display.
     const bool needsFonts = argc > 1 && qstrcmp(argv[1], "init-demo") == 0;
@@ -24,6 +27,7 @@ int main(int argc, char* argv[])
         app = std::make_unique<QCoreApplication>(argc, argv);
     }
     QCoreApplication::setApplicationName(QStringLiteral("qelprn-cli"));
+    QCoreApplication::setApplicationVersion(qelprn::productVersion());
 
     QTextStream out(stdout);
     QTextStream err(stderr);

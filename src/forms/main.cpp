@@ -6,7 +6,10 @@
 // QELPRN_QUIT_WHEN_READY=1 prints the start-up time once the main form is usable and ends.
 #include "app/JapaneseTranslation.h"
 #include "app/Paths.h"
+#include "app/QtMessageFilter.h"
+#include "app/Version.h"
 #include "forms/DesktopInteraction.h"
+#include "forms/ProgramFolderSetup.h"
 #include "forms/ScreenshotTour.h"
 #include "forms/mod施設請求書Main.h"
 #include "report/PrintRun.h"
@@ -14,6 +17,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QIcon>
 #include <QTimer>
 #include <cstdio>
 
@@ -21,22 +25,33 @@ using namespace Qt::StringLiterals;
 
 int main(int argc, char* argv[])
 {
+    if (qelprn::asksForVersion(argc, argv)) {
+        std::printf("qelprn %s\n", qPrintable(qelprn::productVersion()));
+        return 0;
+    }
+    qelprn::installQtMessageFilter();
     QElapsedTimer started;
     started.start();
     QApplication app(argc, argv);
     QApplication::setApplicationName(u"qelprn"_s);
     // No display name: Qt would append it to every window and message box title.
     qelprn::installJapaneseTranslation(app);
+    QApplication::setApplicationVersion(qelprn::productVersion());
+    QIcon icon(u":/icons/qelprn-256.png"_s);
+    icon.addFile(u":/icons/qelprn-48.png"_s);
+    QApplication::setWindowIcon(icon);
 
     qelprn::DesktopInteraction ui;
     qelprn::AppContext ctx;
     ctx.ui = &ui;
-    ctx.csAppDir = qelprn::defaultAppDir();
-    // Relative database folders in the settings are taken from the program folder.
-    QDir::setCurrent(ctx.csAppDir);
-
     // The suite passes one command-line string; its words arrive split, so they are joined again.
     const QString commandLine = QApplication::arguments().mid(1).join(u' ');
+    // A start the program refuses (no command line) asks nothing about the program folder first.
+    ctx.csAppDir = commandLine.isEmpty() ? qelprn::defaultAppDir() : qelprn::chooseProgramFolder(ui);
+    if (ctx.csAppDir.isEmpty())
+        return 2;
+    // Relative database folders in the settings are taken from the program folder.
+    QDir::setCurrent(ctx.csAppDir);
 
     const auto print = [](qelprn::AppContext& context, qint16 mode, qelprn::PrintConditionSource& form) {
         qelprn::PrintRun run(context);

@@ -1,6 +1,7 @@
 #include "report/PrintRun.h"
 
 #include "app/FileUtil.h"
+#include "app/LayoutPath.h"
 #include "app/Paths.h"
 #include "app/ProgramTitle.h"
 #include "app/SysIni.h"
@@ -216,7 +217,7 @@ qint16 PrintRun::handToEngine(qint16 mode)
                                          csSeikyuTitle(), MsgIcon::Critical);
         return qint16(0);
     };
-    if (wfd.iInit(csSysDir(context) + job.layout, csSeikyuTitle()) != 0)
+    if (wfd.iInit(layoutFilePath(context, job.layout), csSeikyuTitle()) != 0)
         return engineFailed();
     if (wfd.iSetDataText(1, job.dataName, job.csvFile) != 0)
         return engineFailed();

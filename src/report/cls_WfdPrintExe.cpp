@@ -6,6 +6,7 @@
 #include "app/SysIni.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
@@ -44,12 +45,22 @@ QString actionLine(cls_WfdPrintExe::Action action)
 
 cls_WfdPrintExe::cls_WfdPrintExe(const AppContext& context) : m_context(context) {}
 
+QString cls_WfdPrintExe::bundledEngine()
+{
+#ifdef Q_OS_WIN
+    const QString name = u"qelprn-engine.exe"_s;
+#else
+    const QString name = u"qelprn-engine"_s;
+#endif
+    return QDir(QCoreApplication::applicationDirPath()).filePath(name);
+}
+
 qint16 cls_WfdPrintExe::iInit(const QString& layoutPath, const QString& title)
 {
     sErrMsg.clear();
-    // FORM_ENGINE is optional: a missing key means the suite's own engine, without a message.
+    // FORM_ENGINE is optional: a missing key means our engine beside this program, without a message.
     const QString engine = vGetSysIniValue(m_context, u"FORM_ENGINE"_s, false).trimmed();
-    m_engine = engine.isEmpty() ? u"wfrfv10.exe"_s : engine;
+    m_engine = engine.isEmpty() ? bundledEngine() : engine;
     m_commandFolder = csTmpDir(m_context);
     m_layoutPath = layoutPath;
     m_title = title;
@@ -182,26 +193,32 @@ QString cls_WfdPrintExe::resolveEngine()
 QString cls_WfdPrintExe::resolveProgram(const QString& program)
 {
     const QString name = toLocalPath(program);
-    QString found;
     if (name.contains(u'/') || name.contains(u'\\')) {
         const QFileInfo file(name);
         if (file.isFile() && file.isExecutable())
-            found = file.absoluteFilePath();
-    } else {
-        found = QStandardPaths::findExecutable(name);
-        if (found.isEmpty() && QCoreApplication::instance())
-            found = QStandardPaths::findExecutable(name, {QCoreApplication::applicationDirPath()});
+            return file.absoluteFilePath();
+        sErrMsg = u"帳票印刷エンジン "_s + QDir::toNativeSeparators(file.absoluteFilePath()) +
+                  u" が見つかりません。"_s;
+        return {};
     }
+    QString found = QStandardPaths::findExecutable(name);
+    const QString ownFolder = QCoreApplication::applicationDirPath();
+    if (found.isEmpty() && !ownFolder.isEmpty())
+        found = QStandardPaths::findExecutable(name, {ownFolder});
     if (found.isEmpty())
-        sErrMsg = u"帳票印刷エンジン "_s + program + u" が見つかりません。"_s;
+        sErrMsg = u"帳票印刷エンジン "_s + program + u" が見つかりません。（PATH のフォルダと "_s +
+                  QDir::toNativeSeparators(ownFolder) + u" を探しました）"_s;
     return found;
 }
 
 qint16 cls_WfdPrintExe::start(Action action, bool paper, const QString& program, const QString& dataFolder)
 {
     sErrMsg.clear();
+    // The command file first, then the engine: a missing engine leaves the job written for a retry.
+    if (!writeFile(commandBytes(action, paper, dataFolder)))
+        return -1;
     const QString found = resolveProgram(program);
-    if (found.isEmpty() || !writeFile(commandBytes(action, paper, dataFolder)))
+    if (found.isEmpty())
         return -1;
     QProcess process;
     process.setProgram(found);
@@ -279,8 +296,10 @@ qint16 cls_WfdPrintExe::iPrintDialog(bool paper)
 qint16 cls_WfdPrintExe::iRenderPdf(bool paper, const QString& pdfPath, int timeoutMs)
 {
     sErrMsg.clear();
+    if (!writeFile(commandFileBytes(Action::Preview, paper)))
+        return -1;
     const QString engine = resolveEngine();
-    if (engine.isEmpty() || !writeFile(commandFileBytes(Action::Preview, paper)))
+    if (engine.isEmpty())
         return -1;
     return runAndWait(engine, {u"--pdf"_s, pdfPath, u"/c"_s, toLocalPath(commandFilePath())}, timeoutMs,
                       true);
@@ -290,8 +309,10 @@ qint16 cls_WfdPrintExe::addToJob(bool withData)
 {
     sErrMsg.clear();
     m_job.append({m_layoutPath, withData ? dataLines(m_commandFolder) : QStringList()});
+    if (!writeFile(jobFileBytes()))
+        return -1;
     const QString imager = resolveProgram(u"wfrimg10.exe"_s);
-    if (imager.isEmpty() || !writeFile(jobFileBytes()))
+    if (imager.isEmpty())
         return -1;
     return runAndWait(imager, {u"/c"_s, toLocalPath(commandFilePath())}, 10 * 60 * 1000, false);
 }

@@ -14,8 +14,9 @@ namespace qelprn {
 
 // The program's only contact with the form-print engine: it writes the engine's command file
 // "WfdCom.dat" (CP932, CR LF) into the temporary folder and starts the engine program with "/c" and
-// that file, without waiting for it. The engine is "wfrfv10.exe" unless "Tovara.ini" names another
-// with FORM_ENGINE; a name without a folder is looked up on the PATH and next to this program.
+// that file, without waiting for it. The engine is our own, installed beside this program
+// (bundledEngine()), unless "Tovara.ini" names another with FORM_ENGINE ("wfrfv10.exe", say); a
+// name without a folder is looked up on the PATH and next to this program.
 // Every operation returns 0 on success and non-zero on failure, with the reason in sErrMsg; the
 // bridge never shows a message itself.
 class cls_WfdPrintExe
@@ -68,8 +69,11 @@ public:
     QByteArray jobFileBytes() const;
     // The command file in the suite's spelling (command folder + "WfdCom.dat").
     QString commandFilePath() const;
-    // The engine program that would be started, or "" with sErrMsg when it cannot be found.
+    // The engine program that would be started, or "" with sErrMsg (naming where it was looked
+    // for) when it cannot be found.
     QString resolveEngine();
+    // Our engine beside this program: "qelprn-engine" ("qelprn-engine.exe" on Windows).
+    static QString bundledEngine();
 
 private:
     struct DataSlot
@@ -94,7 +98,7 @@ private:
     qint16 runAndWait(const QString& program, const QStringList& arguments, int timeoutMs, bool offscreen);
     qint16 addToJob(bool withData);
     const AppContext& m_context;
-    QString m_engine = QStringLiteral("wfrfv10.exe");
+    QString m_engine;        // FORM_ENGINE, or bundledEngine()
     QString m_commandFolder; // SYSTEM_TMP folder with a trailing "\"
     QString m_layoutPath;
     QString m_title;

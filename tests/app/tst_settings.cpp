@@ -1,12 +1,15 @@
 #include "app/Cp932.h"
 #include "app/Kiriage.h"
 #include "app/NullValue.h"
+#include "app/Paths.h"
 #include "app/StartupCheck.h"
 #include "app/SysIni.h"
 #include "app/clsOplIniFile.h"
 #include "support/TestInteraction.h"
 
+#include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -213,6 +216,66 @@ private slots:
         QCOMPARE(ui.messages[0].title, u"　エラー！！"_s);
         QCOMPARE(ui.messages[0].icon, qelprn::MsgIcon::Exclamation);
         QCOMPARE(ui.messages[1].icon, qelprn::MsgIcon::Critical);
+    }
+
+    // QELPRN_APP_DIR alone when set; else the program's folder when it holds "Tovara.ini", then
+    // the per-user data folder; when none holds it, the folders tried are named and the run ends.
+    void programFolderLookupOrder()
+    {
+        QTemporaryDir dir;
+        const QString userData = dir.filePath(u"data/qelprn"_s);
+        const QString exeDir = QCoreApplication::applicationDirPath();
+        const QString ownName = QCoreApplication::applicationName();
+        QVERIFY(!QFile::exists(exeDir + u"/Tovara.ini"_s));
+        qputenv("XDG_DATA_HOME", QFile::encodeName(dir.filePath(u"data"_s)));
+        qunsetenv("QELPRN_APP_DIR");
+        const auto restore = qScopeGuard([&] {
+            QFile::remove(exeDir + u"/Tovara.ini"_s);
+            qunsetenv("XDG_DATA_HOME");
+        });
+
+        qelprn::AppDirLookup lookup = qelprn::findAppDir();
+        QCOMPARE(lookup.found, QString());
+        QCOMPARE(lookup.tried.size(), 2);
+        QCOMPARE(lookup.tried[0].folder, exeDir);
+        QCOMPARE(lookup.tried[1].folder, userData);
+        QCOMPARE(lookup.suggested(), userData);
+        QCOMPARE(QCoreApplication::applicationName(), ownName); // asked as "qelprn", then restored
+        QCOMPARE(
+            lookup.describeMissing(),
+            u"システム設定ファイル Tovara.ini が見つかりません。次のフォルダを探しました：\n・プログラムのフォルダ："_s +
+                exeDir + u"\n・利用者のデータフォルダ："_s + userData);
+        TestInteraction ui;
+        try {
+            qelprn::loadAppContext(ui);
+            QFAIL("the run goes on without a program folder");
+        } catch (const qelprn::ProgramEnd& end) {
+            QCOMPARE(end.exitCode, 2);
+        }
+        QCOMPARE(ui.texts(), QStringList({lookup.describeMissing()}));
+
+        QVERIFY(QDir().mkpath(userData));
+        writeBytes(userData + u"/Tovara.ini"_s, "BASEID=0203\r\n");
+        QCOMPARE(qelprn::findAppDir().found, userData);
+        ui.clear();
+        const qelprn::AppContext ctx = qelprn::loadAppContext(ui);
+        QCOMPARE(ctx.csAppDir, userData);
+        QCOMPARE(ctx.iBaseKyotenCd, 2);
+
+        writeBytes(exeDir + u"/Tovara.ini"_s, "BASEID=0101\r\n");
+        QCOMPARE(qelprn::findAppDir().found, exeDir);
+
+        qputenv("QELPRN_APP_DIR", QFile::encodeName(dir.filePath(u"chosen/"_s)));
+        lookup = qelprn::findAppDir();
+        QCOMPARE(lookup.found, QString());
+        QCOMPARE(lookup.tried.size(), 1);
+        QCOMPARE(lookup.suggested(), dir.filePath(u"chosen"_s));
+        QVERIFY(
+            lookup.describeMissing().contains(u"環境変数 QELPRN_APP_DIR："_s + dir.filePath(u"chosen"_s)));
+        QVERIFY(QDir().mkpath(dir.filePath(u"chosen"_s)));
+        writeBytes(dir.filePath(u"chosen/Tovara.ini"_s), "");
+        QCOMPARE(qelprn::findAppDir().found, dir.filePath(u"chosen"_s));
+        qunsetenv("QELPRN_APP_DIR");
     }
 
     void nullHelpers()

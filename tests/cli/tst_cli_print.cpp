@@ -227,7 +227,7 @@ private slots:
         QCOMPARE(r.exitCode, 0);
         r = f.print(6, {u"--sites"_s, u"1-1,9-9"_s, u"--csv-only"_s});
         QCOMPARE(r.exitCode, 2);
-        QVERIFY2(r.err.contains(u"site 9-9 is not in the site list"_s), qPrintable(r.err));
+        QVERIFY2(r.err.contains(u"事業所 9-9 は事業所一覧にありません"_s), qPrintable(r.err));
     }
 
     void exitStatusAndMessages()
@@ -239,11 +239,17 @@ private slots:
         QCOMPARE(r.err, u"施設請求書印刷: 該当する実績データがありません。\n"_s);
         QVERIFY(r.out.isEmpty());
 
-        r = f.print(1, {u"--preview"_s}); // no FORM_ENGINE, and the suite's engine is not installed
+        // FORM_ENGINE names the suite's engine, which is not installed here.
+        f.folder.writeSettingsFile(u"Tovara.ini"_s,
+                                   u"SYSTEM_SYS=\\SYS\nSYSTEM_TMP=\\TMP\nSYSTEM_ICON=\\ICON\n"
+                                   u"SYSTEM_DATA=\\DATA\nBASEID=0101\nFORM_ENGINE=wfrfv10.exe\n"_s);
+        r = f.print(1, {u"--preview"_s});
         QCOMPARE(r.exitCode, 2);
-        QCOMPARE(
-            r.err,
-            u"施設請求書印刷: 帳票の印刷に失敗しました。\n[帳票印刷エンジン wfrfv10.exe が見つかりません。]\n"_s);
+        QVERIFY2(r.err.startsWith(u"施設請求書印刷: 帳票の印刷に失敗しました。\n[帳票印刷エンジン "
+                                  u"wfrfv10.exe が見つかりません。"
+                                  u"（PATH のフォルダと "_s +
+                                  binDir()),
+                 qPrintable(r.err));
 
         QVERIFY(QFile::remove(f.folder.filePath(u"TMP/施設請求データ.csv"_s)));
         r = f.print(1, {u"--print"_s}); // the confirmation is answered no without --yes
@@ -252,24 +258,34 @@ private slots:
                  qPrintable(r.err));
         QVERIFY(!QFile::exists(f.folder.filePath(u"TMP/施設請求データ.csv"_s)));
 
+        // Usage errors, in Japanese, with the usage line; "--opt=value" is read like "--opt value".
         const QList<QPair<QStringList, QString>> bad = {
-            {{u"--kind"_s, u"7"_s}, u"--kind must be a whole number from 1 to 6, not '7'"_s},
-            {{u"--kind"_s, u"1"_s, u"--csv-only"_s}, u"--month is missing"_s},
-            {{u"--kind"_s, u"1"_s, u"--month"_s, u"2024/13"_s}, u"--month must be yyyy/mm"_s},
-            {{u"--kind"_s, u"1"_s, u"--month"_s, u"2024/10"_s}, u"say what to do"_s},
+            {{u"--kind"_s, u"7"_s}, u"--kind には 1 から 6 までの整数を指定してください（指定値：'7'）"_s},
+            {{u"--kind=0"_s, u"--month"_s, u"2024/10"_s}, u"--kind には 1 から 6 までの整数"_s},
+            {{u"--kind"_s, u"1"_s, u"--csv-only"_s}, u"--month を指定してください"_s},
+            {{u"--kind"_s, u"1"_s, u"--month=2024/13"_s}, u"--month は yyyy/mm の形で指定してください"_s},
+            {{u"--kind"_s, u"1"_s, u"--month"_s, u"2024/10"_s}, u"何をするかを指定してください"_s},
             {{u"--kind"_s, u"1"_s, u"--month"_s, u"2024/10"_s, u"--preview"_s, u"--csv-only"_s},
-             u"give only one"_s},
+             u"--csv-only、--preview、--print、--pdf はどれか一つだけ"_s},
             {{u"--kind"_s, u"1"_s, u"--month"_s, u"2024/10"_s, u"--csv-only"_s, u"--sites"_s, u"1-1"_s},
-             u"--sites applies to kind 6 only"_s},
+             u"--sites は種類 6 だけに指定できます"_s},
+            {{u"--kind"_s, u"6"_s, u"--month"_s, u"2024/10"_s, u"--csv-only"_s, u"--sites=1-x"_s},
+             u"--sites には 1-1,2-1 のように"_s},
             {{u"--kind"_s, u"2"_s, u"--month"_s, u"2024/10"_s, u"--csv-only"_s, u"--billing-kind"_s, u"x"_s},
-             u"--billing-kind does not apply to kind 2"_s},
+             u"--billing-kind は種類 2 には使えません"_s},
             {{u"--kind"_s, u"1"_s, u"--month"_s, u"2024/10"_s, u"--frobnicate"_s},
-             u"unknown option '--frobnicate'"_s},
+             u"不明なオプションです：frobnicate"_s},
+            {{u"--kind"_s, u"1"_s, u"--month"_s}, u"--month の後に値がありません。"_s},
+            {{u"--kind"_s, u"1"_s, u"--month"_s, u"2024/10"_s, u"--yes=1"_s, u"--csv-only"_s},
+             u"--yes は値をとりません。"_s},
+            {{u"--kind"_s, u"1"_s, u"--month"_s, u"2024/10"_s, u"--csv-only"_s, u"extra"_s},
+             u"余分な引数があります：extra"_s},
         };
         for (const auto& [args, message] : bad) {
             r = cli(QStringList{u"print"_s} + args);
             QCOMPARE(r.exitCode, 2);
-            QVERIFY2(r.err.contains(message), qPrintable(r.err));
+            QVERIFY2(r.err.startsWith(u"qelprn-cli print: "_s + message), qPrintable(r.err));
+            QVERIFY2(r.err.contains(u"\n使い方: qelprn-cli print --kind 1..6"_s), qPrintable(r.err));
         }
 
         r = cli({u"help"_s, u"print"_s});
@@ -295,7 +311,9 @@ private slots:
                                       u"--preview"_s,
                                       u"--print"_s,
                                       u"--pdf"_s,
-                                      u"Example"_s})
+                                      u"使い方: qelprn-cli print"_s,
+                                      u"オプション:"_s,
+                                      u"例:"_s})
             QVERIFY2(r.out.contains(option), qPrintable(option));
     }
 
@@ -305,6 +323,20 @@ private slots:
         const QString engine = QDir(binDir()).filePath(u"qelprn-engine"_s);
         if (!QFileInfo(engine).isExecutable())
             QSKIP("qelprn-engine is not built");
+        {
+            // As a suite folder is: no FORM_ENGINE and none of our layouts in SYSTEM_SYS. Our engine
+            // beside the program and the layouts installed beside it (share/qelprn) are used.
+            PrintFixture suite;
+            const QString pdf = suite.folder.filePath(u"suite.pdf"_s);
+            const Run r = suite.print(1, {u"--pdf="_s + pdf});
+            QVERIFY2(r.exitCode == 0, qPrintable(r.err));
+            QVERIFY(readAll(pdf).startsWith("%PDF"));
+            const QString command = qelprn::fromCp932(readAll(suite.folder.filePath(u"TMP/WfdCom.dat"_s)));
+            QVERIFY2(command.startsWith(u"FileName,\""_s +
+                                        QDir::cleanPath(binDir() + u"/../share/qelprn/layouts"_s) +
+                                        u"/施設別請求書.wfd\""_s),
+                     qPrintable(command));
+        }
         PrintFixture f;
         const QDir layouts(qEnvironmentVariable("QELPRN_SOURCE_DIR") + u"/layouts"_s);
         for (const QString& name : layouts.entryList({u"*.wfd"_s}, QDir::Files))

@@ -2,6 +2,7 @@
 #include "forms/DesktopInteraction.h"
 #include "forms/MenuProgram.h"
 #include "forms/OnlineHelp.h"
+#include "forms/ProgramFolderSetup.h"
 #include "forms/frmBack.h"
 #include "forms/frmVer.h"
 #include "forms/mod施設請求書Main.h"
@@ -13,6 +14,8 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QTimer>
+#include <QScopeGuard>
+#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -191,6 +194,40 @@ private slots:
         ui.messageBox(u"OK"_s, u"選択エラー"_s, qelprn::MsgIcon::Exclamation);
         QCOMPARE(title, u"選択エラー"_s);
         QVERIFY2(width >= needed + 150, qPrintable(u"%1 px for a %2 px title"_s.arg(width).arg(needed)));
+    }
+
+    // No program folder: the folder tried is named, and on "yes" the demo is written there,
+    // without FORM_ENGINE, so our engine is used.
+    void offersTheDemoFolderWhenNoneIsFound()
+    {
+        QTemporaryDir dir;
+        const QString chosen = dir.filePath(u"clinic"_s);
+        qputenv("QELPRN_APP_DIR", QFile::encodeName(chosen));
+        const auto restore = qScopeGuard([] { qunsetenv("QELPRN_APP_DIR"); });
+
+        TestInteraction ui;
+        ui.setNextAnswers({qelprn::MsgResult::No});
+        QCOMPARE(qelprn::chooseProgramFolder(ui), QString());
+        QCOMPARE(ui.messages.size(), 1);
+        QVERIFY2(ui.messages[0].text.contains(u"環境変数 QELPRN_APP_DIR："_s + chosen),
+                 qPrintable(ui.messages[0].text));
+        QVERIFY(ui.messages[0].text.contains(u"デモ プログラムフォルダ"_s));
+        QCOMPARE(ui.messages[0].buttons, qelprn::MsgButtons::YesNo);
+        QVERIFY(!QFile::exists(chosen));
+
+        ui.clear();
+        ui.setNextAnswers({qelprn::MsgResult::Yes});
+        QCOMPARE(qelprn::chooseProgramFolder(ui), chosen);
+        QCOMPARE(ui.busyDepth, 0);
+        QFile tovara(chosen + u"/Tovara.ini"_s);
+        QVERIFY(tovara.open(QIODevice::ReadOnly));
+        QVERIFY(tovara.readAll().contains("FORM_ENGINE=\r\n"));
+        QVERIFY(QFile::exists(chosen + u"/SYS/施設別請求書.wfd"_s));
+
+        // Found now: no question.
+        ui.clear();
+        QCOMPARE(qelprn::chooseProgramFolder(ui), chosen);
+        QVERIFY(ui.messages.isEmpty());
     }
 
     void desktopBusyPointer()

@@ -6,6 +6,7 @@
 #include "db/ConnectionPool.h"
 #include "report/PrintRun.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QTest>
@@ -238,10 +239,11 @@ private slots:
 
     void engineMissing()
     {
-        RunFixture f; // no FORM_ENGINE: the suite's engine, not installed here
+        RunFixture f; // no FORM_ENGINE: our engine beside the program, which a test folder lacks
         f.run.PrintSisetsuSeikyu(0, f.form.kind(1));
-        QCOMPARE(f.texts(), QStringList({u"帳票の印刷に失敗しました。\r[帳票印刷エンジン wfrfv10.exe "
-                                         u"が見つかりません。]"_s}));
+        const QString tried = QDir(QCoreApplication::applicationDirPath()).filePath(u"qelprn-engine"_s);
+        QCOMPARE(f.texts(), QStringList({u"帳票の印刷に失敗しました。\r[帳票印刷エンジン "_s + tried +
+                                         u" が見つかりません。]"_s}));
         QCOMPARE(f.ui.messages.at(0).icon, MsgIcon::Critical);
         QCOMPARE(f.run.outcome, PrintRun::Outcome::EngineFailed);
         QVERIFY(QFile::exists(f.tmp(u"施設請求データ.csv"_s))); // the data is there for a second try
@@ -282,6 +284,15 @@ private slots:
              true},
             {6, 0, u"施設別請求書.wfd"_s, u"施設請求データ"_s, u"施設請求データ.csv"_s, false},
         };
+        // The program folder's own layouts win; the invoice-receipts' are not there, so the copies
+        // installed beside the program (share/qelprn/layouts) are used.
+        const QString installed =
+            QDir::cleanPath(QCoreApplication::applicationDirPath() + u"/../share/qelprn/layouts"_s);
+        const auto fromInstalled = [](int kind) { return kind == 4 || kind == 5; };
+        for (const Case& c : cases) {
+            if (!fromInstalled(c.kind))
+                f.folder.writeSettingsFile(u"SYS/"_s + c.layout, u"{}"_s);
+        }
         const QString seen = f.folder.filePath(u"seen.dat"_s);
         for (const Case& c : cases) {
             QFile::remove(seen);
@@ -290,7 +301,9 @@ private slots:
             QVERIFY2(f.ui.messages.isEmpty(), qPrintable(f.ui.texts().join(u'\n')));
             QCOMPARE(f.run.outcome, PrintRun::Outcome::Done);
             QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(seen), 20000);
-            const QString expected = u"FileName,\""_s + f.folder.path() + u"\\SYS\\"_s + c.layout +
+            const QString layout = fromInstalled(c.kind) ? installed + u"/"_s + c.layout
+                                                         : f.folder.path() + u"\\SYS\\"_s + c.layout;
+            const QString expected = u"FileName,\""_s + layout +
                                      u"\"\r\n"
                                      u"Title,\"施設請求書印刷\"\r\n"
                                      u"SetDataText,\""_s +

@@ -5,6 +5,7 @@
 #include "support/TestInteraction.h"
 #include "support/TestProgramFolder.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -100,12 +101,26 @@ private slots:
         const AppContext ctx = folder.context(ui);
         cls_WfdPrintExe wfd(ctx);
 
-        // No FORM_ENGINE: the suite's engine, which is not installed here.
+        // No FORM_ENGINE: our engine beside the program (absent beside a test); the message names
+        // the path tried, and the command file is written first, ready for a second try.
         folder.writeSettingsFile(u"Tovara.ini"_s, kTovara);
         QCOMPARE(wfd.iInit(u"a.wfd"_s, u"t"_s), 0);
         QVERIFY(wfd.iPreview(false) != 0);
-        QVERIFY2(wfd.sErrMsg.contains(u"wfrfv10.exe"_s), qPrintable(wfd.sErrMsg));
+        QCOMPARE(wfd.sErrMsg,
+                 u"帳票印刷エンジン "_s + cls_WfdPrintExe::bundledEngine() + u" が見つかりません。"_s);
+        QVERIFY(cls_WfdPrintExe::bundledEngine().startsWith(QCoreApplication::applicationDirPath()));
+        QVERIFY(QFile::exists(folder.filePath(u"TMP/WfdCom.dat"_s)));
         QVERIFY(ui.messages.isEmpty()); // the optional key is read without a message
+
+        // The suite's engine only when FORM_ENGINE names it; a bare name is looked for on the PATH
+        // and beside the program, and the message says so.
+        folder.writeSettingsFile(u"Tovara.ini"_s, kTovara + u"FORM_ENGINE=wfrfv10.exe\n"_s);
+        QCOMPARE(wfd.iInit(u"a.wfd"_s, u"t"_s), 0);
+        QVERIFY(wfd.iPreview(false) != 0);
+        QVERIFY2(
+            wfd.sErrMsg.startsWith(u"帳票印刷エンジン wfrfv10.exe が見つかりません。（PATH のフォルダと "_s +
+                                   QCoreApplication::applicationDirPath()),
+            qPrintable(wfd.sErrMsg));
 
         // A path: started detached with "/c" and the command file as separate arguments.
         const QString engine = folder.filePath(u"bin/fake engine"_s);
