@@ -96,14 +96,17 @@ bool chooseSites(const AppContext& ctx, const std::optional<QList<SiteKey>>& nam
     return true;
 }
 
-// One line an administrator or a benchmark can read: "timings: query 1.234 s, csv 0.456 s
-// (2890305 bytes), engine 3.210 s"; phases that did not run are left out.
+// One line an administrator or a benchmark can read: "timings: query 1.234 s (3 statements,
+// 1 connections), csv 0.456 s (2890305 bytes), engine 3.210 s"; phases that did not run are left
+// out.
 void printTimings(const PrintRun& run, QTextStream& err)
 {
     const auto seconds = [](qint64 ms) { return QString::number(double(ms) / 1000.0, 'f', 3) + u" s"_s; };
     QStringList parts;
     if (run.phaseTimes.queryMs >= 0)
-        parts << u"query "_s + seconds(run.phaseTimes.queryMs);
+        parts << u"query "_s + seconds(run.phaseTimes.queryMs) + u" ("_s +
+                     QString::number(run.phaseTimes.statements) + u" statements, "_s +
+                     QString::number(run.phaseTimes.connections) + u" connections)"_s;
     if (run.phaseTimes.writeMs >= 0) {
         const QFileInfo csv(toLocalPath(run.csvFilePath));
         parts << u"csv "_s + seconds(run.phaseTimes.writeMs) +
@@ -165,8 +168,9 @@ public:
                "  --sites CODE-BRANCH,...  the sites of a kind 6 run, from the list of every database\n"
                "                         (default: every site of the list)\n"
                "  --yes                  answer yes to the confirmation of --print\n"
-               "  --timings              print the time of the query, the CSV file and the engine\n"
-               "                         on standard error when the run ends\n"
+               "  --timings              print the time of the query (with the statements it sent and the\n"
+               "                         connections it opened), the CSV file and the engine on\n"
+               "                         standard error when the run ends\n"
                "  --csv-only             stop after the CSV file and print its path\n"
                "  --preview              start the engine's preview, as the desktop program's preview "
                "button\n"

@@ -1,6 +1,7 @@
 #include "db/ConnectionPool.h"
 
 #include "db/ConnectionString.h"
+#include "db/DbTraffic.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -150,6 +151,7 @@ QString ConnectionPool::acquire(const QString& connectionString, QString* error)
             }
         } else {
             opened = true;
+            countConnection();
             if (cs.speaksSqlite()) {
                 QSqlQuery pragma(db);
                 pragma.exec(u"PRAGMA busy_timeout = "_s + QString::number(kBusyTimeoutMs));

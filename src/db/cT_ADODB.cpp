@@ -2,6 +2,7 @@
 
 #include "db/ConnectionPool.h"
 #include "db/ConnectionString.h"
+#include "db/DbTraffic.h"
 #include "db/RecordSetImpl.h"
 #include "db/StatementShape.h"
 #include "db/TsqlTranslator.h"
@@ -205,6 +206,7 @@ bool cT_ADODB::run(QSqlQuery& query, const QString& sql, bool forwardOnly, QStri
         return false;
     }
     const QString text = d->speaksSqlite ? translateTsqlToSqlite(sql) : sql;
+    countStatement();
     const Prepared prepared = preparedShape && d->embedded && forwardOnly
                                   ? runPrepared(query, text, *preparedShape)
                                   : Prepared::NotUsed;
