@@ -130,7 +130,10 @@ qint16 cT_ADODB::iConnect()
     d->connectionName = ConnectionPool::instance().acquire(m_connectionString, &error);
     if (d->connectionName.isEmpty()) {
         d->state = 0;
-        sErrMsg = error;
+        // The reason in Japanese first; the driver's own text follows once, in the error log.
+        const ConnectionString cs = ConnectionString::parse(m_connectionString);
+        sErrMsg = u"データベースに接続できません。（サーバー：%1　データベース：%2）"_s.arg(cs.dataSource,
+                                                                                            cs.database);
         ErrorEntry entry;
         entry.number = u"-1"_s;
         entry.description = error;
