@@ -148,6 +148,33 @@ int main(int argc, char** argv)
             });
     }
     if (wanted(u"kanja"_s)) {
+        // The two look-ups of the list alone, for every patient of the month.
+        QHash<qint32, qint32> counts;
+        QHash<qint32, modPrint施設請求書::VisitSplit> splits;
+        measure(
+            "bGetSejyutuCntAll (patients)", [&] { return qint16(mod.bGetSejyutuCntAll(counts) ? 0 : -1); },
+            [&] { return counts.size(); });
+        measure(
+            "bCalcJisseki4Down5UpAll (patients)",
+            [&] { return qint16(mod.bCalcJisseki4Down5UpAll(splits) ? 0 : -1); },
+            [&] { return splits.size(); });
+        // What the list cost when every line sent both look-ups itself: the lines of the run, each
+        // with getSejyutuCnt and iCalcJisseki4Down5Up.
+        mod.jouken.iSortShisetsu = 0;
+        mod.iGetSeikyuData_Kanja_New();
+        measure(
+            "per-line look-ups (lines)",
+            [&] {
+                for (KanjaSeikyuRow& row : mod.aKanjaSeikyu) {
+                    row.J_CNT = mod.getSejyutuCnt(row.RIYOUSHA_ID);
+                    double down = 0;
+                    double up = 0;
+                    if (mod.iCalcJisseki4Down5Up(row.RIYOUSHA_ID, down, up) == -1)
+                        return qint16(-1);
+                }
+                return qint16(0);
+            },
+            [&] { return mod.aKanjaSeikyu.size(); });
         for (qint16 sort : {qint16(0), qint16(3)}) {
             mod.jouken.iSortShisetsu = sort;
             measure(

@@ -116,7 +116,7 @@ QString csSejyutuCntAllSql(qint32 nSeikyuYM, qint16 baseCd, qint16 baseEb)
 
 QString cs4Down5UpAllSql(const QString& sSeikyuYM, qint16 baseCd, qint16 baseEb)
 {
-    return u"SELECT    JISSEKI.nRiyoushaIDNo ,JISSEKI.tServicyDayStart"_s
+    return u"SELECT    JISSEKI.nRiyoushaIDNo"_s
            u" ,(CASE WHEN RIYOUSHA.iFutanritsu > 0 THEN RIYOUSHA.iFutanritsu ELSE RIYOUSHA.iKaigoLevel END) "
            u"AS RIYOUSHA_FUTANWARIAI"
            u" ,(CASE WHEN JISSEKI.iAnbunUmu = 1 THEN JISSEKI.nGokeiKinAnbun ELSE JISSEKI.nGokeiKin END) AS "

@@ -22,7 +22,8 @@ QString csSejyutuCntSql(qint32 nRiyoushaIDNo, qint32 nSeikyuYM, qint16 baseCd, q
 QString cs4Down5UpSql(qint32 nRiyoushaIDNo, const QString& sSeikyuYM, qint16 baseCd, qint16 baseEb);
 
 // The same two for every patient of the site at once, keyed by JISSEKI.nRiyoushaIDNo: one row per
-// patient with J_CNT, and every treatment day ordered by patient, then as cs4Down5UpSql orders them.
+// patient with J_CNT, and every treatment day ordered by patient, then as cs4Down5UpSql orders them,
+// with only the columns the split reads (patient, RIYOUSHA_FUTANWARIAI, DAY_GOKEIKIN, in this order).
 // Same windows, site and burden-code rule; a Null patient number matches no patient line.
 QString csSejyutuCntAllSql(qint32 nSeikyuYM, qint16 baseCd, qint16 baseEb);
 QString cs4Down5UpAllSql(const QString& sSeikyuYM, qint16 baseCd, qint16 baseEb);

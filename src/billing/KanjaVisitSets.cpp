@@ -11,10 +11,11 @@ namespace qelprn {
 
 namespace {
 
-// The patient a record belongs to; nothing for a Null number, which no "= n" condition matches.
+// The patient a record belongs to (the first column); nothing for a Null number, which no "= n"
+// condition matches.
 std::optional<qint32> patientOf(const RecordSet& rs)
 {
-    const QVariant id = rs.field(u"nRiyoushaIDNo"_s);
+    const QVariant id = rs.field(0);
     if (id.isNull())
         return std::nullopt;
     return nNullToLng(id);
@@ -62,8 +63,8 @@ bool modPrint施設請求書::bCalcJisseki4Down5UpAll(QHash<qint32, VisitSplit>&
                        visit = 0;
                    }
                    ++visit;
-                   const double share = dDayFutan(fieldLong(db.rs, u"DAY_GOKEIKIN"_s),
-                                                  fieldLong(db.rs, u"RIYOUSHA_FUTANWARIAI"_s));
+                   // By position: a hundred thousand records and more in a month-end run.
+                   const double share = dDayFutan(nNullToLng(db.rs.field(2)), nNullToLng(db.rs.field(1)));
                    (visit <= 4 ? split->dbl4Down : split->dbl5Up) += share;
                }
                return db.checkRead() ? 0 : -1;

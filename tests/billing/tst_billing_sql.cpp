@@ -333,7 +333,7 @@ private slots:
                  u"JISSEKI.tServicyDayStart  < '2025/01/01' GROUP BY JISSEKI.nRiyoushaIDNo"_s);
         QCOMPARE(
             cs4Down5UpAllSql(u"2024/12"_s, 1, 2),
-            joined({u"SELECT    JISSEKI.nRiyoushaIDNo ,JISSEKI.tServicyDayStart"_s,
+            joined({u"SELECT    JISSEKI.nRiyoushaIDNo"_s,
                     u" ,(CASE WHEN RIYOUSHA.iFutanritsu > 0 THEN RIYOUSHA.iFutanritsu ELSE "
                     u"RIYOUSHA.iKaigoLevel END) AS RIYOUSHA_FUTANWARIAI"_s,
                     u" ,(CASE WHEN JISSEKI.iAnbunUmu = 1 THEN JISSEKI.nGokeiKinAnbun ELSE "
