@@ -6,6 +6,7 @@
 #include "app/StartupCheck.h"
 #include "billing/BillingFixture.h"
 #include "db/ConnectionPool.h"
+#include "db/ConnectionReport.h"
 #include "demo/DemoProgramFolder.h"
 #include "report/PrintRun.h"
 
@@ -168,6 +169,10 @@ private slots:
             ConnectionPool::instance().clear();
         });
         AppContext ctx = loadAppContext(ui, m_demo.path());
+        // 接続確認 of the demo folder opens every database.
+        const ConnectionReport check = checkConnections(ctx);
+        QVERIFY2(check.allOpened(), qPrintable(check.lines().join(u'\n')));
+        QCOMPARE(check.databases.size(), 2);
         FakeForm form;
         form.values.imD_Out = QDate(2026, 10, 1);
         form.values.imD_Teis = QDate(2026, 11, 5);
