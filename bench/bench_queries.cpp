@@ -7,6 +7,7 @@
 // marker file is present. QUERY picks some of seikyu, alldb, kanja, kenryousyuu (default all).
 #include "app/CliInteraction.h"
 #include "billing/modPrint施設請求書.h"
+#include "db/DbTraffic.h"
 #include "demo/DemoProgramFolder.h"
 
 #include <QCoreApplication>
@@ -77,14 +78,17 @@ void measure(const char* name, const std::function<qint16()>& query, const std::
     QElapsedTimer timer;
     timer.start();
     const double cpuBefore = cpuSeconds();
+    const DbTraffic trafficBefore = dbTraffic();
     const qint16 result = query();
     const double seconds = double(timer.nsecsElapsed()) / 1e9;
     const double cpu = cpuSeconds() - cpuBefore;
+    const DbTraffic traffic = dbTraffic() - trafficBefore;
     const qsizetype n = rows();
-    std::printf("%-36s result %2d  rows %6lld  %7.2f s %8.0f rows/s  cpu %7.2f s %8.0f rows/cpu-s  peak RSS "
-                "%6.1f MB\n",
+    std::printf("%-36s result %2d  rows %6lld  %7.2f s %8.0f rows/s  cpu %7.2f s %8.0f rows/cpu-s  %6lld "
+                "statements  peak RSS %6.1f MB\n",
                 name, result, static_cast<long long>(n), seconds, seconds > 0 ? double(n) / seconds : 0.0,
-                cpu, cpu > 0 ? double(n) / cpu : 0.0, peakRssMb());
+                cpu, cpu > 0 ? double(n) / cpu : 0.0, static_cast<long long>(traffic.statements),
+                peakRssMb());
     std::fflush(stdout);
 }
 
@@ -144,6 +148,33 @@ int main(int argc, char** argv)
             });
     }
     if (wanted(u"kanja"_s)) {
+        // The two look-ups of the list alone, for every patient of the month.
+        QHash<qint32, qint32> counts;
+        QHash<qint32, modPrint施設請求書::VisitSplit> splits;
+        measure(
+            "bGetSejyutuCntAll (patients)", [&] { return qint16(mod.bGetSejyutuCntAll(counts) ? 0 : -1); },
+            [&] { return counts.size(); });
+        measure(
+            "bCalcJisseki4Down5UpAll (patients)",
+            [&] { return qint16(mod.bCalcJisseki4Down5UpAll(splits) ? 0 : -1); },
+            [&] { return splits.size(); });
+        // What the list cost when every line sent both look-ups itself: the lines of the run, each
+        // with getSejyutuCnt and iCalcJisseki4Down5Up.
+        mod.jouken.iSortShisetsu = 0;
+        mod.iGetSeikyuData_Kanja_New();
+        measure(
+            "per-line look-ups (lines)",
+            [&] {
+                for (KanjaSeikyuRow& row : mod.aKanjaSeikyu) {
+                    row.J_CNT = mod.getSejyutuCnt(row.RIYOUSHA_ID);
+                    double down = 0;
+                    double up = 0;
+                    if (mod.iCalcJisseki4Down5Up(row.RIYOUSHA_ID, down, up) == -1)
+                        return qint16(-1);
+                }
+                return qint16(0);
+            },
+            [&] { return mod.aKanjaSeikyu.size(); });
         for (qint16 sort : {qint16(0), qint16(3)}) {
             mod.jouken.iSortShisetsu = sort;
             measure(

@@ -59,8 +59,8 @@ echo
 
 big=$(folder_for 50000)
 echo "== per print kind, 50,000 patients, billing month $month (demo data: $big)"
-printf '%-4s %7s %8s %8s %9s %8s %8s %6s %7s %8s %8s %9s %9s\n' kind rows "query s" "rows/s" "CSV MB" "CSV MB/s" \
-    "floor" "ratio" pages "engine s" pages/s "cli MiB" "eng. MiB"
+printf '%-4s %7s %8s %8s %6s %9s %8s %8s %6s %7s %8s %8s %9s %9s\n' kind rows "query s" "rows/s" stmts "CSV MB" \
+    "CSV MB/s" "floor" "ratio" pages "engine s" pages/s "cli MiB" "eng. MiB"
 for kind in 1 2 3 4 5 6; do
     log=$work/cli.$kind
     QELPRN_APP_DIR=$big /usr/bin/time -v -o "$log.time" "$cli" print --kind "$kind" --month "$month" \
@@ -74,6 +74,8 @@ for kind in 1 2 3 4 5 6; do
     bytes=$(stat -c %s "$csv")
     query=$(timing "$log.err" query)
     write=$(timing "$log.err" csv)
+    # Statements the query sent (and connections it opened), from the same timings line.
+    stmts=$(sed -n 's/.*query [0-9.]* s (\([0-9]*\) statements, \([0-9]*\) connections).*/\1\/\2/p' "$log.err" | tail -n 1)
     floor=$(floor_seconds "$csv")
     # The engine alone on the command file the run hands it, under its own memory measurement.
     QELPRN_APP_DIR=$big "$cli" print --kind "$kind" --month "$month" --issue-date 2026/11/05 \
@@ -82,12 +84,13 @@ for kind in 1 2 3 4 5 6; do
     /usr/bin/time -v -o "$log.engine" "$engine" --pdf "$work/e$kind.pdf" /c "$command" >/dev/null 2>&1 || true
     pages=$(pdfinfo "$work/e$kind.pdf" 2>/dev/null | awk '/^Pages:/ {print $2}')
     esecs=$(wall "$log.engine")
-    printf '%-4s %7s %8s %8s %9s %8s %8s %6s %7s %8s %8s %9s %9s\n' "$kind" "$rows" "$query" "$(div "$rows" "$query")" \
-        "$(div "$bytes" 1048576 %.1f)" "$(div "$bytes" "$write*1048576" %.1f)" "$(div "$bytes" "$floor*1048576" %.0f)" \
+    printf '%-4s %7s %8s %8s %6s %9s %8s %8s %6s %7s %8s %8s %9s %9s\n' "$kind" "$rows" "$query" "$(div "$rows" "$query")" \
+        "${stmts:--}" "$(div "$bytes" 1048576 %.1f)" "$(div "$bytes" "$write*1048576" %.1f)" "$(div "$bytes" "$floor*1048576" %.0f)" \
         "$(div "$floor" "$write" %.2f)" "${pages:-0}" "$esecs" "$(div "${pages:-0}" "$esecs")" "$(peak "$log.time")" \
         "$(peak "$log.engine")"
 done
-echo "(rows: data lines of the CSV file; query s and CSV MB/s from the run's own phase timings; floor: a plain"
+echo "(rows: data lines of the CSV file; query s and CSV MB/s from the run's own phase timings; stmts: statements"
+echo " sent / connections opened by the query; floor: a plain"
 echo " write of the same bytes, ratio = floor time / writer time; the engine renders the run's command file to PDF)"
 
 echo

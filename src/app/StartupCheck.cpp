@@ -1,5 +1,6 @@
 #include "app/StartupCheck.h"
 
+#include "app/DbLoginTimeout.h"
 #include "app/FileUtil.h"
 #include "app/Paths.h"
 #include "app/ProgramTitle.h"
@@ -41,6 +42,7 @@ AppContext loadAppContext(Interaction& ui, const QString& appDir)
     // Like the suite's Val(): a non-number part gives 0.
     ctx.iBaseKyotenCd = qint16(baseId.mid(0, 2).trimmed().toInt());
     ctx.iBaseKyotenEb = qint16(baseId.mid(2, 2).trimmed().toInt());
+    setDbLoginTimeout(vGetSysIniValue(ctx, u"DB_LOGIN_TIMEOUT"_s, false));
     return ctx;
 }
 

@@ -90,11 +90,6 @@ qint16 modPrint施設請求書::iGetSeikyuData_Kanja_New()
             row.施術日From = monthFrom;
             row.施術日To = monthTo;
 
-            row.J_CNT = getSejyutuCnt(row.RIYOUSHA_ID);
-            if (iCalcJisseki4Down5Up(row.RIYOUSHA_ID, row.dFutan4Down, row.dFutan5Up) == -1) {
-                showError(u"iGetSeikyuData_Kanja_New():iCalcJisseki4Down5Up でエラー"_s);
-                return -1;
-            }
             aKanjaSeikyu.append(row);
             if (aKanjaSeikyu.size() % kProgressStep == 0)
                 context.interaction().progress(phase, aKanjaSeikyu.size(), 0);
@@ -104,6 +99,27 @@ qint16 modPrint施設請求書::iGetSeikyuData_Kanja_New()
         if (aKanjaSeikyu.isEmpty()) {
             showNoData();
             return 1;
+        }
+        db.close();
+
+        // Treatment days and the visit-count split of every patient in one statement each, not two
+        // round trips per line; each line gets what getSejyutuCnt and iCalcJisseki4Down5Up give it.
+        QHash<qint32, qint32> counts;
+        const bool counted = bGetSejyutuCntAll(counts);
+        QHash<qint32, VisitSplit> splits;
+        if (!bCalcJisseki4Down5UpAll(splits)) {
+            showError(u"iGetSeikyuData_Kanja_New():iCalcJisseki4Down5Up でエラー"_s);
+            return -1;
+        }
+        for (KanjaSeikyuRow& row : aKanjaSeikyu) {
+            row.J_CNT = counted ? counts.value(row.RIYOUSHA_ID) : -1;
+            const auto split = splits.constFind(row.RIYOUSHA_ID);
+            if (split == splits.constEnd()) {
+                showNoData(); // as the per-patient split tells of a patient without treatment days
+                continue;
+            }
+            row.dFutan4Down = split->dbl4Down;
+            row.dFutan5Up = split->dbl5Up;
         }
         context.interaction().progress(phase, aKanjaSeikyu.size(), aKanjaSeikyu.size());
         return 0;

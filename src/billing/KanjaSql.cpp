@@ -103,6 +103,33 @@ QString cs4Down5UpSql(qint32 nRiyoushaIDNo, const QString& sSeikyuYM, qint16 bas
            u" ORDER BY  tServicyDayStart"_s;
 }
 
+QString csSejyutuCntAllSql(qint32 nSeikyuYM, qint16 baseCd, qint16 baseEb)
+{
+    const QString from = csMonthFirstDay(nSeikyuYM);
+    const QString to = csNextMonthFirstDay(from.left(7));
+    return u"SELECT JISSEKI.nRiyoushaIDNo ,count(*) as J_CNT  FROM JISSEKI  WHERE     JISSEKI.iKyotenCd  = "_s +
+           num(baseCd) + u" AND JISSEKI.iKyotenEb  = "_s + num(baseEb) +
+           u" AND JISSEKI.tServicyDayStart  >= '"_s + sqlText(from) +
+           u"' AND JISSEKI.tServicyDayStart  < '"_s + sqlText(to) + u"'"_s +
+           u" GROUP BY JISSEKI.nRiyoushaIDNo"_s;
+}
+
+QString cs4Down5UpAllSql(const QString& sSeikyuYM, qint16 baseCd, qint16 baseEb)
+{
+    return u"SELECT    JISSEKI.nRiyoushaIDNo"_s
+           u" ,(CASE WHEN RIYOUSHA.iFutanritsu > 0 THEN RIYOUSHA.iFutanritsu ELSE RIYOUSHA.iKaigoLevel END) "
+           u"AS RIYOUSHA_FUTANWARIAI"
+           u" ,(CASE WHEN JISSEKI.iAnbunUmu = 1 THEN JISSEKI.nGokeiKinAnbun ELSE JISSEKI.nGokeiKin END) AS "
+           u"DAY_GOKEIKIN"
+           u" FROM JISSEKI LEFT JOIN RIYOUSHA ON        JISSEKI.nRiyoushaIDNo = RIYOUSHA.nIDNo "
+           u"   AND JISSEKI.iKyotenCd = RIYOUSHA.iKyotenCd    AND JISSEKI.iKyotenEb = RIYOUSHA.iKyotenEb "
+           u" WHERE JISSEKI.iKyotenCd = "_s +
+           num(baseCd) + u"   AND JISSEKI.iKyotenEb = "_s + num(baseEb) +
+           u"   AND JISSEKI.tServicyDayStart >= '"_s + sqlText(csMonthFirstDay(sSeikyuYM)) +
+           u"'   AND JISSEKI.tServicyDayStart < '"_s + sqlText(csNextMonthFirstDay(sSeikyuYM)) + u"'"_s +
+           u" ORDER BY  JISSEKI.nRiyoushaIDNo, JISSEKI.tServicyDayStart"_s;
+}
+
 double dDayFutan(qint32 dayGokeikin, qint32 futanCode)
 {
     return double(dayGokeikin) * double(futanCode - 1) / 10.0;

@@ -21,6 +21,12 @@ QString csSejyutuCntSql(qint32 nRiyoushaIDNo, qint32 nSeikyuYM, qint16 baseCd, q
 // code (RIYOUSHA_FUTANWARIAI) and the day's fee (DAY_GOKEIKIN).
 QString cs4Down5UpSql(qint32 nRiyoushaIDNo, const QString& sSeikyuYM, qint16 baseCd, qint16 baseEb);
 
+// The same two for every patient of the site at once, keyed by JISSEKI.nRiyoushaIDNo: one row per
+// patient with J_CNT, and every treatment day ordered by patient, then as cs4Down5UpSql orders them,
+// with only the columns the split reads (patient, RIYOUSHA_FUTANWARIAI, DAY_GOKEIKIN, in this order).
+// Same windows, site and burden-code rule; a Null patient number matches no patient line.
+QString csSejyutuCntAllSql(qint32 nSeikyuYM, qint16 baseCd, qint16 baseEb);
+QString cs4Down5UpAllSql(const QString& sSeikyuYM, qint16 baseCd, qint16 baseEb);
 // The patient's share of one day: the day's fee times (burden code - 1) / 10, unrounded. The code
 // counts tenths plus one (2 = 10 %, 3 = 20 %, 4 = 30 %); 1 gives nothing, and a missing code (0)
 // gives minus one tenth, as the suite has always computed it.

@@ -8,6 +8,7 @@
 #include "billing/SisetsuSeikyuRow.h"
 #include "db/DbInfo.h"
 
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <QtGlobal>
@@ -41,6 +42,17 @@ public:
     qint16 iCalcJisseki4Down5Up(qint32 nRiyoushaIDNo, double& dbl4Down, double& dbl5Up);
     // The patient's treatment records of the billing month; -1 after a reported failure.
     qint32 getSejyutuCnt(qint32 nRiyoushaIDNo);
+
+    // The two above for every patient of the site's billing month, each in one statement, keyed by
+    // patient number: what the per-patient functions give, without a round trip per patient. A
+    // patient without treatment days is absent. false after a reported failure.
+    struct VisitSplit
+    {
+        double dbl4Down = 0.0;
+        double dbl5Up = 0.0;
+    };
+    bool bCalcJisseki4Down5UpAll(QHash<qint32, VisitSplit>& splits);
+    bool bGetSejyutuCntAll(QHash<qint32, qint32>& counts);
 
     AppContext& context;
     PrintJouken jouken;

@@ -97,14 +97,17 @@ bool chooseSites(const AppContext& ctx, const std::optional<QList<SiteKey>>& nam
     return true;
 }
 
-// One line an administrator or a benchmark can read: "timings: query 1.234 s, csv 0.456 s
-// (2890305 bytes), engine 3.210 s"; phases that did not run are left out.
+// One line an administrator or a benchmark can read: "timings: query 1.234 s (3 statements,
+// 1 connections), csv 0.456 s (2890305 bytes), engine 3.210 s"; phases that did not run are left
+// out.
 void printTimings(const PrintRun& run, QTextStream& err)
 {
     const auto seconds = [](qint64 ms) { return QString::number(double(ms) / 1000.0, 'f', 3) + u" s"_s; };
     QStringList parts;
     if (run.phaseTimes.queryMs >= 0)
-        parts << u"query "_s + seconds(run.phaseTimes.queryMs);
+        parts << u"query "_s + seconds(run.phaseTimes.queryMs) + u" ("_s +
+                     QString::number(run.phaseTimes.statements) + u" statements, "_s +
+                     QString::number(run.phaseTimes.connections) + u" connections)"_s;
     if (run.phaseTimes.writeMs >= 0) {
         const QFileInfo csv(toLocalPath(run.csvFilePath));
         parts << u"csv "_s + seconds(run.phaseTimes.writeMs) +

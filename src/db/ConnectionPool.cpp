@@ -1,6 +1,8 @@
 #include "db/ConnectionPool.h"
 
+#include "app/DbLoginTimeout.h"
 #include "db/ConnectionString.h"
+#include "db/DbTraffic.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -8,6 +10,7 @@
 #include <QList>
 #include <QMutex>
 #include <QMutexLocker>
+#include <QRegularExpression>
 #include <QSet>
 #include <QSqlDatabase>
 #include <QSqlError>
@@ -51,6 +54,22 @@ QString poolKey(const QString& connectionString)
         targets.insert(memoKey, target);
     }
     return QString::number(reinterpret_cast<quintptr>(QThread::currentThreadId())) + u'|' + target;
+}
+
+// The driver's diagnostic records once each: drivers repeat a record for every address they
+// tried, and Qt appends its own English summary.
+QString driverText(const QSqlError& e)
+{
+    const QString text = e.databaseText().trimmed();
+    if (text.isEmpty())
+        return e.text();
+    static const QRegularExpression recordStart(u"\\s+(?=\\[)"_s);
+    QStringList records;
+    for (const QString& record : text.split(recordStart, Qt::SkipEmptyParts)) {
+        if (!records.contains(record.trimmed()))
+            records.append(record.trimmed());
+    }
+    return records.join(u' ');
 }
 
 void dropConnection(const QString& name)
@@ -132,7 +151,8 @@ QString ConnectionPool::acquire(const QString& connectionString, QString* error)
         } else {
             db = QSqlDatabase::addDatabase(u"QODBC"_s, name);
             db.setDatabaseName(cs.odbcConnectString());
-            db.setConnectOptions(u"SQL_ATTR_LOGIN_TIMEOUT=15;SQL_ATTR_CONNECTION_TIMEOUT=15"_s);
+            db.setConnectOptions(u"SQL_ATTR_LOGIN_TIMEOUT="_s + QString::number(nDbLoginTimeout()) +
+                                 u";SQL_ATTR_CONNECTION_TIMEOUT=15"_s);
         }
         if (!db.isValid()) {
             if (error)
@@ -143,13 +163,13 @@ QString ConnectionPool::acquire(const QString& connectionString, QString* error)
                 *error = cs.sqliteFile() + u": the database file does not exist"_s;
         } else if (!db.open()) {
             if (error) {
-                QString reason = db.lastError().text();
-                if (cs.backend() == ConnectionString::Backend::Sqlite)
-                    reason = cs.sqliteFile() + u": "_s + reason;
-                *error = reason;
+                *error = cs.backend() == ConnectionString::Backend::Sqlite
+                             ? cs.sqliteFile() + u": "_s + db.lastError().text()
+                             : driverText(db.lastError());
             }
         } else {
             opened = true;
+            countConnection();
             if (cs.speaksSqlite()) {
                 QSqlQuery pragma(db);
                 pragma.exec(u"PRAGMA busy_timeout = "_s + QString::number(kBusyTimeoutMs));

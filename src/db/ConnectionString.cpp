@@ -16,7 +16,27 @@ bool isSqliteOdbcDriver(const QString& driver)
     return driver.startsWith(u"SQLite"_s, Qt::CaseInsensitive);
 }
 
+bool isFreeTdsDriver(const QString& driver)
+{
+    return driver.contains(u"FreeTDS"_s, Qt::CaseInsensitive) || driver.contains(u"libtdsodbc"_s);
+}
+
+// TDS 7.4 is SQL Server 2012's protocol; an older server answers with its own and FreeTDS follows.
+const QString kTdsVersion = u"7.4"_s;
+
 } // namespace
+
+QString ConnectionString::masked(const QString& text)
+{
+    QStringList pieces = text.split(u';');
+    for (QString& piece : pieces) {
+        const qsizetype eq = piece.indexOf(u'=');
+        const QString key = piece.left(eq).trimmed().toLower();
+        if (eq > 0 && (key == u"pwd"_s || key == u"password"_s))
+            piece = piece.left(eq + 1) + u"****"_s;
+    }
+    return pieces.join(u';');
+}
 
 ConnectionString ConnectionString::parse(const QString& text)
 {
@@ -75,7 +95,22 @@ QString ConnectionString::odbcConnectString() const
         const QString file = QDir(QDir::fromNativeSeparators(dataSource)).filePath(database + u".sqlite"_s);
         return u"Driver={"_s + driver + u"};Database="_s + file + u";Timeout=5000"_s;
     }
-    QString s = u"Driver={"_s + driver + u"};Server="_s + dataSource + u";Database="_s + database;
+    QString s = u"Driver={"_s + driver + u"};"_s;
+    if (isFreeTdsDriver(driver)) {
+        // FreeTDS takes "host\instance" as Server, a port only as its own Port attribute; the
+        // protocol version and the client's character set must be given for Japanese text to
+        // arrive intact (the defaults are an old protocol and ISO 8859-1).
+        const qsizetype comma = dataSource.lastIndexOf(u',');
+        if (comma > 0 && !dataSource.contains(u'\\'))
+            s += u"Server="_s + dataSource.left(comma).trimmed() + u";Port="_s +
+                 dataSource.mid(comma + 1).trimmed();
+        else
+            s += u"Server="_s + dataSource;
+        s += u";TDS_Version="_s + kTdsVersion + u";ClientCharset=UTF-8"_s;
+    } else {
+        s += u"Server="_s + dataSource;
+    }
+    s += u";Database="_s + database;
     if (integratedSecurity)
         s += u";Trusted_Connection=Yes"_s;
     else

@@ -18,6 +18,15 @@ QString RecordSet::Impl::foldName(const QString& name)
     return ascii ? name.toLower() : name.normalized(QString::NormalizationForm_KC).toCaseFolded();
 }
 
+QString RecordSet::Impl::columnName(const QString& reported)
+{
+    // The SQLite ODBC driver reports a name's length in UTF-8 bytes, not characters; Qt's ODBC
+    // plug-in then takes that many characters from a buffer where the name ends in a NUL and stale
+    // text of an earlier column follows ("実費料金\0 2 a_fut"). No column name holds a NUL.
+    const qsizetype end = reported.indexOf(QChar(u'\0'));
+    return end < 0 ? reported : reported.left(end);
+}
+
 void RecordSet::Impl::attach(QSqlQuery&& q)
 {
     query = std::move(q);
@@ -25,9 +34,11 @@ void RecordSet::Impl::attach(QSqlQuery&& q)
     error.clear();
     names.clear();
     asked.clear();
+    columns.clear();
     const QSqlRecord rec = query.record();
     for (int i = 0; i < rec.count(); ++i) {
-        const QString key = foldName(rec.fieldName(i));
+        columns.append(columnName(rec.fieldName(i)));
+        const QString key = foldName(columns.last());
         if (!names.contains(key))
             names.insert(key, i);
     }
@@ -91,12 +102,12 @@ QVariant RecordSet::field(int index) const
 
 int RecordSet::fieldCount() const
 {
-    return isOpen() ? d->query.record().count() : 0;
+    return isOpen() ? int(d->columns.size()) : 0;
 }
 
 QString RecordSet::fieldName(int index) const
 {
-    return isOpen() ? d->query.record().fieldName(index) : QString();
+    return isOpen() ? d->columns.value(index) : QString();
 }
 
 bool RecordSet::hasField(const QString& name) const
@@ -125,6 +136,7 @@ void RecordSet::close()
     d->open = false;
     d->eof = true;
     d->names.clear();
+    d->columns.clear();
 }
 
 } // namespace qelprn

@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QSqlQuery>
 #include <QString>
+#include <QStringList>
 #include <functional>
 
 namespace qelprn {
@@ -15,6 +16,7 @@ struct RecordSet::Impl
 {
     QSqlQuery query;
     QHash<QString, int> names;
+    QStringList columns; // the column names as the statement gave them
     // Names as the caller spelt them, so a loop asking for the same field each record folds once.
     QHash<QString, int> asked;
     QString error;
@@ -24,6 +26,8 @@ struct RecordSet::Impl
     bool eof = true;
 
     static QString foldName(const QString& name);
+    // A column name as the driver reported it, cleaned of what a faulty driver appends.
+    static QString columnName(const QString& reported);
     void attach(QSqlQuery&& q);
     void step();
 };

@@ -2,6 +2,7 @@
 
 #include "db/ConnectionPool.h"
 #include "db/ConnectionString.h"
+#include "db/DbTraffic.h"
 #include "db/RecordSetImpl.h"
 #include "db/StatementShape.h"
 #include "db/TsqlTranslator.h"
@@ -129,7 +130,10 @@ qint16 cT_ADODB::iConnect()
     d->connectionName = ConnectionPool::instance().acquire(m_connectionString, &error);
     if (d->connectionName.isEmpty()) {
         d->state = 0;
-        sErrMsg = error;
+        // The reason in Japanese first; the driver's own text follows once, in the error log.
+        const ConnectionString cs = ConnectionString::parse(m_connectionString);
+        sErrMsg = u"データベースに接続できません。（サーバー：%1　データベース：%2）"_s.arg(cs.dataSource,
+                                                                                            cs.database);
         ErrorEntry entry;
         entry.number = u"-1"_s;
         entry.description = error;
@@ -205,6 +209,7 @@ bool cT_ADODB::run(QSqlQuery& query, const QString& sql, bool forwardOnly, QStri
         return false;
     }
     const QString text = d->speaksSqlite ? translateTsqlToSqlite(sql) : sql;
+    countStatement();
     const Prepared prepared = preparedShape && d->embedded && forwardOnly
                                   ? runPrepared(query, text, *preparedShape)
                                   : Prepared::NotUsed;

@@ -5,6 +5,7 @@
 #include "app/Paths.h"
 #include "app/ProgramTitle.h"
 #include "app/SysIni.h"
+#include "db/DbTraffic.h"
 #include "report/PrintDataCsv.h"
 #include "report/cls_WfdPrintExe.h"
 
@@ -165,8 +166,12 @@ qint16 PrintRun::iExecPrint(qint16 mode)
 
     QElapsedTimer clock;
     clock.start();
+    const DbTraffic trafficBefore = dbTraffic();
     const qint16 found = runQuery();
     phaseTimes.queryMs = clock.restart();
+    const DbTraffic traffic = dbTraffic() - trafficBefore;
+    phaseTimes.statements = traffic.statements;
+    phaseTimes.connections = traffic.connections;
     if (found == 1) {
         outcome = Outcome::NothingToPrint;
         return 1;

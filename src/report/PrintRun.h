@@ -64,6 +64,8 @@ public:
         qint64 queryMs = -1;
         qint64 writeMs = -1;
         qint64 engineMs = -1;
+        qint64 statements = 0;  // statements sent to the databases by the run
+        qint64 connections = 0; // connections the run opened (not taken from the pool)
     };
     PhaseTimes phaseTimes;
 

@@ -27,9 +27,27 @@ struct BillingFixture
         mod.jouken.sTeisyutuDate = QStringLiteral("2024/11/05");
     }
 
-    ~BillingFixture() { qelprn::ConnectionPool::instance().clear(); }
+    ~BillingFixture()
+    {
+        qunsetenv("QELPRN_ODBC_DRIVER");
+        qelprn::ConnectionPool::instance().clear();
+    }
     BillingFixture(const BillingFixture&) = delete;
     BillingFixture& operator=(const BillingFixture&) = delete;
+
+    // Points "adodb.ini" at the same database through the ODBC driver manager with SQLite's driver
+    // (or back at the embedded engine), for the back-end data rows of the tests.
+    void useOdbc(bool odbc)
+    {
+        if (odbc)
+            qputenv("QELPRN_ODBC_DRIVER", "SQLite3");
+        else
+            qunsetenv("QELPRN_ODBC_DRIVER");
+        const QString source = odbc ? folder.filePath(QStringLiteral("db")) : QStringLiteral("sqlite:db");
+        folder.writeSettingsFile(QStringLiteral("adodb.ini"),
+                                 QStringLiteral("[接続情報]\n接続情報=Provider=SQLOLEDB;Data Source=") +
+                                     source + QStringLiteral(";Database=suite;uid=sa;pwd=x\n"));
+    }
 
     void insert(const QString& table, QVariantMap row, const QString& db = QStringLiteral("suite"))
     {

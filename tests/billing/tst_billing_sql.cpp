@@ -324,6 +324,29 @@ private slots:
                  u" ORDER BY  tServicyDayStart"_s}));
         keep(csSejyutuCntSql(42, 202412, 1, 2));
         keep(cs4Down5UpSql(42, u"2024/12"_s, 1, 2));
+
+        // The same for every patient at once: the patient condition becomes the key.
+        QCOMPARE(csSejyutuCntAllSql(202412, 1, 2),
+                 u"SELECT JISSEKI.nRiyoushaIDNo ,count(*) as J_CNT  FROM JISSEKI  WHERE     "
+                 u"JISSEKI.iKyotenCd  = 1 "
+                 u"AND JISSEKI.iKyotenEb  = 2 AND JISSEKI.tServicyDayStart  >= '2024/12/01' AND "
+                 u"JISSEKI.tServicyDayStart  < '2025/01/01' GROUP BY JISSEKI.nRiyoushaIDNo"_s);
+        QCOMPARE(
+            cs4Down5UpAllSql(u"2024/12"_s, 1, 2),
+            joined({u"SELECT    JISSEKI.nRiyoushaIDNo"_s,
+                    u" ,(CASE WHEN RIYOUSHA.iFutanritsu > 0 THEN RIYOUSHA.iFutanritsu ELSE "
+                    u"RIYOUSHA.iKaigoLevel END) AS RIYOUSHA_FUTANWARIAI"_s,
+                    u" ,(CASE WHEN JISSEKI.iAnbunUmu = 1 THEN JISSEKI.nGokeiKinAnbun ELSE "
+                    u"JISSEKI.nGokeiKin END) AS DAY_GOKEIKIN"_s,
+                    u" FROM JISSEKI LEFT JOIN RIYOUSHA ON        JISSEKI.nRiyoushaIDNo = RIYOUSHA.nIDNo "_s,
+                    u"   AND JISSEKI.iKyotenCd = RIYOUSHA.iKyotenCd    AND JISSEKI.iKyotenEb = "
+                    u"RIYOUSHA.iKyotenEb "_s,
+                    u" WHERE JISSEKI.iKyotenCd = 1   AND JISSEKI.iKyotenEb = 2"_s,
+                    u"   AND JISSEKI.tServicyDayStart >= '2024/12/01'   AND JISSEKI.tServicyDayStart < "
+                    u"'2025/01/01'"_s,
+                    u" ORDER BY  JISSEKI.nRiyoushaIDNo, JISSEKI.tServicyDayStart"_s}));
+        keep(csSejyutuCntAllSql(202412, 1, 2));
+        keep(cs4Down5UpAllSql(u"2024/12"_s, 1, 2));
     }
 
     void kenRyousyuu_data()

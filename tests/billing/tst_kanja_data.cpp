@@ -1,7 +1,9 @@
 // The co-payment list lines and the visit-count split, on SQLite databases built per case.
 #include "BillingFixture.h"
+#include "db/DbTraffic.h"
 
 #include <QTest>
+#include <bit>
 
 using namespace Qt::StringLiterals;
 using namespace qelprn;
@@ -77,6 +79,92 @@ private slots:
         QCOMPARE(f.mod.iCalcJisseki4Down5Up(1, down, up), qint16(-1));
         QCOMPARE(f.ui.texts(),
                  QStringList({u"iCalcJisseki4Down5Up() でエラー\r\n接続文字列取得できません。"_s}));
+    }
+
+    void setBasedEqualsPerPatient_data()
+    {
+        QTest::addColumn<bool>("odbc");
+        QTest::newRow("embedded") << false;
+        QTest::newRow("odbc") << true;
+    }
+
+    // The run's set-based look-ups give every patient exactly what the per-patient statements give:
+    // split at four and five visits, ties at one moment, the month's first and last moments, other
+    // sites, burden codes 1 to 4, iKaigoLevel standing in, a missing patient row, Null fees, patient
+    // number 0 and Null. The co-payment list then sends three statements whatever its lines.
+    void setBasedEqualsPerPatient()
+    {
+        QFETCH(bool, odbc);
+        BillingFixture f;
+        f.useOdbc(odbc);
+        f.facility(10, u"施設"_s);
+        const auto at = [](int dd, const QString& time = u"10:00:00"_s) {
+            return u"2024/10/%1 "_s.arg(dd, 2, 10, QChar(u'0')) + time;
+        };
+        f.patient(1, 10, 4000, 400, 0, 0, 1, u"suite"_s, {{u"iFutanritsu"_s, 2}});
+        f.patient(2, 10, 5000, 500, 0, 0, 1, u"suite"_s, {{u"iFutanritsu"_s, 3}});
+        f.patient(3, 10, 6000, 0, 0, 0, 1, u"suite"_s, {{u"iFutanritsu"_s, 1}});
+        f.patient(4, 10, 2000, 300, 0, 0, 1, u"suite"_s, {{u"iFutanritsu"_s, 0}, {u"iKaigoLevel"_s, 4}});
+        f.patient(6, 10, 3000, 300, 0, 0, 1, u"suite"_s, {{u"iFutanritsu"_s, 4}});
+        f.patient(8, 10, 3000, 300, 0);
+        f.patient(9, 10, 3000, 300, 0); // no treatment day
+        // Days inserted patient by patient in turn, so that storage order is not patient order.
+        for (int d = 1; d <= 7; ++d) {
+            if (d <= 4)
+                f.day(1, at(d), 1000 + d);
+            if (d <= 5)
+                f.day(2, at(d == 5 ? 4 : d), d == 5 ? 555 : 1000); // the fifth at the fourth's moment
+            f.day(3, at(d), 1000);
+            f.day(5, at(d), 1234 + d); // no patient row: burden code Null
+            f.day(0, at(d), 700);
+        }
+        f.day(4, at(5), 1000, 100, 0, 1, {{u"iAnbunUmu"_s, 1}, {u"nGokeiKinAnbun"_s, 500}});
+        f.day(4, at(6), 1000, 100, 0, 1, {{u"iAnbunUmu"_s, 1}, {u"nGokeiKinAnbun"_s, QVariant()}});
+        f.day(6, u"2024/09/30 23:59:59"_s, 9000);
+        f.day(6, at(1, u"00:00:00"_s), 1100);
+        f.day(6, at(31, u"23:59:59"_s), 1300);
+        f.day(6, u"2024/11/01 00:00:00"_s, 9000);
+        for (int d = 2; d <= 6; ++d)
+            f.day(6, at(d), 1000 * d + 7);
+        f.day(6, at(3), 2000, 100, 0, 2); // another site
+        f.day(7, at(3), 2000, 100, 0, 2); // only at another site
+        f.day(8, at(9), 0, 100, 0, 1, {{u"nGokeiKin"_s, QVariant()}});
+        f.day(8, at(10), 1500);
+        f.folder.exec(
+            u"INSERT INTO JISSEKI (iKyotenCd, iKyotenEb, nRiyoushaIDNo, tServicyDayStart, nGokeiKin) "
+            u"VALUES (1, 1, NULL, '2024/10/05 10:00:00', 800)"_s);
+
+        QHash<qint32, qint32> counts;
+        QHash<qint32, modPrint施設請求書::VisitSplit> splits;
+        QVERIFY(f.mod.bGetSejyutuCntAll(counts));
+        QVERIFY(f.mod.bCalcJisseki4Down5UpAll(splits));
+        QCOMPARE(f.ui.messages.size(), 0);
+        for (qint32 id = 0; id <= 10; ++id) {
+            QCOMPARE(counts.value(id), f.mod.getSejyutuCnt(id));
+            double down = 0;
+            double up = 0;
+            const qint16 found = f.mod.iCalcJisseki4Down5Up(id, down, up);
+            QCOMPARE(splits.contains(id), found == 0);
+            const modPrint施設請求書::VisitSplit split = splits.value(id);
+            // Bit for bit: the CSV files print these unrounded.
+            QCOMPARE(std::bit_cast<quint64>(split.dbl4Down), std::bit_cast<quint64>(down));
+            QCOMPARE(std::bit_cast<quint64>(split.dbl5Up), std::bit_cast<quint64>(up));
+        }
+        QCOMPARE(counts.size(), 8); // 0 to 6 and 8; Null matches no patient
+        QCOMPARE(splits.value(2).dbl5Up, 111.0);
+        QCOMPARE(splits.value(6).dbl5Up, 3.0 * (5007 + 6007 + 1300) / 10); // code 4: 30 %
+
+        f.ui.clear();
+        const DbTraffic before = dbTraffic();
+        QCOMPARE(f.mod.iGetSeikyuData_Kanja_New(), qint16(0));
+        QCOMPARE((dbTraffic() - before).statements, 3);
+        QCOMPARE(f.mod.aKanjaSeikyu.size(), 7);
+        QCOMPARE(f.ui.texts(), QStringList({u"該当する実績データがありません。"_s})); // patient 9
+        for (const KanjaSeikyuRow& row : std::as_const(f.mod.aKanjaSeikyu)) {
+            QCOMPARE(row.J_CNT, counts.value(row.RIYOUSHA_ID));
+            QCOMPARE(row.dFutan4Down, splits.value(row.RIYOUSHA_ID).dbl4Down);
+            QCOMPARE(row.dFutan5Up, splits.value(row.RIYOUSHA_ID).dbl5Up);
+        }
     }
 
     // The line of one patient with every value it carries.

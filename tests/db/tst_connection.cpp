@@ -1,4 +1,7 @@
+#include "app/DbLoginTimeout.h"
+#include "app/StartupCheck.h"
 #include "db/ConnectionPool.h"
+#include "db/ConnectionReport.h"
 #include "db/ConnectionString.h"
 #include "db/RecordSet.h"
 #include "db/StatementShape.h"
@@ -8,8 +11,15 @@
 #include "support/TestProgramFolder.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QScopeGuard>
 #include <QtTest>
+#ifdef Q_OS_UNIX
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+#endif
 
 using namespace Qt::StringLiterals;
 using qelprn::ConnectionString;
@@ -17,6 +27,46 @@ using qelprn::cT_ADODB;
 using qelprn::RecordSet;
 using qelprn::test::TestInteraction;
 using qelprn::test::TestProgramFolder;
+
+namespace {
+
+#ifdef Q_OS_UNIX
+// A TCP socket on 127.0.0.1 that listens (the system completes connections) but never answers:
+// a server that does not respond to the login. Closed at once, its port is a closed port.
+struct SilentServer
+{
+    int fd = -1;
+    int port = 0;
+    SilentServer()
+    {
+        fd = ::socket(AF_INET, SOCK_STREAM, 0);
+        sockaddr_in addr{};
+        addr.sin_family = AF_INET;
+        addr.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t len = sizeof addr;
+        if (fd < 0 || ::bind(fd, reinterpret_cast<sockaddr*>(&addr), len) != 0 || ::listen(fd, 8) != 0 ||
+            ::getsockname(fd, reinterpret_cast<sockaddr*>(&addr), &len) != 0)
+            return;
+        port = ntohs(addr.sin_port);
+    }
+    ~SilentServer() { close(); }
+    void close()
+    {
+        if (fd >= 0)
+            ::close(fd);
+        fd = -1;
+    }
+};
+#endif
+
+void writeIni(TestProgramFolder& folder, const QString& dataSource, const QString& dbIni)
+{
+    folder.writeSettingsFile(u"adodb.ini"_s, u"[接続情報]\n接続情報=Provider=SQLOLEDB;Data Source="_s +
+                                                 dataSource + u";Database=suite;uid=sa;pwd=tqz4187\n"_s);
+    folder.writeSettingsFile(u"DB.ini"_s, dbIni);
+}
+
+} // namespace
 
 class tst_connection : public QObject
 {
@@ -30,8 +80,20 @@ private slots:
         QCOMPARE(cs.backend(), ConnectionString::Backend::Odbc);
         QCOMPARE(cs.dataSource, u"srv\\SQLEXPRESS"_s);
         qunsetenv("QELPRN_ODBC_DRIVER");
-        QCOMPARE(cs.odbcConnectString(),
-                 u"Driver={FreeTDS};Server=srv\\SQLEXPRESS;Database=HALVEX;UID=sa;PWD=tqz4187"_s);
+        QCOMPARE(
+            cs.odbcConnectString(),
+            u"Driver={FreeTDS};Server=srv\\SQLEXPRESS;TDS_Version=7.4;ClientCharset=UTF-8;Database=HALVEX;"
+            u"UID=sa;PWD=tqz4187"_s);
+        // FreeTDS takes a port only as its own attribute; other drivers read "host,port" themselves.
+        const auto port = ConnectionString::parse(u"Data Source=10.0.0.5, 1500;Database=D;uid=u;pwd=p"_s);
+        QCOMPARE(port.odbcConnectString(), u"Driver={FreeTDS};Server=10.0.0.5;Port=1500;TDS_Version=7.4;"
+                                           u"ClientCharset=UTF-8;Database=D;UID=u;PWD=p"_s);
+        qputenv("QELPRN_ODBC_DRIVER", "ODBC Driver 18 for SQL Server");
+        QCOMPARE(port.odbcConnectString(),
+                 u"Driver={ODBC Driver 18 for SQL Server};Server=10.0.0.5, 1500;Database=D;UID=u;PWD=p"_s);
+        qunsetenv("QELPRN_ODBC_DRIVER");
+        QCOMPARE(ConnectionString::masked(u"Data Source=s;uid=sa; PWD =a=b;Password=;x=1"_s),
+                 u"Data Source=s;uid=sa; PWD =****;Password=****;x=1"_s);
 
         const auto alt = ConnectionString::parse(
             u" initial catalog = D ; SERVER=s;Integrated Security=SSPI;Extra=1;User ID=u;Password=p"_s);
@@ -39,7 +101,8 @@ private slots:
         QCOMPARE(alt.user, u"u"_s);
         QCOMPARE(alt.password, u"p"_s);
         QVERIFY(alt.integratedSecurity);
-        QCOMPARE(alt.odbcConnectString(), u"Driver={FreeTDS};Server=s;Database=D;Trusted_Connection=Yes"_s);
+        QCOMPARE(alt.odbcConnectString(), u"Driver={FreeTDS};Server=s;TDS_Version=7.4;ClientCharset=UTF-8;"
+                                          u"Database=D;Trusted_Connection=Yes"_s);
 
         // The embedded engine is chosen by the Data Source whatever the provider says.
         const auto lite =
@@ -247,6 +310,117 @@ private slots:
         QCOMPARE(ado.iExecSQL(u"SELECT * FROM NOSUCH"_s), qint16(-1));
         QVERIFY(ado.sErrMsg.contains(u"Source: Microsoft OLE DB Provider for ODBC"_s) ||
                 ado.sErrMsg.contains(u"Source: Embedded SQLite"_s));
+    }
+
+    void connectionCheck_data()
+    {
+        QTest::addColumn<bool>("odbc");
+        QTest::newRow("embedded") << false;
+        QTest::newRow("odbc") << true;
+    }
+
+    // 接続確認 on a folder of two databases: each opens with its sites counted as the site grid
+    // lists them; a database file that is gone fails the check with the reason under its line.
+    void connectionCheck()
+    {
+        QFETCH(bool, odbc);
+        TestProgramFolder folder;
+        TestInteraction ui;
+        folder.addDatabase(u"suite2"_s);
+        folder.exec(u"INSERT INTO KYOTEN (iKyotenCd, iKyotenEb, cKyotenName, iUsedFlg) VALUES "
+                    u"(1, 1, '本店', 1), (1, 2, '支店', 1), (1, 0, '本部', 1), (1, 3, '休止', 0)"_s);
+        folder.exec(
+            u"INSERT INTO KYOTEN (iKyotenCd, iKyotenEb, cKyotenName, iUsedFlg) VALUES (2, 1, 'b', 1)"_s,
+            u"suite2"_s);
+        if (odbc)
+            qputenv("QELPRN_ODBC_DRIVER", "SQLite3");
+        const auto restore = qScopeGuard([] {
+            qunsetenv("QELPRN_ODBC_DRIVER");
+            qelprn::ConnectionPool::instance().clear();
+        });
+        const QString source = odbc ? folder.filePath(u"db"_s) : u"sqlite:db"_s;
+        writeIni(folder, source,
+                 u"\"本店:suite\",\""_s + source + u"\",\"suite\"\n\"三鷹:suite2\",\""_s + source +
+                     u"\",\"suite2\"\n"_s);
+        const qelprn::AppContext ctx = qelprn::loadAppContext(ui, folder.path());
+        qelprn::ConnectionReport report = qelprn::checkConnections(ctx);
+        const QString text = report.lines().join(u'\n');
+        QVERIFY2(report.allOpened(), qPrintable(text));
+        QVERIFY(!text.contains(u"tqz4187"_s));
+        QVERIFY(text.contains(u"pwd=****"_s));
+        QVERIFY(report.serverVersion.startsWith(u"SQLite 3."_s));
+        QCOMPARE(report.driver, odbc ? u"SQLite3 (ODBC)"_s : u"組み込みデータベース (SQLite)"_s);
+        QCOMPARE(report.databases.size(), 2);
+        QCOMPARE(report.databases.at(0).sites, 2);
+        QCOMPARE(report.databases.at(1).sites, 1);
+        QVERIFY(text.contains(u"三鷹:suite2  サーバー: "_s + source +
+                              u"  データベース: suite2  接続: 成功  拠点数: 1"_s));
+        QCOMPARE(ui.messages.size(), 0);
+
+        QVERIFY(QFile::remove(folder.filePath(u"db/suite2.sqlite"_s)));
+        qelprn::ConnectionPool::instance().clear();
+        report = qelprn::checkConnections(ctx);
+        QVERIFY(report.opened);
+        QVERIFY(report.databases.at(0).opened);
+        QVERIFY(!report.databases.at(1).opened);
+        QVERIFY(!report.allOpened());
+        QVERIFY(!report.databases.at(1).error.isEmpty());
+        if (!odbc)
+            QVERIFY(report.databases.at(1).error.startsWith(
+                u"データベースに接続できません。（サーバー：sqlite:db　データベース：suite2）\r"_s));
+    }
+
+    // A SQL Server that cannot be reached through FreeTDS: a closed port fails at once, a server
+    // that never answers the login after DB_LOGIN_TIMEOUT seconds; the Japanese reason comes first
+    // and the driver's text once.
+    void unreachableServer()
+    {
+#ifndef Q_OS_UNIX
+        QSKIP("needs a POSIX socket for the silent server");
+#else
+        TestProgramFolder folder;
+        TestInteraction ui;
+        qunsetenv("QELPRN_ODBC_DRIVER"); // FreeTDS
+        const auto restore = qScopeGuard([] { qelprn::ConnectionPool::instance().clear(); });
+        SilentServer closed;
+        const QString closedSource = u"127.0.0.1,"_s + QString::number(closed.port);
+        closed.close();
+        writeIni(folder, closedSource, u"\"本店:suite\",\""_s + closedSource + u"\",\"suite\"\n"_s);
+        qelprn::AppContext ctx = qelprn::loadAppContext(ui, folder.path());
+        QElapsedTimer clock;
+        clock.start();
+        qelprn::ConnectionReport report = qelprn::checkConnections(ctx);
+        QVERIFY(clock.elapsed() < 10000);
+        QVERIFY(!report.opened);
+        QVERIFY(!report.allOpened());
+        QVERIFY2(report.error.startsWith(u"データベースに接続できません。（サーバー："_s + closedSource +
+                                         u"　データベース：suite）\r"_s),
+                 qPrintable(report.error));
+        QCOMPARE(report.error.count(u"Unable to connect to data source"_s), 1);
+        QCOMPARE(report.error.count(u"Adaptive Server is unavailable"_s), 1);
+        QVERIFY(!report.error.contains(u"QODBC"_s));
+        QVERIFY(report.odbcConnectString.contains(u";Port="_s + QString::number(closed.port) + u";"_s));
+
+        SilentServer silent;
+        QVERIFY(silent.port > 0);
+        const QString silentSource = u"127.0.0.1,"_s + QString::number(silent.port);
+        writeIni(folder, silentSource, u"\"本店:suite\",\"sqlite:db\",\"suite\"\n"_s);
+        QFile tovara(folder.filePath(u"Tovara.ini"_s));
+        QVERIFY(tovara.open(QIODevice::Append));
+        tovara.write("DB_LOGIN_TIMEOUT=2\r\n");
+        tovara.close();
+        ctx = qelprn::loadAppContext(ui, folder.path());
+        clock.restart();
+        report = qelprn::checkConnections(ctx);
+        const qint64 waited = clock.elapsed();
+        QVERIFY2(waited >= 1500 && waited < 8000, qPrintable(QString::number(waited)));
+        QVERIFY(!report.opened);
+        QVERIFY(report.error.startsWith(u"データベースに接続できません。"_s));
+        QVERIFY2(report.error.contains(u"Timeout expired"_s), qPrintable(report.error));
+        QCOMPARE(report.databases.size(), 1);
+        QVERIFY(report.databases.at(0).opened);
+        qelprn::setDbLoginTimeout(QString()); // back to the default for later tests
+#endif
     }
 
     void localDatabaseFile()

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QScopeGuard>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -40,15 +41,24 @@ inline AppContext contextIn(TestProgramFolder& folder, Interaction& ui)
 }
 
 // Points "adodb.ini" of folder at its own suite database through the ODBC driver manager with
-// SQLite's driver, for as long as the returned guard lives.
-[[nodiscard]] inline auto useOdbc(TestProgramFolder& folder)
+// SQLite's driver (odbc false: the embedded engine), for as long as the returned guard lives.
+[[nodiscard]] inline auto useOdbc(TestProgramFolder& folder, bool odbc = true)
 {
-    qputenv("QELPRN_ODBC_DRIVER", "SQLite3");
-    writeAdodbIni(folder, odbcConnectionString(folder));
+    if (odbc)
+        qputenv("QELPRN_ODBC_DRIVER", "SQLite3");
+    writeAdodbIni(folder, odbc ? odbcConnectionString(folder) : embeddedConnectionString(folder));
     return qScopeGuard([&folder] {
         qunsetenv("QELPRN_ODBC_DRIVER");
         writeAdodbIni(folder, embeddedConnectionString(folder));
     });
+}
+
+// One data row per back end: the embedded engine, and unixODBC with SQLite's ODBC driver.
+inline void addBackEndRows()
+{
+    QTest::addColumn<bool>("odbc");
+    QTest::newRow("embedded") << false;
+    QTest::newRow("odbc") << true;
 }
 
 // A test's program folder with an open connection to its database (embedded, or through the

@@ -2,13 +2,19 @@
 // the busy pointer, the conditions read from the form values, the seal image search, and what the
 // engine is handed for each print kind.
 #include "app/Cp932.h"
+#include "app/Paths.h"
+#include "app/StartupCheck.h"
 #include "billing/BillingFixture.h"
 #include "db/ConnectionPool.h"
+#include "db/ConnectionReport.h"
+#include "demo/DemoProgramFolder.h"
 #include "report/PrintRun.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QHash>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -105,7 +111,104 @@ class tst_PrintRun : public QObject
 {
     Q_OBJECT
 
+    // The demo program folder the back-end rows share, and the embedded engine's CSV files.
+    QTemporaryDir m_demo;
+    QList<DemoSite> m_demoSites;
+    QHash<QString, QByteArray> m_embeddedCsv;
+
+    // Points "adodb.ini" and "DB.ini" of the demo folder at the embedded engine or at the same
+    // files through the ODBC driver manager with SQLite's driver.
+    void pointDemoAt(bool odbc)
+    {
+        const QString source = odbc ? m_demo.filePath(u"db"_s) : u"sqlite:db"_s;
+        if (odbc)
+            qputenv("QELPRN_ODBC_DRIVER", "SQLite3");
+        else
+            qunsetenv("QELPRN_ODBC_DRIVER");
+        QString error;
+        QVERIFY2(writeDemoSettingsFile(m_demo.filePath(u"adodb.ini"_s),
+                                       u"[接続情報]\n接続情報=Provider=SQLOLEDB;Data Source="_s + source +
+                                           u";Database=suite;uid=sa;pwd=x\n"_s,
+                                       &error),
+                 qPrintable(error));
+        QStringList lines;
+        for (const QString& db : QStringList{u"suite"_s, u"suite2"_s})
+            lines.append(u"\""_s + db + u"\",\""_s + source + u"\",\""_s + db + u"\""_s);
+        QVERIFY2(writeDemoSettingsFile(m_demo.filePath(u"DB.ini"_s), lines.join(u'\n'), &error),
+                 qPrintable(error));
+        ConnectionPool::instance().clear();
+    }
+
 private slots:
+    void everyKindOnBothBackEnds_data()
+    {
+        QTest::addColumn<bool>("odbc");
+        QTest::newRow("embedded") << false;
+        QTest::newRow("odbc") << true;
+    }
+
+    // Every print kind in every sort order on the demo data, to CSV: through the ODBC driver
+    // manager with SQLite's driver the files are the embedded engine's byte for byte.
+    void everyKindOnBothBackEnds()
+    {
+        QFETCH(bool, odbc);
+        test::TestInteraction ui;
+        if (m_demoSites.isEmpty()) {
+            DemoOptions options;
+            options.folder = m_demo.path();
+            options.patients = 90;
+            options.month = QDate(2026, 10, 1);
+            options.replace = true;
+            DemoProgramFolder demo(options);
+            QString error;
+            QVERIFY2(demo.create(ui, &error), qPrintable(error));
+            m_demoSites = demo.sites();
+        }
+        pointDemoAt(odbc);
+        const auto restore = qScopeGuard([] {
+            qunsetenv("QELPRN_ODBC_DRIVER");
+            ConnectionPool::instance().clear();
+        });
+        AppContext ctx = loadAppContext(ui, m_demo.path());
+        // 接続確認 of the demo folder opens every database.
+        const ConnectionReport check = checkConnections(ctx);
+        QVERIFY2(check.allOpened(), qPrintable(check.lines().join(u'\n')));
+        QCOMPARE(check.databases.size(), 2);
+        FakeForm form;
+        form.values.imD_Out = QDate(2026, 10, 1);
+        form.values.imD_Teis = QDate(2026, 11, 5);
+        for (const DemoSite& site : std::as_const(m_demoSites)) {
+            if (form.sites.isEmpty() || form.sites.last().cDatabase != site.database)
+                form.sites.append({site.database, {}});
+            form.sites.last().sites.append({qint16(site.code), qint16(site.branch)});
+        }
+        for (int kind = 1; kind <= 6; ++kind) {
+            const int orders = kind == 2 || kind == 3 ? 4 : kind == 4 || kind == 5 ? 3 : 1;
+            for (int order = 0; order < orders; ++order) {
+                form.kind(kind);
+                form.values.optSortShisetsu = {};
+                form.values.optSort = {};
+                if (orders == 4)
+                    form.values.optSortShisetsu[order] = true;
+                else if (orders == 3)
+                    form.values.optSort[order] = true;
+                PrintRun run(ctx);
+                run.handoff = PrintRun::Handoff::CsvOnly;
+                run.PrintSisetsuSeikyu(2, form);
+                const QString tag = u"kind %1 order %2"_s.arg(kind).arg(order);
+                QVERIFY2(run.outcome == PrintRun::Outcome::CsvWritten,
+                         qPrintable(tag + u": "_s + ui.texts().join(u'\n')));
+                const QByteArray csv = readAll(toLocalPath(run.csvFilePath));
+                QVERIFY2(csv.count('\n') > 1, qPrintable(tag)); // a header and lines
+                if (!odbc)
+                    m_embeddedCsv.insert(tag, csv);
+                else if (m_embeddedCsv.contains(tag))
+                    QVERIFY2(csv == m_embeddedCsv.value(tag), qPrintable(tag));
+            }
+        }
+        QCOMPARE(ui.messages.size(), 0);
+    }
+
     void conditionsFromTheForm()
     {
         RunFixture f;
