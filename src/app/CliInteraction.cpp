@@ -1,7 +1,8 @@
 #include "app/CliInteraction.h"
 
+#include "app/Platform.h"
+
 #include <cstdio>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -38,7 +39,7 @@ void CliInteraction::setBusy(bool) {}
 void CliInteraction::progress(const QString& phase, qint64 done, qint64 total)
 {
     // Only a person at a terminal wants a moving counter; logs stay clean.
-    if (m_err || !isatty(fileno(stderr)))
+    if (m_err || !platform::isTerminal(stderr))
         return;
     err() << '\r' << phase << ' ' << done;
     if (total > 0)
