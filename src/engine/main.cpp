@@ -1,3 +1,4 @@
+#include "engine/BundledFonts.h"
 #include "engine/EngineMain.h"
 
 #include <QApplication>
@@ -19,6 +20,7 @@ int main(int argc, char* argv[])
 #endif
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("qelprn-engine"));
+    qelprn::engine::loadBundledFonts();
     QTextStream err(stderr);
     return qelprn::engine::runEngine(QApplication::arguments().mid(1), err);
 }
