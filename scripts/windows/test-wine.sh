@@ -25,6 +25,11 @@ declare -A skipped=(
     [engine_tst_engine_commands]="reads the PDFs back with poppler (pdftotext, pdfinfo), a Linux program"
     [engine_tst_engine_forms]="reads the PDFs back with poppler (pdftotext, pdfinfo), a Linux program"
     [engine_tst_engine_preview]="counts PDF pages with poppler (pdfinfo), a Linux program"
+    # Wine starts a /bin/sh script, but hands back exit status 0 and none of its output.
+    [forms_tst_auxforms]="its stand-in menu program is a /bin/sh script"
+    [forms_tst_preview_run]="its stand-in engine is a /bin/sh script"
+    [report_tst_print_run]="its stand-in engines are /bin/sh scripts whose exit status is checked"
+    [report_tst_wfd_print_exe]="its stand-in engines are /bin/sh scripts whose exit status is checked"
 )
 
 if [[ ! -f $zip ]]; then
@@ -33,7 +38,8 @@ if [[ ! -f $zip ]]; then
 fi
 export WINEPREFIX=${WINEPREFIX:-$HOME/.cache/qelprn/wine64}
 export WINEARCH=win64 WINEDEBUG=-all QT_QPA_PLATFORM=offscreen LANG=C.UTF-8 LC_ALL=C.UTF-8
-wine=$(command -v wine64 || command -v wine)
+# Debian installs the 64-bit loader as "wine" (and keeps "wine64" out of PATH).
+wine=$(command -v wine || command -v wine64)
 if [[ ! -d $WINEPREFIX/drive_c ]]; then
     echo "test-wine: preparing the Wine prefix $WINEPREFIX"
     "$wine" wineboot --init >/dev/null 2>&1 || true
@@ -127,13 +133,33 @@ fi
 echo "test-wine: ODBC under Wine: $odbc_note"
 
 # --- 3. the same files ----------------------------------------------------------------------------
+# The CSV files name files of the program folder (the seal bitmaps), whose path necessarily differs
+# ("Z:/.../demo-windows" under Wine, "/.../demo-linux" on Linux): that path is set aside, every
+# other byte must be the same.
+win_demo=$(winpath "$work/demo-windows")
+same_csv() { # linux-file windows-file
+    python3 - "$1" "$2" "$work/demo-linux" "$win_demo" <<'PY'
+import sys
+lin, win, lin_dir, win_dir = sys.argv[1:]
+def load(path, dirs):
+    data = open(path, "rb").read()
+    for d in dirs:
+        data = data.replace(d.encode("cp932"), b"<APP>")
+    return data
+try:
+    same = load(lin, [lin_dir]) == load(win, [win_dir, win_dir.replace("\\", "/")])
+except OSError:
+    same = False
+sys.exit(0 if same else 1)
+PY
+}
 for kind in 1 2 3 4 5 6; do
     win=$work/out-windows/$kind
     lin=$work/out-linux/$kind
     [[ -f $win/form.pdf && -f $lin/form.pdf ]] || continue
     for csv in "$lin"/*.csv; do
-        if cmp -s "$csv" "$win/$(basename "$csv")"; then
-            echo "  kind $kind: $(basename "$csv") byte-identical"
+        if same_csv "$csv" "$win/$(basename "$csv")"; then
+            echo "  kind $kind: $(basename "$csv") byte-identical (program folder path aside)"
         else
             echo "  FAIL kind $kind: $(basename "$csv") differs"
             job_failed=1
