@@ -3,28 +3,25 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <mutex>
 
 using namespace Qt::StringLiterals;
 
 namespace qelprn::engine {
 
-QStringList loadFontFolder(const QString& folder, QStringList* problems)
+namespace {
+
+// Adds every font file of folder to the application's fonts. A file that is no usable font adds
+// nothing; a layout that needs its family then stops with the family's name.
+void loadFontFolder(const QString& folder)
 {
-    QStringList families;
     const QDir dir(folder);
-    const QStringList files = dir.entryList({u"*.ttf"_s, u"*.otf"_s, u"*.ttc"_s}, QDir::Files, QDir::Name);
-    for (const QString& name : files) {
-        const int id = QFontDatabase::addApplicationFont(dir.filePath(name));
-        if (id < 0) {
-            if (problems)
-                problems->append(QDir::toNativeSeparators(dir.filePath(name)));
-            continue;
-        }
-        families += QFontDatabase::applicationFontFamilies(id);
-    }
-    return families;
+    for (const QString& name : dir.entryList({u"*.ttf"_s, u"*.otf"_s, u"*.ttc"_s}, QDir::Files, QDir::Name))
+        QFontDatabase::addApplicationFont(dir.filePath(name));
 }
+
+} // namespace
 
 void loadBundledFonts()
 {
@@ -38,7 +35,13 @@ void loadBundledFonts()
 bool fontFamilyAvailable(const QString& family)
 {
     loadBundledFonts();
-    return QFontDatabase::families().contains(family, Qt::CaseInsensitive);
+    if (QFontDatabase::families().contains(family, Qt::CaseInsensitive))
+        return true;
+    // A Japanese Windows lists such fonts under their Japanese names and knows the English one only
+    // as an alias: the family is there when it resolves to another font than a family no machine
+    // has (which gets the stand-in).
+    const QString standIn = QFontInfo(QFont(u"qelprn-no-such-family"_s)).family();
+    return QFontInfo(QFont(family)).family() != standIn;
 }
 
 } // namespace qelprn::engine

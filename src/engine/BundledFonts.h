@@ -1,17 +1,12 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 
 namespace qelprn::engine {
 
 // The fonts that travel with the program: on Windows the IPAex font files lie in "fonts" beside the
 // program and are loaded at start, so a form looks the same on every machine. On Linux the folder
 // is absent and Debian's font packages provide the same families.
-
-// Adds every .ttf/.otf file of folder to the application's fonts and returns the families added.
-// A file that is not a usable font is named in problems.
-QStringList loadFontFolder(const QString& folder, QStringList* problems = nullptr);
 
 // Loads the "fonts" folder beside the program once per process (later calls do nothing).
 void loadBundledFonts();
