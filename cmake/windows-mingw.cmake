@@ -13,5 +13,5 @@ endif()
 # Qt's own toolchain file loads the MinGW compilers (a copy of mingw-w64-x86_64.cmake) and points
 # CMake at the Windows Qt and at the host tools (moc, rcc, uic) of Debian's Qt of the same version.
 include("${QELPRN_QT_TOOLCHAIN}")
-# The MinGW runtime DLLs are found here when packaging.
-list(APPEND CMAKE_FIND_ROOT_PATH "${QELPRN_QT_MINGW_ROOT}/qt")
+# SQLite for Windows (sqlite3.dll), which the demo writer uses beside Qt's driver.
+list(APPEND CMAKE_FIND_ROOT_PATH "${QELPRN_QT_MINGW_ROOT}/sqlite")

@@ -4,7 +4,7 @@
 #
 # The result lives outside the tree, in QELPRN_QT_MINGW (default ~/.cache/qelprn/qt-6.4.2-mingw64):
 #   qt/      the installed Qt (lib/cmake/Qt6 ..., bin/*.dll, plugins/)
-#   sqlite/  SQLite built for Windows (include/sqlite3.h, lib/libsqlite3.a)
+#   sqlite/  SQLite built for Windows (include/sqlite3.h, bin/sqlite3.dll, lib/libsqlite3.dll.a)
 #   src/ build/  sources and build trees (may be deleted once qt/ is complete)
 # Idempotent: a finished step is not repeated, a finished Qt returns at once.
 # Needs: g++-mingw-w64-x86-64-posix, qt6-base-dev and qt6-base-dev-tools (the host tools, same
@@ -67,18 +67,20 @@ fi
 
 # --- SQLite -------------------------------------------------------------------------------------
 # Debian's source has no ready single-file source: make it with the host compiler and tclsh, then
-# compile that one file for Windows into a static library the Qt driver links in.
-if [[ ! -f $cache/sqlite/lib/libsqlite3.a ]]; then
+# compile that one file for Windows into sqlite3.dll. One DLL serves both Qt's driver and the demo
+# writer, which works on the driver's own connection (as on Linux, where both use libsqlite3.so).
+if [[ ! -f $cache/sqlite/bin/sqlite3.dll ]]; then
     echo "build-qt: SQLite for Windows"
-    mkdir -p "$cache/build/sqlite-amalgamation" "$cache/sqlite/include" "$cache/sqlite/lib"
-    (cd "$cache/build/sqlite-amalgamation" && "$sqlite_src/configure" --disable-tcl >/dev/null &&
-        make -s sqlite3.c >/dev/null)
     amal=$cache/build/sqlite-amalgamation
+    mkdir -p "$amal" "$cache/sqlite/include" "$cache/sqlite/lib" "$cache/sqlite/bin"
+    (cd "$amal" && "$sqlite_src/configure" --disable-tcl >/dev/null && make -s sqlite3.c >/dev/null)
     x86_64-w64-mingw32-gcc-posix -O2 -DSQLITE_THREADSAFE=1 -DSQLITE_ENABLE_COLUMN_METADATA \
         -DSQLITE_ENABLE_FTS5 -DSQLITE_ENABLE_RTREE -c "$amal/sqlite3.c" -o "$amal/sqlite3.o"
-    rm -f "$cache/sqlite/lib/libsqlite3.a"
-    x86_64-w64-mingw32-ar rcs "$cache/sqlite/lib/libsqlite3.a" "$amal/sqlite3.o"
+    x86_64-w64-mingw32-gcc-posix -shared "$amal/sqlite3.o" -o "$amal/sqlite3.dll" \
+        -Wl,--out-implib,"$amal/libsqlite3.dll.a"
     cp "$amal/sqlite3.h" "$amal/sqlite3ext.h" "$cache/sqlite/include/"
+    cp "$amal/libsqlite3.dll.a" "$cache/sqlite/lib/"
+    cp "$amal/sqlite3.dll" "$cache/sqlite/bin/"
 fi
 
 # --- Qt -----------------------------------------------------------------------------------------
@@ -100,7 +102,7 @@ cmake -S "$qt_src" -B "$cache/build/qtbase" -G Ninja \
     -DFEATURE_sql_db2=OFF \
     -DFEATURE_tabletevent=OFF \
     -DSQLite3_INCLUDE_DIR="$cache/sqlite/include" \
-    -DSQLite3_LIBRARY="$cache/sqlite/lib/libsqlite3.a" \
+    -DSQLite3_LIBRARY="$cache/sqlite/lib/libsqlite3.dll.a" \
     -DCMAKE_FIND_ROOT_PATH="$cache/sqlite" \
     >"$cache/build/qt-configure.log" 2>&1 || {
     tail -n 40 "$cache/build/qt-configure.log" >&2

@@ -17,7 +17,7 @@ zip=$root/dist/$name.zip
 objdump=x86_64-w64-mingw32-objdump
 gcc_dir=$(dirname "$(x86_64-w64-mingw32-g++-posix -print-libgcc-file-name)")
 # Where the DLLs a program imports can come from, first match wins.
-dll_dirs=("$qt/bin" "$gcc_dir" /usr/x86_64-w64-mingw32/lib)
+dll_dirs=("$qt/bin" "$cache/sqlite/bin" "$gcc_dir" /usr/x86_64-w64-mingw32/lib)
 
 if [[ ! -f $qt/.complete ]]; then
     echo "package: Qt for MinGW is not built; run scripts/windows/build-qt.sh" >&2
