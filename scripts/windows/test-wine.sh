@@ -52,8 +52,11 @@ rm -rf "$work"
 mkdir -p "$work/program" "$work/logs"
 unzip -q "$zip" -d "$work/program"
 program=$work/program
+# The programs find their DLLs beside them; the test executables also need Qt's test library,
+# which the zip does not carry.
+cache=${QELPRN_QT_MINGW:-$HOME/.cache/qelprn/qt-6.4.2-mingw64}
 export WINEPATH
-WINEPATH=$(winpath "$program")
+WINEPATH="$(winpath "$program");$(winpath "$cache/qt/bin");$(winpath "$cache/sqlite/bin")"
 
 # --- 1. test executables --------------------------------------------------------------------------
 echo "test-wine: building the test executables for Windows"
