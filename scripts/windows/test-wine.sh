@@ -52,11 +52,10 @@ rm -rf "$work"
 mkdir -p "$work/program" "$work/logs"
 unzip -q "$zip" -d "$work/program"
 program=$work/program
-# The programs find their DLLs beside them; the test executables also need Qt's test library,
-# which the zip does not carry.
+# The programs find their DLLs beside them (the month-end job proves the zip is complete); the test
+# executables also need Qt's test library, which the zip does not carry.
 cache=${QELPRN_QT_MINGW:-$HOME/.cache/qelprn/qt-6.4.2-mingw64}
-export WINEPATH
-WINEPATH="$(winpath "$program");$(winpath "$cache/qt/bin");$(winpath "$cache/sqlite/bin")"
+test_dll_path="$(winpath "$program");$(winpath "$cache/qt/bin");$(winpath "$cache/sqlite/bin")"
 
 # --- 1. test executables --------------------------------------------------------------------------
 echo "test-wine: building the test executables for Windows"
@@ -74,7 +73,7 @@ for exe in "$build"/tests/*_tst_*.exe; do
         echo "  skip $name: ${skipped[$name]}"
         continue
     fi
-    if QELPRN_SOURCE_DIR=$(winpath "$root") QELPRN_BIN_DIR=$(winpath "$program") \
+    if WINEPATH=$test_dll_path QELPRN_SOURCE_DIR=$(winpath "$root") QELPRN_BIN_DIR=$(winpath "$program") \
         QT_PLUGIN_PATH=$(winpath "$program") timeout 900 "$wine" "$exe" >"$work/logs/$name.log" 2>&1; then
         passed=$((passed + 1))
         echo "  pass $name"
