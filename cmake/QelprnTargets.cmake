@@ -7,9 +7,22 @@ target_compile_definitions(qelprn_options INTERFACE
     QT_NO_CAST_FROM_BYTEARRAY
     QT_NO_URL_CAST_FROM_STRING
     QT_NO_FOREACH)
-target_compile_options(qelprn_options INTERFACE -Wall -Wextra -Wpedantic -Wno-unused-parameter)
-if(QELPRN_WERROR)
-    target_compile_options(qelprn_options INTERFACE -Werror)
+if(MSVC)
+    # Sources are UTF-8 (Japanese identifiers and texts); C4100 is the unused-parameter warning.
+    target_compile_options(qelprn_options INTERFACE /W4 /permissive- /utf-8 /Zc:__cplusplus /wd4100)
+    if(QELPRN_WERROR)
+        target_compile_options(qelprn_options INTERFACE /WX)
+    endif()
+else()
+    # GCC, Clang and MinGW's GCC.
+    target_compile_options(qelprn_options INTERFACE -Wall -Wextra -Wpedantic -Wno-unused-parameter)
+    if(QELPRN_WERROR)
+        target_compile_options(qelprn_options INTERFACE -Werror)
+    endif()
+endif()
+if(WIN32)
+    # Windows API calls take UTF-16 (the W functions); no min/max macros from <windows.h>.
+    target_compile_definitions(qelprn_options INTERFACE UNICODE _UNICODE NOMINMAX)
 endif()
 if(QELPRN_FUZZ)
     # Every library is instrumented for coverage-guided fuzzing, with the address and undefined

@@ -1,8 +1,9 @@
 #include "app/CliInteraction.h"
 
+#include "app/Platform.h"
+
 #include <QFile>
 #include <cstdio>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -27,7 +28,7 @@ bool CliInteraction::errIsTerminal()
     // The stream given by the command-line program writes to standard error through a QFile; a
     // test's string stream has no file and never gets the counter.
     const auto* file = qobject_cast<const QFile*>(err().device());
-    return file && file->handle() >= 0 && isatty(file->handle());
+    return file && platform::isTerminal(file->handle());
 }
 
 QTextStream& CliInteraction::err()

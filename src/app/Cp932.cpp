@@ -1,59 +1,28 @@
 #include "app/Cp932.h"
 
+#include "app/Cp932Table.h"
+
 #include <QFile>
-#include <memory>
-#include <unicode/ucnv.h>
 #include <vector>
 
 namespace qelprn {
 
 namespace {
 
-struct ConverterCloser
-{
-    void operator()(UConverter* c) const { ucnv_close(c); }
-};
-using ConverterPtr = std::unique_ptr<UConverter, ConverterCloser>;
-
-// Opening a converter costs far more than a conversion; the CSV writers convert every field, so each
-// thread keeps its own (converters are not thread-safe).
-UConverter* converter()
-{
-    thread_local ConverterPtr conv = [] {
-        UErrorCode err = U_ZERO_ERROR;
-        ConverterPtr c(ucnv_open("windows-932", &err));
-        if (c && U_SUCCESS(err)) {
-            UErrorCode subErr = U_ZERO_ERROR;
-            ucnv_setSubstChars(c.get(), "?", 1, &subErr);
-        }
-        return c;
-    }();
-    return conv.get();
-}
-
-// ICU's conversion of text into out, which has room bytes; returns the bytes written.
-qsizetype icuInto(char* out, qsizetype room, UConverter* conv, QStringView text)
-{
-    ucnv_resetFromUnicode(conv);
-    char* target = out;
-    const UChar* source = reinterpret_cast<const UChar*>(text.utf16());
-    UErrorCode err = U_ZERO_ERROR;
-    ucnv_fromUnicode(conv, &target, out + room, &source, source + text.size(), nullptr, true, &err);
-    return target - out;
-}
-
 // CP932 is stateless: every UTF-16 unit outside the surrogates converts on its own. The CSV
-// writers convert millions of short fields, where a call into ICU per field costs far more than
-// the conversion, so each thread remembers the bytes of every unit it has met (one or two bytes in
-// a 16-bit entry; two-byte codes never have a zero lead byte, and 0xFFFF and 0xFFFE are no codes
-// at all). ICU drops the default-ignorable characters (soft hyphen, ...) instead of writing "?".
+// writers convert millions of short fields, where a call into the table per field costs far more
+// than the conversion, so each thread remembers the bytes of every unit it has met (one or two
+// bytes in a 16-bit entry; two-byte codes never have a zero lead byte, and 0xFFFF and 0xFFFE are
+// no codes at all).
 constexpr quint16 kUnknown = 0xFFFF;
 constexpr quint16 kDropped = 0xFFFE;
 
-quint16 unitBytes(UConverter* conv, char16_t unit)
+quint16 unitBytes(char16_t unit)
 {
-    char bytes[16];
-    const qsizetype n = icuInto(bytes, sizeof bytes, conv, QStringView(&unit, 1));
+    char bytes[2];
+    const int n = cp932table::encodeUnit(unit, bytes);
+    if (n < 0)
+        return kUnknown;
     if (n == 2)
         return quint16((quint8(bytes[0]) << 8) | quint8(bytes[1]));
     return n == 1 ? quint8(bytes[0]) : kDropped;
@@ -64,7 +33,7 @@ quint16 unitBytes(UConverter* conv, char16_t unit)
 qsizetype writeCp932(char* out, QStringView text)
 {
     char* p = out;
-    // Most fields are printable ASCII or units met before: ICU is asked only for the others.
+    // Most fields are printable ASCII or units met before: the table is asked only for the others.
     thread_local std::vector<quint16> known(0x10000, kUnknown);
     const char16_t* units = text.utf16();
     for (qsizetype i = 0, n = text.size(); i < n; ++i) {
@@ -74,21 +43,22 @@ qsizetype writeCp932(char* out, QStringView text)
             *p++ = char(unit);
             continue;
         }
+        // The code page has nothing outside the basic plane: one "?" per code point, and one per
+        // stray half of a pair.
+        if (QChar::isSurrogate(unit)) {
+            if (QChar::isHighSurrogate(unit) && i + 1 < n && QChar::isLowSurrogate(units[i + 1]))
+                ++i;
+            *p++ = '?';
+            continue;
+        }
         quint16& code = known[unit];
-        if (code == kUnknown || QChar::isSurrogate(unit)) {
-            UConverter* conv = converter();
-            if (!conv) {
-                // Without ICU's table keep ASCII and mark the rest, so nothing silently disappears.
-                if (!QChar::isLowSurrogate(unit))
-                    *p++ = unit < 0x80 ? char(unit) : '?';
+        if (code == kUnknown) {
+            code = unitBytes(unit);
+            if (code == kUnknown) {
+                // Without a table keep ASCII and mark the rest, so nothing silently disappears.
+                *p++ = unit < 0x80 ? char(unit) : '?';
                 continue;
             }
-            if (QChar::isSurrogate(unit)) {
-                // Pairs and stray halves go the whole way through ICU, from here to the end.
-                p += icuInto(p, out + text.size() * 2 + 8 - p, conv, text.sliced(i));
-                return p - out;
-            }
-            code = unitBytes(conv, unit);
         }
         if (code == kDropped)
             continue;
@@ -119,19 +89,7 @@ QString fromCp932(QByteArrayView bytes)
 {
     if (bytes.isEmpty())
         return {};
-    UConverter* conv = converter();
-    if (!conv)
-        return QString::fromLatin1(bytes);
-    ucnv_resetToUnicode(conv);
-    QString out(bytes.size() + 1, Qt::Uninitialized);
-    UChar* target = reinterpret_cast<UChar*>(out.data());
-    const UChar* targetLimit = target + out.size();
-    const char* source = bytes.data();
-    const char* sourceLimit = source + bytes.size();
-    UErrorCode err = U_ZERO_ERROR;
-    ucnv_toUnicode(conv, &target, targetLimit, &source, sourceLimit, nullptr, true, &err);
-    out.resize(target - reinterpret_cast<const UChar*>(out.constData()));
-    return out;
+    return cp932table::decode(bytes);
 }
 
 QString decodeSettingsText(QByteArrayView bytes)

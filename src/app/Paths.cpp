@@ -1,5 +1,7 @@
 #include "app/Paths.h"
 
+#include "app/Platform.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -44,7 +46,7 @@ QString sourceName(AppDirLookup::Source source)
 QString toLocalPath(const QString& suitePath)
 {
 #ifdef Q_OS_WIN
-    return suitePath;
+    return platform::windowsPath(suitePath);
 #else
     QString p = suitePath;
     p.replace(QLatin1Char('\\'), QLatin1Char('/'));

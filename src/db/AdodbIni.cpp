@@ -2,40 +2,19 @@
 
 #include "app/NullValue.h"
 #include "app/Paths.h"
+#include "app/Platform.h"
 #include "app/clsOplIniFile.h"
 
 #include <QFile>
 #include <QHash>
 #include <QMutex>
 #include <optional>
-#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
 namespace qelprn {
 
 namespace {
-
-// What a file looked like when it was read: another time, size or file (a replaced file) means it
-// must be read again.
-struct FileStamp
-{
-    qint64 modifiedNs = 0;
-    qint64 size = 0;
-    quint64 inode = 0;
-    bool operator==(const FileStamp&) const = default;
-};
-
-std::optional<FileStamp> stampOf(const QString& path)
-{
-    struct stat st
-    {
-    };
-    if (::stat(QFile::encodeName(path).constData(), &st) != 0)
-        return std::nullopt;
-    return FileStamp{qint64(st.st_mtim.tv_sec) * 1000000000 + st.st_mtim.tv_nsec, qint64(st.st_size),
-                     quint64(st.st_ino)};
-}
 
 QString readFromFile(const QString& fileName, QString* errorText)
 {
@@ -59,14 +38,14 @@ QString readAdodbConnectionString(const AppContext& ctx, QString* errorText)
 {
     struct Cached
     {
-        FileStamp stamp;
+        platform::FileStamp stamp;
         QString connectionString;
     };
     static QMutex mutex;
     static QHash<QString, Cached> cache;
 
     const QString fileName = ctx.csAppDir + u"/adodb.ini"_s;
-    const std::optional<FileStamp> stamp = stampOf(toLocalPath(fileName));
+    const std::optional<platform::FileStamp> stamp = platform::fileStamp(toLocalPath(fileName));
     if (stamp) {
         QMutexLocker lock(&mutex);
         const auto it = cache.constFind(fileName);
@@ -78,7 +57,7 @@ QString readAdodbConnectionString(const AppContext& ctx, QString* errorText)
     if (errorText)
         *errorText = readError;
     // A file that changed while it was read gets a new stamp and is read again next time.
-    if (stamp && readError.isEmpty() && stampOf(toLocalPath(fileName)) == stamp) {
+    if (stamp && readError.isEmpty() && platform::fileStamp(toLocalPath(fileName)) == stamp) {
         QMutexLocker lock(&mutex);
         cache.insert(fileName, Cached{*stamp, cs});
     }

@@ -1,6 +1,7 @@
 #include "engine/FormDocument.h"
 
 #include "app/Paths.h"
+#include "engine/BundledFonts.h"
 #include "engine/LayoutReader.h"
 #include "engine/ValueFormat.h"
 
@@ -97,8 +98,17 @@ bool FormDocument::open(const EngineJob& job, EngineError* error)
         QPointF(std::round(job.offsetX * kUnitsPerMm / 10), std::round(job.offsetY * kUnitsPerMm / 10));
 
     QList<QFont> fonts;
-    for (const LayoutFont& f : m_layout.fonts)
+    for (const LayoutFont& f : m_layout.fonts) {
+        // Another font standing in would change every line break and total on the form.
+        if (!fontFamilyAvailable(f.family)) {
+            *err = {
+                job.layoutPath, 0,
+                u"フォント「%1」（%2）が見つかりません。プログラムの fonts フォルダーにフォントファイルを置くか、フォントをインストールしてください"_s
+                    .arg(f.family, f.name)};
+            return false;
+        }
         fonts.append(makeFont(f));
+    }
     m_text = std::make_unique<TextCache>(fonts);
     if (!plan(job, err))
         return false;

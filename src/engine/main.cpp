@@ -1,6 +1,7 @@
 #include "app/JapaneseTranslation.h"
 #include "app/QtMessageFilter.h"
 #include "app/Version.h"
+#include "engine/BundledFonts.h"
 #include "engine/EngineMain.h"
 
 #include <QApplication>
@@ -34,6 +35,7 @@ int main(int argc, char* argv[])
     QIcon icon(QStringLiteral(":/icons/qelprn-256.png"));
     icon.addFile(QStringLiteral(":/icons/qelprn-48.png"));
     QApplication::setWindowIcon(icon);
+    qelprn::engine::loadBundledFonts();
     QTextStream err(stderr);
     return qelprn::engine::runEngine(QApplication::arguments().mid(1), err);
 }

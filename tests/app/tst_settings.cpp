@@ -2,6 +2,7 @@
 #include "app/Kiriage.h"
 #include "app/NullValue.h"
 #include "app/Paths.h"
+#include "app/Platform.h"
 #include "app/StartupCheck.h"
 #include "app/SysIni.h"
 #include "app/clsOplIniFile.h"
@@ -38,12 +39,46 @@ class tst_settings : public QObject
     Q_OBJECT
 
 private slots:
+    // One table for both converters (ICU on Linux, the system's code page on Windows): the bytes
+    // are those Windows writes, so files match the suite's byte for byte.
+    void cp932Table_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("full-width minus") << u"－"_s << QByteArray("\x81\x7C");
+        QTest::newRow("full-width tilde") << u"～"_s << QByteArray("\x81\x60");
+        QTest::newRow("circled one") << u"①"_s << QByteArray("\x87\x40");
+        QTest::newRow("roman one") << u"Ⅰ"_s << QByteArray("\x87\x54");
+        QTest::newRow("numero") << u"№"_s << QByteArray("\x87\x82");
+        // Characters with an NEC-selected and an IBM code: Windows writes the FA-FC form.
+        QTest::newRow("taka (IBM)") << u"髙"_s << QByteArray("\xFB\xFC");
+        QTest::newRow("small roman one (IBM)") << u"ⅰ"_s << QByteArray("\xFA\x40");
+        QTest::newRow("kou (IBM)") << u"纊"_s << QByteArray("\xFA\x5C");
+        // Symbols in both the JIS rows and NEC row 13: Windows writes the JIS code.
+        QTest::newRow("not sign") << u"￢"_s << QByteArray("\x81\xCA");
+        QTest::newRow("because") << u"∵"_s << QByteArray("\x81\xE6");
+        QTest::newRow("nearly equal") << u"≒"_s << QByteArray("\x81\xE0");
+        QTest::newRow("no code") << u"鷗"_s << QByteArray("?");
+        QTest::newRow("euro") << u"€"_s << QByteArray("?");
+        QTest::newRow("mixed line") << u"髙橋 ①－～\t1"_s
+                                    << QByteArray("\xFB\xFC\x8B\xB4 \x87\x40\x81\x7C\x81\x60\t1");
+    }
+
+    void cp932Table()
+    {
+        QFETCH(QString, text);
+        QFETCH(QByteArray, bytes);
+        QCOMPARE(qelprn::toCp932(text), bytes);
+        // A second time comes from the per-thread memory of converted units.
+        QCOMPARE(qelprn::toCp932(text), bytes);
+        if (!bytes.contains('?'))
+            QCOMPARE(qelprn::fromCp932(bytes), text);
+    }
+
     void cp932RoundTrips()
     {
-        QCOMPARE(qelprn::toCp932(u"髙"), QByteArray("\xFB\xFC"));
-        QCOMPARE(qelprn::toCp932(u"－"), QByteArray("\x81\x7C"));
-        QCOMPARE(qelprn::toCp932(u"～"), QByteArray("\x81\x60"));
-        QCOMPARE(qelprn::toCp932(u"①"), QByteArray("\x87\x40"));
+        // The NEC-selected duplicates read as the same characters.
+        QCOMPARE(qelprn::fromCp932(QByteArray("\xEE\xEF\xED\x40\x87\x90\xFA\x54")), u"ⅰ纊≒￢"_s);
         // One "?" per code point, also outside the basic plane.
         QCOMPARE(qelprn::toCp932(u"a€😀b"), QByteArray("a?\x3F"
                                                       "b")
@@ -57,6 +92,56 @@ private slots:
         // Broken input decodes without crashing and keeps the readable part.
         QVERIFY(qelprn::fromCp932(QByteArray("ab\x81")).startsWith(u"ab"_s));
         QCOMPARE(qelprn::decodeSettingsText(QByteArray("\xEF\xBB\xBF") + u"髙"_s.toUtf8()), u"髙"_s);
+    }
+
+    // The suite's folder values are appended to the program folder, which may be on a drive or
+    // a UNC share; the result must be a path Windows accepts as it is.
+    void windowsPaths_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("windows");
+        QTest::newRow("drive, mixed") << u"C:/suite\\\\TMP\\"_s << u"C:\\suite\\TMP\\"_s;
+        QTest::newRow("drive root") << u"D:\\"_s << u"D:\\"_s;
+        QTest::newRow("UNC from Qt") << u"//server/suite\\DATA\\"_s << u"\\\\server\\suite\\DATA\\"_s;
+        QTest::newRow("UNC doubled inside") << u"\\\\server\\suite\\\\TMP"_s << u"\\\\server\\suite\\TMP"_s;
+        QTest::newRow("long path") << u"\\\\?\\C:\\suite//a"_s << u"\\\\?\\C:\\suite\\a"_s;
+        QTest::newRow("relative") << u"TMP\\\\a.csv"_s << u"TMP\\a.csv"_s;
+    }
+
+    void windowsPaths()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, windows);
+        QCOMPARE(qelprn::platform::windowsPath(path), windows);
+    }
+
+    // The stamp that tells a changed settings file from the one read before.
+    void fileStampSeesChanges()
+    {
+        QTemporaryDir dir;
+        const QDateTime time = QDateTime::currentDateTime().addSecs(-60);
+        auto write = [&](const QString& name, const QByteArray& bytes) {
+            QFile f(dir.filePath(name));
+            QVERIFY(f.open(QIODevice::WriteOnly));
+            f.write(bytes);
+            QVERIFY(f.flush());
+            QVERIFY(f.setFileTime(time, QFileDevice::FileModificationTime));
+        };
+        const QString a = QDir::toNativeSeparators(dir.filePath(u"adodb.ini"_s));
+        write(u"adodb.ini"_s, "one");
+        const auto first = qelprn::platform::fileStamp(a);
+        QVERIFY(first);
+        QCOMPARE(first->size, 3);
+        QCOMPARE(qelprn::platform::fileStamp(a), first);
+        // Another file of the same size and time put in its place is still another file.
+        write(u"new.ini"_s, "two");
+        QVERIFY(QFile::remove(a));
+        QVERIFY(QFile::rename(dir.filePath(u"new.ini"_s), a));
+        const auto replaced = qelprn::platform::fileStamp(a);
+        QVERIFY(replaced);
+        QCOMPARE(replaced->modifiedNs, first->modifiedNs);
+        QVERIFY(replaced != first);
+        QVERIFY(!qelprn::platform::fileStamp(dir.filePath(u"missing.ini"_s)));
     }
 
     void flatKeyLookup()

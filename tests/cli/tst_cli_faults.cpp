@@ -12,7 +12,9 @@
 #include <QStandardPaths>
 #include <QTest>
 #include <QUuid>
+#ifndef Q_OS_WIN
 #include <unistd.h>
+#endif
 
 using namespace Qt::StringLiterals;
 
@@ -208,7 +210,11 @@ private slots:
     void outputFolderReadOnly()
     {
         FaultFixture f;
+#ifdef Q_OS_WIN
+        const bool root = false; // the Windows build compiles this file; the Wine run skips it
+#else
         const bool root = ::geteuid() == 0;
+#endif
         if (root && QStandardPaths::findExecutable(u"setpriv"_s).isEmpty())
             QSKIP("running as root without setpriv: permission bits cannot be tested");
         if (root) {

@@ -284,6 +284,8 @@ private slots:
                                         << u"WfdCom.dat:1"_s << u"nowhere.wfd"_s;
         QTest::newRow("broken layout") << QStringList{u"FileName,\"broken.wfd\""_s, ok[1], ok[2]} << good
                                        << u"broken.wfd:3"_s << u"JSON"_s;
+        QTest::newRow("font not found") << QStringList{u"FileName,\"nofont.wfd\""_s, ok[1], ok[2]} << good
+                                        << u"nofont.wfd"_s << u"存在しない明朝"_s;
         QTest::newRow("missing data file")
             << QStringList{ok[0], u"SetDataText,\"施設請求データ\",\"none.csv\""_s, ok[2]} << good
             << u"WfdCom.dat:2"_s << u"none.csv"_s;
@@ -311,6 +313,13 @@ private slots:
         QVERIFY(broken.open(QIODevice::WriteOnly));
         broken.write("{\n  \"name\": \"x\",\n  \"paper\": { \"size\": }\n}\n");
         broken.close();
+        // The invoice layout with a font family no machine has.
+        QFile invoice(layoutPath(u"施設別請求書.wfd"_s));
+        QVERIFY(invoice.open(QIODevice::ReadOnly));
+        QFile noFont(dir.filePath(u"nofont.wfd"_s));
+        QVERIFY(noFont.open(QIODevice::WriteOnly));
+        noFont.write(invoice.readAll().replace("IPAexMincho", u"存在しない明朝"_s.toUtf8()));
+        noFont.close();
         QVERIFY(writeCp932(dir.filePath(u"data.csv"_s), csv.split(u'\n')));
         for (QString& c : commands)
             c.replace(u"{layout}"_s, layoutPath(u"施設別請求書.wfd"_s)).replace(u"{data}"_s, u"data.csv"_s);

@@ -1,0 +1,79 @@
+#include "app/Platform.h"
+
+#ifdef _WIN32
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#define WIN32_LEAN_AND_MEAN
+#include <io.h>
+#include <windows.h>
+#else
+#include <QFile>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
+namespace qelprn::platform {
+
+QString windowsPath(const QString& path)
+{
+    QString out;
+    out.reserve(path.size());
+    for (qsizetype i = 0; i < path.size(); ++i) {
+        const QChar c = path.at(i) == u'/' ? QChar(u'\\') : path.at(i);
+        // A separator after a separator is dropped, but never the second one of a leading pair.
+        if (c == u'\\' && out.endsWith(u'\\') && out.size() != 1)
+            continue;
+        out.append(c);
+    }
+    return out;
+}
+
+#ifdef _WIN32
+
+std::optional<FileStamp> fileStamp(const QString& localPath)
+{
+    // Opening for no access still gives the file's attributes, and shares everything so that a
+    // writer at the same moment is not disturbed.
+    const HANDLE h = CreateFileW(reinterpret_cast<const wchar_t*>(localPath.utf16()), 0,
+                                 FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                 OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (h == INVALID_HANDLE_VALUE)
+        return std::nullopt;
+    BY_HANDLE_FILE_INFORMATION info{};
+    const bool ok = GetFileInformationByHandle(h, &info) != 0;
+    CloseHandle(h);
+    if (!ok)
+        return std::nullopt;
+    const quint64 ticks =
+        (quint64(info.ftLastWriteTime.dwHighDateTime) << 32) | info.ftLastWriteTime.dwLowDateTime;
+    return FileStamp{qint64(ticks) * 100, qint64((quint64(info.nFileSizeHigh) << 32) | info.nFileSizeLow),
+                     (quint64(info.nFileIndexHigh) << 32) | info.nFileIndexLow};
+}
+
+bool isTerminal(int fd)
+{
+    return fd >= 0 && _isatty(fd) != 0;
+}
+
+#else
+
+std::optional<FileStamp> fileStamp(const QString& localPath)
+{
+    struct stat st
+    {
+    };
+    if (::stat(QFile::encodeName(localPath).constData(), &st) != 0)
+        return std::nullopt;
+    return FileStamp{qint64(st.st_mtim.tv_sec) * 1000000000 + st.st_mtim.tv_nsec, qint64(st.st_size),
+                     quint64(st.st_ino)};
+}
+
+bool isTerminal(int fd)
+{
+    return fd >= 0 && isatty(fd) != 0;
+}
+
+#endif
+
+} // namespace qelprn::platform
