@@ -83,9 +83,7 @@ private slots:
 
     void setBasedEqualsPerPatient_data()
     {
-        QTest::addColumn<bool>("odbc");
-        QTest::newRow("embedded") << false;
-        QTest::newRow("odbc") << true;
+        qelprn::test::addBackEndRows();
     }
 
     // The run's set-based look-ups give every patient exactly what the per-patient statements give:

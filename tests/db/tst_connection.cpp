@@ -314,9 +314,7 @@ private slots:
 
     void connectionCheck_data()
     {
-        QTest::addColumn<bool>("odbc");
-        QTest::newRow("embedded") << false;
-        QTest::newRow("odbc") << true;
+        qelprn::test::addBackEndRows();
     }
 
     // 接続確認 on a folder of two databases: each opens with its sites counted as the site grid

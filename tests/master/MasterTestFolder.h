@@ -53,14 +53,6 @@ inline AppContext contextIn(TestProgramFolder& folder, Interaction& ui)
     });
 }
 
-// One data row per back end: the embedded engine, and unixODBC with SQLite's ODBC driver.
-inline void addBackEndRows()
-{
-    QTest::addColumn<bool>("odbc");
-    QTest::newRow("embedded") << false;
-    QTest::newRow("odbc") << true;
-}
-
 // A test's program folder with an open connection to its database (embedded, or through the
 // ODBC driver manager with SQLite's driver).
 struct TestDb

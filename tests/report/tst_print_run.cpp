@@ -142,9 +142,7 @@ class tst_PrintRun : public QObject
 private slots:
     void everyKindOnBothBackEnds_data()
     {
-        QTest::addColumn<bool>("odbc");
-        QTest::newRow("embedded") << false;
-        QTest::newRow("odbc") << true;
+        qelprn::test::addBackEndRows();
     }
 
     // Every print kind in every sort order on the demo data, to CSV: through the ODBC driver

@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QVariantMap>
 
 namespace qelprn::test {
@@ -37,5 +38,13 @@ private:
     QTemporaryDir m_dir;
     bool m_valid = false;
 };
+
+// One data row per back end: the embedded engine, and unixODBC with SQLite's ODBC driver.
+inline void addBackEndRows()
+{
+    QTest::addColumn<bool>("odbc");
+    QTest::newRow("embedded") << false;
+    QTest::newRow("odbc") << true;
+}
 
 } // namespace qelprn::test
