@@ -1,4 +1,4 @@
-#include "billing/RunTimeError.h"
+#include "app/RunTimeError.h"
 
 #include <limits>
 
@@ -11,6 +11,14 @@ qint16 toInt16(qint64 value)
     if (value < std::numeric_limits<qint16>::min() || value > std::numeric_limits<qint16>::max())
         throw RunTimeError{6, u"オーバーフローしました。"_s};
     return qint16(value);
+}
+
+qint32 toInt32(double value)
+{
+    // Written so that NaN fails the test too.
+    if (!(value >= std::numeric_limits<qint32>::min() && value <= std::numeric_limits<qint32>::max()))
+        throw RunTimeError{6, u"オーバーフローしました。"_s};
+    return qint32(value);
 }
 
 QString csRunTimeErrorText(const RunTimeError& error)
