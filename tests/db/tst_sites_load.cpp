@@ -85,7 +85,6 @@ private slots:
         // Branch number 0 is never listed; ordered by code and branch.
         QCOMPARE(sites.nデータ数(), 3);
         QCOMPARE(sites.clsKyoten(0).KyotenName(), u"本店"_s);
-        QCOMPARE(sites.clsKyoten(0).AreaName(), u"地区"_s);
         QCOMPARE(sites.clsKyoten(1).KyotenEd(), 2);
         QCOMPARE(sites.clsKyoten(2).KyotenCd(), 2);
 

@@ -135,8 +135,6 @@ private slots:
         const cD_SISETSU& second = db.table.clsSisetsu(1);
         QCOMPARE(second.cShamei1(), u"施設1"_s);
         QCOMPARE(second.cPcName(), cT_ADODB::csGetComputerName());
-        QVERIFY(!second.tUpDateTime().isEmpty());
-        QCOMPARE(second.nLat(), 35);
 
         cond.setcSisetsuType(u"2"_s);
         QCOMPARE(db.table.iDataRead(&cond), qint16(0));
