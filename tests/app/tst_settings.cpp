@@ -306,7 +306,8 @@ private slots:
         // A result beyond 32 bits raises the suite's overflow error.
         ctx.iKiriageKeta = 1;
         QCOMPARE(overflowText([&] { qelprn::nKiriage(ctx, 3e9); }), u"( 6)オーバーフローしました。"_s);
-        QCOMPARE(qelprn::nKiriage(ctx, 2147483000.0), 2147483000);
+        ctx.iKiriageKbn = 2; // down: the largest 32-bit value itself
+        QCOMPARE(qelprn::nKiriage(ctx, 2147483647.0), 2147483647);
     }
 
     void commandLineCheck()
