@@ -127,7 +127,7 @@ private slots:
         QCOMPARE(table.iDataRead(&cond), qint16(0));
         QCOMPARE(table.nデータ数(), 1);
         QCOMPARE(table.clsRIYOUSHA(0).cByoumei(), u"頚椎症"_s); // found under "ｃByoumei"
-        QCOMPARE(table.clsRIYOUSHA(0).iHoken(), 0); // Null reads as 0
+        QCOMPARE(table.clsRIYOUSHA(0).iHoken(), 0);             // Null reads as 0
 
         // The successor row at 75: inserted, and the previous row points at it.
         cD_RIYOUSHA next = table.clsRIYOUSHA(0);
