@@ -1,5 +1,7 @@
 #include "app/CsvRecord.h"
 
+#include "app/SpaceTrim.h"
+
 namespace qelprn {
 
 QStringList splitCsvRecord(const QString& line)
@@ -21,19 +23,19 @@ QStringList splitCsvRecord(const QString& line)
             } else {
                 field += c;
             }
-        } else if (c == u'"' && field.trimmed().isEmpty()) {
+        } else if (c == u'"' && csTrim(field).isEmpty()) {
             field.clear();
             quoted = true;
             wasQuoted = true;
         } else if (c == u',') {
-            fields.append(wasQuoted ? field : field.trimmed());
+            fields.append(wasQuoted ? field : csTrim(field));
             field.clear();
             wasQuoted = false;
         } else if (!wasQuoted) {
             field += c;
         }
     }
-    fields.append(wasQuoted ? field : field.trimmed());
+    fields.append(wasQuoted ? field : csTrim(field));
     return fields;
 }
 

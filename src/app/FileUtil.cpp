@@ -17,7 +17,8 @@ bool bFileExists(const QString& path)
 {
     if (path.isEmpty())
         return false;
-    return QFileInfo::exists(toLocalPath(path));
+    // A folder of that name is not a file: the suite's directory listing does not return folders.
+    return QFileInfo(toLocalPath(path)).isFile();
 }
 
 } // namespace qelprn

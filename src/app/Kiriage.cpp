@@ -1,5 +1,7 @@
 #include "app/Kiriage.h"
 
+#include "app/RunTimeError.h"
+
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -26,7 +28,7 @@ qint32 nKiriage(const AppContext& ctx, double value)
     default:
         break;
     }
-    return qint32(std::floor(x) * ctx.iKiriageKeta);
+    return toInt32(std::floor(x) * ctx.iKiriageKeta);
 }
 
 } // namespace qelprn

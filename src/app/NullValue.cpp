@@ -1,5 +1,8 @@
 #include "app/NullValue.h"
 
+#include "app/RunTimeError.h"
+#include "app/SpaceTrim.h"
+
 #include <cmath>
 
 namespace qelprn {
@@ -18,12 +21,7 @@ QString csNullToStr(const QVariant& value)
 
 QString csNullToRTrim(const QVariant& value)
 {
-    QString s = csNullToStr(value);
-    qsizetype n = s.size();
-    while (n > 0 && s.at(n - 1) == QLatin1Char(' '))
-        --n;
-    s.truncate(n);
-    return s;
+    return csRTrim(csNullToStr(value));
 }
 
 qint32 nNullToLng(const QVariant& value)
@@ -35,7 +33,7 @@ qint32 nNullToLng(const QVariant& value)
     const double d = value.toDouble(&ok);
     if (!ok)
         return 0;
-    return qint32(std::nearbyint(d));
+    return toInt32(std::nearbyint(d));
 }
 
 QString csCutNull(const QString& text)

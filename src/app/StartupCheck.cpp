@@ -5,6 +5,7 @@
 #include "app/Paths.h"
 #include "app/ProgramTitle.h"
 #include "app/SysIni.h"
+#include "app/Val.h"
 
 using namespace Qt::StringLiterals;
 
@@ -39,9 +40,9 @@ AppContext loadAppContext(Interaction& ui, const QString& appDir)
     csChangeDir(appDir);
     ctx.csAppDir = appDir;
     const QString baseId = vGetSysIniValue(ctx, u"BASEID"_s, true);
-    // Like the suite's Val(): a non-number part gives 0.
-    ctx.iBaseKyotenCd = qint16(baseId.mid(0, 2).trimmed().toInt());
-    ctx.iBaseKyotenEb = qint16(baseId.mid(2, 2).trimmed().toInt());
+    // The suite's Val(): the leading digits count ("1X" is 1), a non-number part gives 0.
+    ctx.iBaseKyotenCd = qint16(nVal(QStringView(baseId).mid(0, 2)));
+    ctx.iBaseKyotenEb = qint16(nVal(QStringView(baseId).mid(2, 2)));
     setDbLoginTimeout(vGetSysIniValue(ctx, u"DB_LOGIN_TIMEOUT"_s, false));
     return ctx;
 }

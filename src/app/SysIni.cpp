@@ -3,6 +3,7 @@
 #include "app/Cp932.h"
 #include "app/FileUtil.h"
 #include "app/Paths.h"
+#include "app/SpaceTrim.h"
 
 using namespace Qt::StringLiterals;
 
@@ -21,12 +22,12 @@ QString vGetSysIniValue(const AppContext& ctx, const QString& key, bool showErro
         ctx.interaction().endProgram(2);
         return {};
     }
-    const QString wanted = key.trimmed();
+    const QString wanted = csTrim(key);
     for (const QString& line : lines) {
         const qsizetype eq = line.indexOf(u'=');
         if (eq < 0)
             continue;
-        if (line.left(eq).trimmed() == wanted)
+        if (csTrim(QStringView(line).left(eq)) == wanted)
             return line.mid(eq + 1);
     }
     if (showError) {

@@ -4,6 +4,8 @@
 #include "app/Cp932.h"
 #include "app/FileUtil.h"
 #include "app/Paths.h"
+#include "app/SpaceTrim.h"
+#include "app/Val.h"
 
 #include <QFile>
 
@@ -18,13 +20,13 @@ constexpr int kBufferLength = 256;
 // "[name]" with blanks allowed around the name; returns the trimmed name.
 std::optional<QString> sectionName(QStringView line)
 {
-    const QStringView t = line.trimmed();
+    const QString t = csTrim(line);
     if (!t.startsWith(u'['))
         return std::nullopt;
     const qsizetype close = t.indexOf(u']');
     if (close < 0)
         return std::nullopt;
-    return t.mid(1, close - 1).trimmed().toString();
+    return csTrim(QStringView(t).mid(1, close - 1));
 }
 
 bool sameName(QStringView a, QStringView b)
@@ -35,19 +37,20 @@ bool sameName(QStringView a, QStringView b)
 // The key of a "key=value" line (trimmed), or nullopt for comments and other lines.
 std::optional<QString> keyOf(QStringView line)
 {
-    const QStringView t = line.trimmed();
+    const QString t = csTrim(line);
     if (t.isEmpty() || t.startsWith(u';'))
         return std::nullopt;
     const qsizetype eq = t.indexOf(u'=');
     if (eq < 0)
         return std::nullopt;
-    return t.left(eq).trimmed().toString();
+    return csTrim(QStringView(t).left(eq));
 }
 
 QString valueOf(QStringView line)
 {
     const qsizetype eq = line.indexOf(u'=');
-    QStringView v = line.mid(eq + 1).trimmed();
+    const QString trimmed = csTrim(line.mid(eq + 1));
+    QStringView v = trimmed;
     if (v.size() >= 2 &&
         ((v.front() == u'"' && v.back() == u'"') || (v.front() == u'\'' && v.back() == u'\'')))
         v = v.mid(1, v.size() - 2);
@@ -83,13 +86,13 @@ std::optional<QString> clsOplIniFile::readValue(const QString& section, const QS
             // Only the first section of a name counts.
             if (inSection)
                 return std::nullopt;
-            inSection = !seenSection && sameName(*name, section.trimmed());
+            inSection = !seenSection && sameName(*name, csTrim(section));
             seenSection = seenSection || inSection;
             continue;
         }
         if (!inSection)
             continue;
-        if (const auto k = keyOf(line); k && sameName(*k, key.trimmed()))
+        if (const auto k = keyOf(line); k && sameName(*k, csTrim(key)))
             return valueOf(line);
     }
     return std::nullopt;
@@ -97,21 +100,8 @@ std::optional<QString> clsOplIniFile::readValue(const QString& section, const QS
 
 qint32 clsOplIniFile::nGetProfileLong(const QString& section, const QString& key)
 {
-    const QString v = readValue(section, key).value_or(QString());
     // Leading decimal digits (optionally signed), as the platform's integer read does.
-    qsizetype i = 0;
-    while (i < v.size() && v.at(i).isSpace())
-        ++i;
-    bool negative = false;
-    if (i < v.size() && (v.at(i) == u'-' || v.at(i) == u'+')) {
-        negative = v.at(i) == u'-';
-        ++i;
-    }
-    qint64 n = 0;
-    for (; i < v.size() && v.at(i) >= u'0' && v.at(i) <= u'9'; ++i)
-        n = qMin<qint64>(n * 10 + (v.at(i).unicode() - u'0'), 0x7fffffffLL + 1);
-    n = negative ? -n : n;
-    return qint32(qBound<qint64>(-0x7fffffffLL - 1, n, 0x7fffffffLL));
+    return nVal(readValue(section, key).value_or(QString()));
 }
 
 QString clsOplIniFile::csGetProfileString(const QString& section, const QString& key)
@@ -143,7 +133,7 @@ qint16 clsOplIniFile::iWriteProfileString(const QString& section, const QString&
     const bool utf8 = original.startsWith("\xEF\xBB\xBF");
     const auto encode = [utf8](const QString& s) { return utf8 ? s.toUtf8() : toCp932(s); };
     const QByteArray newline = original.contains("\r\n") || !original.contains('\n') ? "\r\n" : "\n";
-    const QByteArray entry = encode(key.trimmed() + u'=' + value) + newline;
+    const QByteArray entry = encode(csTrim(key) + u'=' + value) + newline;
 
     // Work on raw byte lines so every untouched line stays byte for byte.
     QList<QByteArray> lines;
@@ -173,7 +163,7 @@ qint16 clsOplIniFile::iWriteProfileString(const QString& section, const QString&
         if (const auto name = sectionName(text)) {
             if (sectionStart >= 0)
                 break;
-            if (sameName(*name, section.trimmed())) {
+            if (sameName(*name, csTrim(section))) {
                 sectionStart = i;
                 sectionEnd = i + 1;
             }
@@ -181,9 +171,9 @@ qint16 clsOplIniFile::iWriteProfileString(const QString& section, const QString&
         }
         if (sectionStart < 0)
             continue;
-        if (!text.trimmed().isEmpty())
+        if (!csTrim(text).isEmpty())
             sectionEnd = i + 1;
-        if (const auto k = keyOf(text); k && sameName(*k, key.trimmed())) {
+        if (const auto k = keyOf(text); k && sameName(*k, csTrim(key))) {
             keyLine = i;
             break;
         }
@@ -199,7 +189,7 @@ qint16 clsOplIniFile::iWriteProfileString(const QString& section, const QString&
     } else {
         if (!lines.isEmpty() && !lines.last().endsWith('\n'))
             lines.last().append(newline);
-        lines.append(encode(u'[' + section.trimmed() + u']') + newline);
+        lines.append(encode(u'[' + csTrim(section) + u']') + newline);
         lines.append(entry);
     }
     QByteArray bytes;

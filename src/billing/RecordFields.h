@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/NullValue.h"
-#include "billing/RunTimeError.h"
+#include "app/RunTimeError.h"
 #include "db/RecordSet.h"
 
 #include <QString>

@@ -1,6 +1,6 @@
 #include "billing/SeikyuPager.h"
 
-#include "billing/RunTimeError.h"
+#include "app/RunTimeError.h"
 
 namespace qelprn {
 

@@ -111,9 +111,7 @@ QString siteCondition(qint16 baseCd, qint16 baseEb)
 // Patients living in a facility, then the optional billing facility and its kind.
 QString facilityConditions(const PrintJouken& j)
 {
-    QString sql = u" AND (CASE WHEN RIYOUSHA_SUB.iAddressSet = 1 THEN iAddressSisetsuCd2 ELSE "_s
-                  u"     (CASE WHEN RIYOUSHA_SUB.iAddressSet = 2 THEN iAddressSisetsuCd3 ELSE "
-                  u"iAddressSisetsuCd END) END) > 0 "_s;
+    QString sql = u" AND"_s + csAddressSetCase() + u" > 0 "_s;
     if (j.nShisetuCdFrom > 0)
         sql += u" AND SEIKYU_SISETSU.nIDNo = "_s + num(j.nShisetuCdFrom);
     if (!j.sSisetsuType1.isEmpty())

@@ -1,7 +1,7 @@
 #include "billing/modPrint施設請求書.h"
 
+#include "app/RunTimeError.h"
 #include "billing/QueryConnection.h"
-#include "billing/RunTimeError.h"
 
 #include <exception>
 #include <new>

@@ -3,6 +3,7 @@
 #include "app/NullValue.h"
 #include "app/Paths.h"
 #include "app/Platform.h"
+#include "app/SpaceTrim.h"
 #include "app/clsOplIniFile.h"
 
 #include <QFile>
@@ -24,10 +25,7 @@ QString readFromFile(const QString& fileName, QString* errorText)
             *errorText = ini.CsErrStr();
         return QString();
     }
-    QString cs = csCutNull(ini.csGetProfileString(u"接続情報"_s, u"接続情報"_s));
-    while (cs.endsWith(u' '))
-        cs.chop(1);
-    return cs;
+    return csRTrim(csCutNull(ini.csGetProfileString(u"接続情報"_s, u"接続情報"_s)));
 }
 
 } // namespace
@@ -44,7 +42,7 @@ QString readAdodbConnectionString(const AppContext& ctx, QString* errorText)
     static QMutex mutex;
     static QHash<QString, Cached> cache;
 
-    const QString fileName = ctx.csAppDir + u"/adodb.ini"_s;
+    const QString fileName = ctx.csAppDir + u"\\adodb.ini"_s;
     const std::optional<platform::FileStamp> stamp = platform::fileStamp(toLocalPath(fileName));
     if (stamp) {
         QMutexLocker lock(&mutex);

@@ -6,22 +6,14 @@
 #include "app/NullValue.h"
 #include "app/Paths.h"
 #include "app/ProgramTitle.h"
-#include "app/clsOplIniFile.h"
+#include "app/SpaceTrim.h"
+#include "db/AdodbIni.h"
 
 using namespace Qt::StringLiterals;
 
 namespace qelprn {
 
 namespace {
-
-QString rtrim(QString s)
-{
-    qsizetype n = s.size();
-    while (n > 0 && s.at(n - 1) == u' ')
-        --n;
-    s.truncate(n);
-    return s;
-}
 
 QString afterFirst(const QString& text, QChar sep)
 {
@@ -46,7 +38,7 @@ QString cDBserverName2(const AppContext& ctx)
     const QString tag = u"[DBServer]="_s;
     for (const QString& line : readTextLines(path)) {
         if (line.left(11) == tag)
-            server = line.mid(11).trimmed();
+            server = csTrim(line.mid(11));
     }
     return server;
 }
@@ -66,7 +58,7 @@ qint16 iDatabaseRead(const AppContext& ctx, QList<DbInfo>& list)
         int lineNo = 0;
         for (const QString& line : lines) {
             ++lineNo;
-            if (line.trimmed().isEmpty())
+            if (csTrim(line).isEmpty())
                 continue;
             QStringList f = splitCsvRecord(line);
             while (f.size() < 3)
@@ -93,12 +85,12 @@ qint16 iDatabaseRead(const AppContext& ctx, QList<DbInfo>& list)
         return qint16(list.size());
     }
 
-    clsOplIniFile ini;
-    if (ini.iInit(ctx.csAppDir + u"\\adodb.ini"_s) != 0) {
-        reportListError(ctx, ini.CsErrStr());
+    QString readError;
+    const QString cs = readAdodbConnectionString(ctx, &readError);
+    if (!readError.isEmpty()) {
+        reportListError(ctx, readError);
         return 0;
     }
-    const QString cs = rtrim(csCutNull(ini.csGetProfileString(u"接続情報"_s, u"接続情報"_s)));
     const QStringList pieces = cs.split(u';');
     if (pieces.size() < 3) {
         reportListError(ctx, u"接続文字列取得できません。"_s);
@@ -117,7 +109,7 @@ QString csDbConnectionString(const DbInfo& db)
 {
     const QString cs = u"Provider=SQLOLEDB;Data Source="_s + db.cServer + u";Database="_s + db.cDatabase +
                        u";uid=sa;pwd=tqz4187"_s;
-    return rtrim(csCutNull(cs));
+    return csRTrim(csCutNull(cs));
 }
 
 QString csKyotenGridSql(bool bAllFlg, qint16 startMode)

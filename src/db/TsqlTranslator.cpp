@@ -165,16 +165,94 @@ qsizetype matchingOpen(const Tokens& t, qsizetype close)
     return -1;
 }
 
-const QStringList& textFunctions()
+// Every function the translator knows, in one table: whether its result is text (a '+' beside
+// its call then joins texts) and how SQLite spells the call (nullptr: as T-SQL does). A rewrite
+// returns false to leave a call of another argument count as it is.
+using Rewrite = bool (*)(const QList<Tokens>& args, QString& out);
+
+struct FunctionRule
 {
-    static const QStringList names = {u"SUBSTRING"_s, u"SUBSTR"_s, u"LEFT"_s,  u"RIGHT"_s, u"CONVERT"_s,
-                                      u"LTRIM"_s,     u"RTRIM"_s,  u"UPPER"_s, u"LOWER"_s, u"REPLACE"_s};
-    return names;
+    QStringView name;
+    bool returnsText;
+    Rewrite rewrite;
+};
+
+QString text(const Tokens& tokens);
+
+const FunctionRule kFunctions[] = {
+    {u"ISNULL", false,
+     [](const QList<Tokens>& args, QString& out) {
+         if (args.size() != 2)
+             return false;
+         out = u"IFNULL("_s + join(args[0]) + u',' + join(args[1]) + u')';
+         return true;
+     }},
+    {u"SUBSTRING", true,
+     [](const QList<Tokens>& args, QString& out) {
+         QStringList parts;
+         for (const Tokens& a : args)
+             parts.append(join(a));
+         out = u"SUBSTR("_s + parts.join(u',') + u')';
+         return true;
+     }},
+    {u"LEFT", true,
+     [](const QList<Tokens>& args, QString& out) {
+         if (args.size() != 2)
+             return false;
+         out = u"SUBSTR("_s + join(args[0]) + u",1,"_s + join(args[1]) + u')';
+         return true;
+     }},
+    {u"RIGHT", true,
+     [](const QList<Tokens>& args, QString& out) {
+         if (args.size() != 2)
+             return false;
+         out = u"SUBSTR("_s + join(args[0]) + u",-("_s + text(args[1]) + u"))"_s;
+         return true;
+     }},
+    {u"LEN", false,
+     [](const QList<Tokens>& args, QString& out) {
+         if (args.size() != 1)
+             return false;
+         out = u"LENGTH("_s + join(args[0]) + u')';
+         return true;
+     }},
+    {u"GETDATE", false,
+     [](const QList<Tokens>& args, QString& out) {
+         if (args.size() != 1 || !text(args[0]).isEmpty())
+             return false;
+         out = u"strftime('%Y/%m/%d %H:%M:%S','now','localtime')"_s;
+         return true;
+     }},
+    {u"CONVERT", true,
+     [](const QList<Tokens>& args, QString& out) {
+         if (args.size() < 2)
+             return false;
+         out = u"CAST("_s + text(args[1]) + u" AS TEXT)"_s;
+         return true;
+     }},
+    {u"SUBSTR", true, nullptr},
+    {u"LTRIM", true, nullptr},
+    {u"RTRIM", true, nullptr},
+    {u"UPPER", true, nullptr},
+    {u"LOWER", true, nullptr},
+    {u"REPLACE", true, nullptr},
+};
+
+const FunctionRule* functionRule(QStringView name)
+{
+    for (const FunctionRule& f : kFunctions) {
+        if (name.compare(f.name, Qt::CaseInsensitive) == 0)
+            return &f;
+    }
+    return nullptr;
 }
 
 bool isTextFunctionAt(const Tokens& t, qsizetype i)
 {
-    if (i < 0 || t.at(i).kind != Kind::Word || !textFunctions().contains(t.at(i).text.toUpper()))
+    if (i < 0 || t.at(i).kind != Kind::Word)
+        return false;
+    const FunctionRule* rule = functionRule(t.at(i).text);
+    if (!rule || !rule->returnsText)
         return false;
     const qsizetype open = nextSignificant(t, i);
     return open >= 0 && isPunct(t.at(open), u"(");
@@ -251,28 +329,8 @@ QString text(const Tokens& tokens)
 // Rewrites a recognised function call; false leaves it as it is.
 bool rewriteCall(const QString& name, const QList<Tokens>& args, QString& out)
 {
-    const QString upper = name.toUpper();
-    if (upper == u"ISNULL"_s && args.size() == 2) {
-        out = u"IFNULL("_s + join(args[0]) + u',' + join(args[1]) + u')';
-    } else if (upper == u"SUBSTRING"_s) {
-        QStringList parts;
-        for (const Tokens& a : args)
-            parts.append(join(a));
-        out = u"SUBSTR("_s + parts.join(u',') + u')';
-    } else if (upper == u"LEFT"_s && args.size() == 2) {
-        out = u"SUBSTR("_s + join(args[0]) + u",1,"_s + join(args[1]) + u')';
-    } else if (upper == u"RIGHT"_s && args.size() == 2) {
-        out = u"SUBSTR("_s + join(args[0]) + u",-("_s + text(args[1]) + u"))"_s;
-    } else if (upper == u"LEN"_s && args.size() == 1) {
-        out = u"LENGTH("_s + join(args[0]) + u')';
-    } else if (upper == u"GETDATE"_s && args.size() == 1 && text(args[0]).isEmpty()) {
-        out = u"strftime('%Y/%m/%d %H:%M:%S','now','localtime')"_s;
-    } else if (upper == u"CONVERT"_s && args.size() >= 2) {
-        out = u"CAST("_s + text(args[1]) + u" AS TEXT)"_s;
-    } else {
-        return false;
-    }
-    return true;
+    const FunctionRule* rule = functionRule(name);
+    return rule && rule->rewrite && rule->rewrite(args, out);
 }
 
 // Translates tokens [from, to): function calls are rewritten with their arguments translated first.
@@ -378,8 +436,6 @@ Tokens translateUpdateFrom(const Tokens& t)
 // JOIN). A false alarm only costs the tokenizer.
 bool mayNeedTranslation(const QString& tsql)
 {
-    static constexpr QStringView functions[] = {u"ISNULL",    u"LEFT",    u"RIGHT",  u"LEN",
-                                                u"SUBSTRING", u"GETDATE", u"CONVERT"};
     const auto isWordChar = [](QChar c) { return c.isLetterOrNumber() || c == u'_'; };
     const qsizetype n = tsql.size();
     qsizetype i = 0;
@@ -402,9 +458,7 @@ bool mayNeedTranslation(const QString& tsql)
         if (word.compare(u"TOP", Qt::CaseInsensitive) == 0 ||
             word.compare(u"UPDATE", Qt::CaseInsensitive) == 0)
             return true;
-        for (QStringView f : functions) {
-            if (word.compare(f, Qt::CaseInsensitive) != 0)
-                continue;
+        if (const FunctionRule* rule = functionRule(word); rule && rule->rewrite) {
             qsizetype j = i;
             while (j < n && tsql.at(j).isSpace())
                 ++j;

@@ -2,7 +2,7 @@
 
 #include "app/NullValue.h"
 #include "app/ProgramTitle.h"
-#include "app/clsOplIniFile.h"
+#include "db/AdodbIni.h"
 #include "db/DatabaseList.h"
 #include "db/RecordSet.h"
 
@@ -131,14 +131,12 @@ void cT_KyotenDbAcs::iLoadKyoten_ALLDB(SiteGrid& grid, bool bAllFlg, qint16& res
     }
     // The base database must be reachable before the others are tried, as at start-up.
     {
-        clsOplIniFile ini;
-        if (ini.iInit(m_ctx.csAppDir + u"\\adodb.ini"_s) != 0) {
-            showError(kAllDbHeader + ini.CsErrStr());
+        QString readError;
+        const QString baseCs = readAdodbConnectionString(m_ctx, &readError);
+        if (!readError.isEmpty()) {
+            showError(kAllDbHeader + readError);
             return;
         }
-        QString baseCs = csCutNull(ini.csGetProfileString(u"接続情報"_s, u"接続情報"_s));
-        while (baseCs.endsWith(u' '))
-            baseCs.chop(1);
         if (baseCs.isEmpty()) {
             showError(kAllDbHeader + u"接続文字列取得できません。"_s);
             return;

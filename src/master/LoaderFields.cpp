@@ -1,6 +1,7 @@
 #include "master/LoaderFields.h"
 
 #include "app/NullValue.h"
+#include "app/RunTimeError.h"
 #include "db/RecordSet.h"
 #include "master/OwnConnection.h"
 
@@ -95,7 +96,13 @@ bool loadSingleRow(const AppContext& ctx, const QString& sql, QString* errorText
             *errorText = rs.errorText();
         return false;
     }
-    fill(rs);
+    try {
+        fill(rs);
+    } catch (const RunTimeError& e) { // a number beyond 32 bits
+        if (errorText)
+            *errorText = csRunTimeErrorText(e);
+        return false;
+    }
     if (rs.hasError()) { // a column the table lacks, or a read that broke off
         if (errorText)
             *errorText = rs.errorText();

@@ -2,6 +2,7 @@
 
 #include "app/NullValue.h"
 #include "app/ProgramTitle.h"
+#include "app/RunTimeError.h"
 #include "master/MonthPeriod.h"
 #include "master/OwnConnection.h"
 
@@ -92,6 +93,8 @@ qint16 cls単価::iGetTanka(const QString& yearMonth)
 {
     try {
         return load(yearMonth);
+    } catch (const RunTimeError& e) {
+        showError(csRunTimeErrorText(e));
     } catch (const std::exception& e) {
         showError(QString::fromUtf8(e.what()));
     } catch (...) {

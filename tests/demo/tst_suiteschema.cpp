@@ -86,33 +86,6 @@ private slots:
             &error);
         QVERIFY2(error.isEmpty(), qPrintable(error));
     }
-
-    void programFolderHasSettingsInCp932()
-    {
-        TestProgramFolder folder;
-        QVERIFY(folder.isValid());
-        QFile ini(folder.filePath(u"adodb.ini"_s));
-        QVERIFY(ini.open(QIODevice::ReadOnly));
-        const QByteArray bytes = ini.readAll();
-        // "[接続情報]" in CP932, then CR LF.
-        QVERIFY2(bytes.startsWith(QByteArray::fromHex("5b90da91b18fee95f15d0d0a")),
-                 bytes.toHex().constData());
-        QVERIFY(bytes.contains("Data Source=sqlite:db;Database=suite;uid=sa;pwd=tqz4187\r\n"));
-        QFile tovara(folder.filePath(u"Tovara.ini"_s));
-        QVERIFY(tovara.open(QIODevice::ReadOnly));
-        QVERIFY(tovara.readAll().contains("SYSTEM_TMP=\\TMP\r\nSYSTEM_ICON=\\ICON\r\n"));
-        for (const char* sub : {"SYS", "TMP", "ICON", "DATA"})
-            QVERIFY(QFileInfo(folder.filePath(QString::fromLatin1(sub))).isDir());
-
-        folder.insert(u"KYOTEN"_s, {{u"iKyotenCd"_s, 1}, {u"iKyotenEb"_s, 1}, {u"cKyotenName"_s, u"本店"_s}});
-        const QString other = folder.addDatabase(u"second"_s);
-        QVERIFY(other.contains(u"Database=second;"_s));
-        folder.exec(u"INSERT INTO KYOTEN (iKyotenCd, iKyotenEb) VALUES (2, 1)"_s, u"second"_s);
-        QCOMPARE(run(folder.filePath(u"db/suite.sqlite"_s), u"SELECT cKyotenName FROM KYOTEN"_s),
-                 QStringList{u"本店"_s});
-        QCOMPARE(run(folder.filePath(u"db/second.sqlite"_s), u"SELECT iKyotenCd FROM KYOTEN"_s),
-                 QStringList{u"2"_s});
-    }
 };
 
 QTEST_GUILESS_MAIN(tst_SuiteSchema)

@@ -1,6 +1,5 @@
 #include "MasterTestFolder.h"
 #include "master/cls単価.h"
-#include "master/cls往療費.h"
 
 #include <QTest>
 
@@ -17,14 +16,6 @@ void addPrice(TestProgramFolder& folder, int kind, int code, const QString& from
                                     {u"cStartDate"_s, from},
                                     {u"cEndDate"_s, to},
                                     {u"nTanka"_s, QString::number(price)}});
-}
-
-void addBand(TestProgramFolder& folder, int maxLen, int fee, const QString& from = u"2024/06/01"_s,
-             const QString& to = u"9999/12/31"_s)
-{
-    folder.insert(
-        u"往療費区分"_s,
-        {{u"nMaxLen"_s, maxLen}, {u"cStartDate"_s, from}, {u"cEndDate"_s, to}, {u"nKingakuOuryou"_s, fee}});
 }
 
 } // namespace
@@ -45,8 +36,6 @@ private slots:
             "112),6,2) "
             ">=   '202605'"
             " ORDER BY cStartDate, iTankaKbn, nTankaCode"_s);
-        QVERIFY(cls往療費::selectStatement(u"202605"_s).startsWith(u"SELECT * FROM 往療費区分 WHERE "_s));
-        QVERIFY(cls往療費::selectStatement(u"202605"_s).endsWith(u">=   '202605' ORDER BY nMaxLen"_s));
     }
 
     // Every price lands in its own property; the period that started last wins; other months,
@@ -107,49 +96,6 @@ private slots:
         folder.writeSettingsFile(u"adodb.ini"_s, u"[接続情報]\n"_s);
         QCOMPARE(tanka.iGetTanka(u"202605"_s), qint16(-1));
         QCOMPARE(ui.texts(), QStringList({u"接続文字列取得できません。\r\niGetTanka() でエラー"_s}));
-        cls往療費 ouryo(ctx);
-        ui.clear();
-        QCOMPARE(ouryo.iGetOuryohiAll(u"202605"_s), qint16(-1));
-        QCOMPARE(ui.messages.at(0).text, u"接続文字列取得できません。\r\niGetOuryohiAll() でエラー"_s);
-        QCOMPARE(ui.messages.at(0).icon, MsgIcon::Critical);
-    }
-
-    void houseCallBands_data() { addBackEndRows(); }
-    void houseCallBands()
-    {
-        QFETCH(bool, odbc);
-        TestProgramFolder folder;
-        TestInteraction ui;
-        const AppContext ctx = contextIn(folder, ui);
-        const auto backEnd = useOdbc(folder, odbc);
-        addBand(folder, 16, 900);
-        addBand(folder, 4, 300);
-        addBand(folder, 8, 600);
-        addBand(folder, 2, 100, u"2020/01/01"_s, u"2024/05/31"_s); // an earlier period
-        cls往療費 ouryo(ctx);
-        QCOMPARE(ouryo.iGetOuryohiAll(u"202605"_s), qint16(0));
-        QCOMPARE(ouryo.i往療区分数(), qint16(3));
-        QCOMPARE(ouryo.n往療距離MAX(0), 4);
-        QCOMPARE(ouryo.n往療単価(2), 900);
-
-        const QList<std::tuple<qint32, qint16, qint16, qint32>> cases = {
-            {0, 0, 0, 0},     {3, 0, 300, 3},   {4, 0, 300, 4},   {8, 0, 600, 8}, {9, 0, 900, 9},
-            {20, 0, 900, 16}, {20, 1, 600, 16}, {12, 1, 600, 12}, {3, 1, 300, 3}};
-        for (const auto& [distance, mode, fee, seen] : cases) {
-            qint32 d = distance;
-            QCOMPARE(ouryo.iGetOuryohi(d, mode), fee);
-            QCOMPARE(d, seen); // the caller sees the capped distance
-        }
-        QCOMPARE(ui.messages.size(), 0);
-
-        // A second load rebuilds the bands from empty.
-        folder.exec(u"DELETE FROM 往療費区分 WHERE nMaxLen = 16"_s);
-        addBand(folder, 16, 40000); // beyond 16 bits
-        QCOMPARE(ouryo.iGetOuryohiAll(u"202605"_s), qint16(0));
-        QCOMPARE(ouryo.i往療区分数(), qint16(3));
-        qint32 far = 30;
-        QCOMPARE(ouryo.iGetOuryohi(far, 0), qint16(0));
-        QCOMPARE(ui.texts(), QStringList({u"オーバーフローしました。\r\niGetOuryohi() でエラー"_s}));
     }
 };
 

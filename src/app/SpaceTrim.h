@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+namespace qelprn {
+
+// The suite's RTrim and Trim: only the space U+0020 is removed. Tabs and the ideographic space
+// U+3000 are part of the text (a name padded with full-width blanks keeps them), unlike
+// QString::trimmed, which removes every kind of white space.
+QString csRTrim(QStringView text);
+QString csTrim(QStringView text);
+
+} // namespace qelprn

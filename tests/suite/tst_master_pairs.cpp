@@ -1,0 +1,263 @@
+#include "master/MasterTestFolder.h"
+#include "suite/cT_Address.h"
+#include "suite/cT_CAREMANE.h"
+#include "suite/cT_CORP.h"
+#include "suite/cT_DOCTOR.h"
+#include "suite/cT_HOKEN.h"
+#include "suite/cT_HOKENJA.h"
+#include "suite/cT_RIYOUSHA.h"
+#include "suite/cT_SHINSEISYO.h"
+#include "suite/cT_STAFF.h"
+#include "suite/cT_SYOUKAI.h"
+
+#include <QTest>
+
+using namespace qelprn;
+using namespace qelprn::test;
+
+namespace {
+
+bool isStamp(const QString& column)
+{
+    return column == u"cPcName"_s || column.compare(u"tUpDateTime"_s, Qt::CaseInsensitive) == 0 ||
+           column == u"iKyotenCd"_s || column == u"iKyotenEb"_s;
+}
+
+// Distinct values in every written column; the key columns get key.
+void fill(MasterRecord& rec, qint32 key)
+{
+    const TableDef& def = rec.def();
+    for (int i = 0; i < def.columns.size(); ++i) {
+        const ColumnDef& c = def.columns.at(i);
+        if (!c.written())
+            continue;
+        const bool isKey = def.keyColumns.contains(c.name) || c.name == u"nIDNo"_s || c.name == u"cIDNo"_s;
+        switch (c.kind) {
+        case ColumnKind::Text:
+            rec.setText(c.name, isKey ? QString::number(key) : u"O'"_s + c.name);
+            break;
+        case ColumnKind::Date:
+            rec.setText(c.name, isKey ? u"2026/04/01"_s : u"2025/12/%1"_s.arg(i % 28 + 1));
+            break;
+        case ColumnKind::Int:
+            rec.setInteger(c.name, isKey ? key : i + 1);
+            break;
+        case ColumnKind::Money:
+            rec.setMoney(c.name, 1000 + i);
+            break;
+        }
+    }
+}
+
+// The written columns of a and b that differ, as "column: a / b".
+QStringList differences(const MasterRecord& a, const MasterRecord& b)
+{
+    QStringList out;
+    for (int i = 0; i < a.def().columns.size(); ++i) {
+        const ColumnDef& c = a.def().columns.at(i);
+        if (c.written() && !isStamp(c.name) && a.value(i) != b.value(i))
+            out << c.name + u": "_s + a.value(i).toString() + u" / "_s + b.value(i).toString();
+    }
+    return out;
+}
+
+// Insert, read back, update, read back and delete one record of any pair.
+template <typename Table, typename Rec> void roundTrip(TestDb& db, qint32 key, QStringView changed)
+{
+    Table table;
+    table.iInit(db.ado, db.ctx);
+    Rec rec;
+    fill(rec, key);
+    QVERIFY2(table.iDataInsert(&rec, true) == 0, qPrintable(rec.def().table + u": "_s + table.sErrMsg));
+    const Rec cond;
+    QVERIFY2(table.iDataRead(&cond) == 0, qPrintable(table.sErrMsg));
+    QCOMPARE(table.nデータ数(), 1);
+    const Rec read = table.record(0);
+    QCOMPARE(differences(rec, read), QStringList());
+    QCOMPARE(read.text(u"cPcName"), cT_ADODB::csGetComputerName());
+
+    rec.setText(changed, u"変更'後"_s);
+    QVERIFY2(table.iDataUpdate(&rec, false) == 0, qPrintable(table.sErrMsg));
+    QVERIFY2(table.iDataRead(&cond) == 0, qPrintable(table.sErrMsg));
+    QCOMPARE(table.record(0).text(changed), u"変更'後"_s);
+    QVERIFY2(table.iData削除(&rec) == 0, qPrintable(table.sErrMsg));
+    QVERIFY(table.iDataRead(&cond) == 0);
+    QCOMPARE(table.nデータ数(), 0);
+}
+
+} // namespace
+
+class tst_master_pairs : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    // Every pair's statements run on the suite's schema and keep every column.
+    void roundTrips()
+    {
+        TestDb db;
+        roundTrip<cT_CORP, cD_CORP>(db, 7, u"cShamei1");
+        roundTrip<cT_HOKEN, cD_HOKEN>(db, 3, u"cName");
+        roundTrip<cT_DOCTOR, cD_DOCTOR>(db, 1010001, u"cKikan");
+        roundTrip<cT_HOKENJA, cD_HOKENJA>(db, 39130017, u"cName");
+        roundTrip<cT_STAFF, cD_STAFF>(db, 1010001, u"cName");
+        roundTrip<cT_SYOUKAI, cD_SYOUKAI>(db, 1010001, u"cName");
+        roundTrip<cT_RIYOUSHA, cD_RIYOUSHA>(db, 1010001, u"cByoumei");
+        roundTrip<cT_SHINSEISYO, cD_SHINSEISYO>(db, 4, u"cFileName");
+        roundTrip<cT_Address, cD_Address>(db, 1010001, u"csAddress1");
+        roundTrip<cT_CAREMANE, cD_CAREMANE>(db, 12, u"cName");
+    }
+
+    void patientRecord()
+    {
+        TestDb db;
+        cT_RIYOUSHA table;
+        table.iInit(db.ado, SiteKey{3, 1});
+        cD_RIYOUSHA cond;
+        cond.setnIDNo(3010002);
+        QVERIFY(!table.readStatement(cond).contains(u"cSisetsuName"_s)); // the address set is not a column
+
+        db.folder.exec(
+            u"INSERT INTO RIYOUSHA (nIDNo, iKyotenCd, iKyotenEb, cByoumei, tBirthday, iHoken) VALUES "
+            "(3010002, 3, 1, '頚椎症', '1950/03/04', NULL), (3010005, 3, 1, NULL, NULL, 2), "
+            "(3010009, 4, 1, NULL, NULL, 2)"_s);
+        qint32 max = 0;
+        QCOMPARE(table.iGetMaxIDNo(max), qint16(0));
+        QCOMPARE(max, 3010005);
+        QCOMPARE(table.iDataRead(&cond), qint16(0));
+        QCOMPARE(table.nデータ数(), 1);
+        QCOMPARE(table.clsRIYOUSHA(0).cByoumei(), u"頚椎症"_s); // found under "ｃByoumei"
+        QCOMPARE(table.clsRIYOUSHA(0).iHoken(), 0);             // Null reads as 0
+
+        // The successor row at 75: inserted, and the previous row points at it.
+        cD_RIYOUSHA next = table.clsRIYOUSHA(0);
+        next.setnIDNo(3010006);
+        next.setnBeforeIDNo(3010002);
+        next.settIDKirikaeDate(u"2026/04/01"_s);
+        QCOMPARE(table.iDataInsert_R75(&next, true), qint16(0));
+        QCOMPARE(
+            db.one(u"SELECT nIDNo, nAfterIDNo, tIDKirikaeDate, cByoumei FROM RIYOUSHA WHERE iKyotenCd = 3 "
+                   "ORDER BY nIDNo"_s),
+            u"3010002|3010006|2026/04/01|頚椎症|3010005||||3010006|0|2026/04/01|頚椎症"_s);
+        // A failing insert (the number is taken) leaves the previous row unchanged.
+        next.setnBeforeIDNo(3010005);
+        QCOMPARE(table.iDataInsert_R75(&next, true), qint16(-1));
+        QCOMPARE(db.one(u"SELECT nAfterIDNo FROM RIYOUSHA WHERE nIDNo = 3010005"_s), QString());
+    }
+
+    // DOCTOR and SYOUKAI hand out the lowest free number once the site's range is used up.
+    void gapFilling()
+    {
+        TestDb db;
+        cT_DOCTOR doctors;
+        doctors.iInit(db.ado, db.ctx);
+        cT_SYOUKAI referrers;
+        referrers.iInit(db.ado, db.ctx);
+        qint32 n = 0;
+        QCOMPARE(doctors.iGetMaxIDNo(n), qint16(0));
+        QCOMPARE(n, 1010000);
+        const QString numbers = u"WITH RECURSIVE n(x) AS (SELECT 1010001 UNION ALL SELECT x + 1 FROM n "
+                                "WHERE x < 1019999) "_s;
+        db.folder.exec(u"INSERT INTO DOCTOR (cIDNo, nIDNo, iKyotenCd, iKyotenEb) "_s + numbers +
+                       u"SELECT CAST(x AS TEXT), x, 1, 1 FROM n WHERE x NOT IN (1010500, 1010501)"_s);
+        db.folder.exec(u"INSERT INTO SYOUKAI (nIDNo, cIDNo, iKyotenCd, iKyotenEb) "_s + numbers +
+                       u"SELECT x, CAST(x AS TEXT), 1, 1 FROM n WHERE x <> 1010001"_s);
+        QCOMPARE(doctors.iGetMaxIDNo(n), qint16(0));
+        QCOMPARE(n, 1010499); // the caller adds one
+        QCOMPARE(referrers.iGetMaxIDNo(n), qint16(0));
+        QCOMPARE(n, 1010000); // the range's first number is free
+
+        db.folder.exec(
+            u"INSERT INTO DOCTOR (cIDNo, nIDNo, iKyotenCd, iKyotenEb) VALUES ('1010500', 1010500, 1, 1), "
+            "('1010501', 1010501, 1, 1)"_s);
+        db.folder.exec(
+            u"INSERT INTO SYOUKAI (nIDNo, cIDNo, iKyotenCd, iKyotenEb) VALUES (1010001, '1010001', 1, 1)"_s);
+        n = 5;
+        QCOMPARE(doctors.iGetMaxIDNo(n), qint16(-1));
+        QCOMPARE(doctors.sErrMsg, u"データ登録の上限に達しました"_s);
+        QCOMPARE(referrers.iGetMaxIDNo(n), qint16(-1));
+        QCOMPARE(referrers.sErrMsg, u"データ登録の上限に達しました"_s);
+        QCOMPARE(n, 5);
+    }
+
+    // The extra operations of the pairs reach the right rows.
+    void extras()
+    {
+        TestDb db;
+        auto exec = [&](const QString& sql) { db.folder.exec(sql); };
+        exec(u"INSERT INTO RIYOUSHA (nIDNo, iKyotenCd, iKyotenEb, cHokenNo, cFutanNo) VALUES "
+             "(1,1,1,'39130017',NULL),(2,1,1,'06130019','81136017'),(3,1,1,NULL,NULL)"_s);
+        exec(
+            u"INSERT INTO RIYOUSHA_SUB (nIDNo, iKyotenCd, iKyotenEb, iIsiCd, iIsiCd2, iCareCd, "
+            u"iSyoukaiSisetsuCd) "
+            "VALUES (1,1,1,1010001,NULL,5,NULL),(2,1,1,NULL,1010001,NULL,1010002),(3,1,1,1010002,NULL,6,NULL)"_s);
+        exec(u"INSERT INTO SISETSU (nIDNo, cShamei1) VALUES (1010009, '中央病院')"_s);
+
+        cT_DOCTOR doctors;
+        doctors.iInit(db.ado, db.ctx);
+        cD_DOCTOR doctor;
+        fill(doctor, 1010001);
+        doctor.setcName(u"佐藤"_s);
+        doctor.setiSisetsuCode(1010009);
+        QCOMPARE(doctors.iDataInsert(&doctor, false), qint16(0));
+        cD_DOCTOR byNumber;
+        byNumber.setcIDNo(u"1010001"_s);
+        QCOMPARE(doctors.iDataRead(&byNumber), qint16(0));
+        QCOMPARE(doctors.nデータ数(), 1);
+        QCOMPARE(doctors.clsDOCTOR(0).SISETSUSHAMEI(), u"中央病院"_s);
+        QCOMPARE(doctors.clsDOCTOR(0).nSisetsuCd(), 1010009);
+        QCOMPARE(doctors.iDataUpdate_ToRiyousha(&doctor), qint16(0));
+        QCOMPARE(
+            db.one(u"SELECT nIDNo, cDouiIsiName1, cDouiIsiName2 FROM RIYOUSHA WHERE tUpDateTime IS NOT NULL "
+                   "ORDER BY nIDNo"_s),
+            u"1|佐藤||2||佐藤"_s);
+
+        cT_CAREMANE managers;
+        managers.iInit(db.ado, db.ctx);
+        cD_CAREMANE manager;
+        manager.setnIDNo(5);
+        manager.setcTelNo(u"045-111"_s);
+        QCOMPARE(managers.iDataUpdate_ToRiyousha(&manager), qint16(0));
+        QCOMPARE(db.one(u"SELECT nIDNo FROM RIYOUSHA_SUB WHERE cCareTelNo = '045-111'"_s), u"1"_s);
+
+        cT_SYOUKAI referrers;
+        referrers.iInit(db.ado, db.ctx);
+        cD_SYOUKAI referrer;
+        referrer.setnIDNo(1010002);
+        referrer.setcTelNo(u"045-222"_s);
+        QCOMPARE(referrers.iDataUpdate_ToRiyousha(&referrer), qint16(0));
+        QCOMPARE(db.one(u"SELECT nIDNo FROM RIYOUSHA_SUB WHERE cSyoukaiTelNo = '045-222'"_s), u"2"_s);
+
+        // Insurers: the search list holds those patients use, of the prefecture asked for.
+        exec(u"INSERT INTO HOKENJA (cIDno, cName) VALUES ('39130017','東京広域'),('06130019','組合'),"
+             "('81136017','公費'),('39140015','神奈川広域'),('39131015','未使用')"_s);
+        cT_HOKENJA insurers;
+        insurers.iInit(db.ado, db.ctx);
+        cD_HOKENJA pref;
+        pref.setcIDNo(u"13"_s);
+        QCOMPARE(insurers.iDataReadGrid(&pref), qint16(0));
+        QStringList found;
+        for (int i = 0; i < insurers.nデータ数(); ++i)
+            found << insurers.clsHOKENJA(i).cIDNo();
+        QCOMPARE(found, QStringList({u"06130019"_s, u"39130017"_s, u"81136017"_s}));
+
+        // Corporations: the site's rows only, the existence check, the map addresses.
+        exec(u"INSERT INTO CORP (nIDNo, iKyotenCd, iKyotenEb, iType, cShamei1) VALUES (1,1,1,0,'本院'),"
+             "(2,1,1,1,'分院'),(1,2,1,0,'他拠点')"_s);
+        cT_CORP corps;
+        corps.iInit(db.ado, db.ctx);
+        cD_CORP main;
+        main.setiType(0);
+        QCOMPARE(corps.iDataRead(&main), qint16(0));
+        QCOMPARE(corps.nデータ数(), 1);
+        QCOMPARE(corps.clsCORP(0).cShamei1(), u"本院"_s);
+        QCOMPARE(corps.iMapDataInsert(1, {u"東京都'港区"_s, u"芝"_s, QString()}), qint16(0));
+        QCOMPARE(corps.iMapDataUpdate(1, {u"東京都港区"_s, u"芝公園"_s, u"1-1"_s}), qint16(0));
+        QStringList map;
+        QCOMPARE(corps.iMapDataRead(1, map), qint16(0));
+        QCOMPARE(map, QStringList({u"東京都港区"_s, u"芝公園"_s, u"1-1"_s}));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_master_pairs)
+#include "tst_master_pairs.moc"
