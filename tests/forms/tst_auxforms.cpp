@@ -6,6 +6,7 @@
 #include "forms/frmBack.h"
 #include "forms/frmVer.h"
 #include "forms/mod施設請求書Main.h"
+#include "support/StandInProgram.h"
 #include "support/TestInteraction.h"
 
 #include <QApplication>
@@ -13,9 +14,9 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
-#include <QTimer>
 #include <QScopeGuard>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -24,23 +25,11 @@ using qelprn::test::TestProgramFolder;
 
 namespace {
 
-// A stand-in menu program: writes its arguments, one per line, next to itself.
+// A stand-in menu program: appends its argument count and arguments to "menu-args.txt" beside it.
 void writeMenuProgram(const TestProgramFolder& folder)
 {
-    QFile script(folder.filePath(u"Main.exe"_s));
-    QVERIFY(script.open(QIODevice::WriteOnly));
-    script.write("#!/bin/sh\nprintf '%s\\n' \"$#\" \"$@\" > \"$(dirname \"$0\")/menu-args.txt\"\n");
-    script.close();
-    QVERIFY(script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-}
-
-QString waitForMenuArgs(const TestProgramFolder& folder)
-{
-    QFile file(folder.filePath(u"menu-args.txt"_s));
-    if (!QTest::qWaitFor([&] { return file.exists() && file.size() > 0; }, 10000))
-        return u"(not started)"_s;
-    file.open(QIODevice::ReadOnly);
-    return QString::fromUtf8(file.readAll());
+    qelprn::test::writeStandInProgram(folder.filePath(u"Main.exe"_s),
+                                      {.argsFile = folder.filePath(u"menu-args.txt"_s)});
 }
 
 } // namespace
@@ -162,7 +151,10 @@ private slots:
         QCOMPARE(status, 0);
         QCOMPARE(ctx.iBaseKyotenCd, qint16(1));
         QVERIFY2(ui.messages.isEmpty(), qPrintable(ui.texts().join(u'\n')));
-        QCOMPARE(waitForMenuArgs(folder), args);
+        QCOMPARE(qelprn::test::waitForArgs(folder.filePath(u"menu-args.txt"_s), int(args.count(u'\n')))
+                         .join(u'\n') +
+                     u'\n',
+                 args);
     }
 
     void withoutMenuProgramNothingStarts()
