@@ -157,37 +157,6 @@ private slots:
                  args);
     }
 
-    void withoutMenuProgramNothingStarts()
-    {
-        TestProgramFolder folder;
-        TestInteraction ui;
-        QVERIFY(!qelprn::bStartMenuProgram(folder.context(ui), true));
-        QCOMPARE(qelprn::menuProgramArguments(false), QStringList{u"2"_s});
-    }
-
-    void desktopMessageBoxKeepsItsTitle()
-    {
-        // The exact title, no program name after it, and a box wide enough to show it whole.
-        qelprn::DesktopInteraction ui;
-        QString title;
-        int width = 0;
-        int needed = 0;
-        QTimer::singleShot(0, [&] {
-            QWidget* box = QApplication::activeModalWidget();
-            if (!box)
-                return;
-            title = box->windowTitle();
-            width = box->width();
-            QFont bold = box->font();
-            bold.setBold(true);
-            needed = QFontMetrics(bold).horizontalAdvance(title);
-            box->close();
-        });
-        ui.messageBox(u"OK"_s, u"選択エラー"_s, qelprn::MsgIcon::Exclamation);
-        QCOMPARE(title, u"選択エラー"_s);
-        QVERIFY2(width >= needed + 150, qPrintable(u"%1 px for a %2 px title"_s.arg(width).arg(needed)));
-    }
-
     // No program folder: the folder tried is named, and on "yes" the demo is written there,
     // without FORM_ENGINE, so our engine is used.
     void offersTheDemoFolderWhenNoneIsFound()
@@ -220,20 +189,6 @@ private slots:
         ui.clear();
         QCOMPARE(qelprn::chooseProgramFolder(ui), chosen);
         QVERIFY(ui.messages.isEmpty());
-    }
-
-    void desktopBusyPointer()
-    {
-        qelprn::DesktopInteraction ui;
-        ui.setBusy(true);
-        ui.setBusy(true);
-        QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
-        ui.setBusy(false);
-        QVERIFY(QApplication::overrideCursor());
-        ui.setBusy(false);
-        QVERIFY(!QApplication::overrideCursor());
-        ui.setBusy(false); // an extra "off" changes nothing
-        QVERIFY(!QApplication::overrideCursor());
     }
 };
 

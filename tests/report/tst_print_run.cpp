@@ -220,6 +220,9 @@ private slots:
         const QStringList texts = f.texts();
         QCOMPARE(texts.size(), 3);
         QVERIFY2(texts.at(0).startsWith(u"iGetSeikyuData_ALLDB() でエラー\r\n"_s), qPrintable(texts.at(0)));
+        // The reason in Japanese first, the file in the error log below it.
+        QVERIFY(texts.at(0).contains(
+            u"データベースに接続できません。（サーバー：sqlite:db　データベース：suite2）"_s));
         QVERIFY2(texts.at(0).contains(second + u": the database file does not exist"_s),
                  qPrintable(texts.at(0)));
         QCOMPARE(texts.mid(1),
