@@ -109,74 +109,51 @@ private slots:
     {
         QTest::addColumn<QStringList>("args");
         QTest::addColumn<QString>("message");
+        // The arguments separated by blanks; "D" is a folder that does not exist, "P" the print
+        // run's kind-independent start.
         const QString dir = QDir::temp().filePath(u"qelprn-no-such-folder"_s);
-        const auto row = [](const char* tag, const QStringList& args, const QString& message) {
-            QTest::newRow(tag) << args << message;
-        };
-        row("no command", {}, u"使い方: qelprn-cli <コマンド>"_s);
-        row("unknown command", {u"frobnicate"_s}, u"qelprn-cli: 不明なコマンドです：frobnicate"_s);
-        row("help of unknown", {u"help"_s, u"frobnicate"_s}, u"qelprn-cli: 不明なコマンドです：frobnicate"_s);
-        const QString demo = u"qelprn-cli init-demo: "_s;
-        row("demo no folder", {u"init-demo"_s}, demo);
-        row("demo month", {u"init-demo"_s, dir, u"--month"_s, u"2026-10"_s}, demo);
-        row("demo patients", {u"init-demo"_s, dir, u"--patients"_s, u"many"_s}, demo);
-        row("demo sites", {u"init-demo"_s, dir, u"--sites"_s, u"0"_s}, demo);
-        row("demo seed", {u"init-demo"_s, dir, u"--seed"_s}, demo);
-        row("demo two folders", {u"init-demo"_s, dir, dir + u"2"_s}, demo);
-        row("demo unknown", {u"init-demo"_s, dir, u"--colour"_s}, demo);
-        const QStringList month = {u"--month"_s, u"2024/10"_s};
-        const QString print = u"qelprn-cli print: "_s;
-        row("kind 7", {u"print"_s, u"--kind"_s, u"7"_s},
-            print + u"--kind には 1 から 6 までの整数を指定してください（指定値：'7'）"_s);
-        row("kind=0", QStringList{u"print"_s, u"--kind=0"_s} + month,
-            print + u"--kind には 1 から 6 までの整数"_s);
-        row("no month", {u"print"_s, u"--kind"_s, u"1"_s, u"--csv-only"_s},
-            print + u"--month を指定してください"_s);
-        row("bad month", {u"print"_s, u"--kind"_s, u"1"_s, u"--month=2024/13"_s},
-            print + u"--month は yyyy/mm の形で指定してください"_s);
-        row("no output", QStringList{u"print"_s, u"--kind"_s, u"1"_s} + month,
-            print + u"何をするかを指定してください"_s);
-        row("two outputs",
-            QStringList{u"print"_s, u"--kind"_s, u"1"_s, u"--preview"_s, u"--csv-only"_s} + month,
-            print + u"--csv-only、--preview、--print、--pdf はどれか一つだけ"_s);
-        row("bad sites",
-            QStringList{u"print"_s, u"--kind"_s, u"6"_s, u"--csv-only"_s, u"--sites=1-x"_s} + month,
-            print + u"--sites には 1-1,2-1 のように"_s);
-        row("unknown option", QStringList{u"print"_s, u"--kind"_s, u"1"_s, u"--frobnicate"_s} + month,
-            print + u"不明なオプションです：frobnicate"_s);
-        row("missing value", {u"print"_s, u"--kind"_s, u"1"_s, u"--month"_s},
-            print + u"--month の後に値がありません。"_s);
-        row("value of a switch",
-            QStringList{u"print"_s, u"--kind"_s, u"1"_s, u"--yes=1"_s, u"--csv-only"_s} + month,
-            print + u"--yes は値をとりません。"_s);
-        row("extra argument",
-            QStringList{u"print"_s, u"--kind"_s, u"1"_s, u"--csv-only"_s, u"extra"_s} + month,
-            print + u"余分な引数があります：extra"_s);
-        // A condition the kind's query does not read is refused, not ignored.
-        const QList<std::tuple<const char*, int, QStringList, QString>> unread = {
-            {"sites for 1", 1, {u"--sites"_s, u"1-1"_s}, u"--sites は種類 1 には使えません（種類 6 だけ）"_s},
-            {"billing kind for 2",
-             2,
-             {u"--billing-kind"_s, u"x"_s},
-             u"--billing-kind は種類 2 には使えません"_s},
-            {"service facility for 4",
-             4,
-             {u"--service-facility"_s, u"3"_s},
+        const QString print = u"print --month 2024/10 --csv-only --kind"_s;
+        const QList<std::pair<QString, QString>> rows = {
+            {u""_s, u"使い方: qelprn-cli <コマンド>"_s},
+            {u"frobnicate"_s, u"qelprn-cli: 不明なコマンドです：frobnicate"_s},
+            {u"help frobnicate"_s, u"qelprn-cli: 不明なコマンドです：frobnicate"_s},
+            {u"init-demo"_s, u"qelprn-cli init-demo: "_s},
+            {u"init-demo D --month 2026-10"_s, u"qelprn-cli init-demo: "_s},
+            {u"init-demo D --patients many"_s, u"qelprn-cli init-demo: "_s},
+            {u"init-demo D --sites 0"_s, u"qelprn-cli init-demo: "_s},
+            {u"init-demo D --seed"_s, u"qelprn-cli init-demo: "_s},
+            {u"init-demo D D2"_s, u"qelprn-cli init-demo: "_s},
+            {u"init-demo D --colour"_s, u"qelprn-cli init-demo: "_s},
+            {u"print --kind 7"_s, u"--kind には 1 から 6 までの整数を指定してください（指定値：'7'）"_s},
+            {u"print --kind=0 --month 2024/10"_s, u"--kind には 1 から 6 までの整数"_s},
+            {u"print --kind 1 --csv-only"_s, u"--month を指定してください"_s},
+            {u"print --kind 1 --month=2024/13"_s, u"--month は yyyy/mm の形で指定してください"_s},
+            {u"print --kind 1 --month 2024/10"_s, u"何をするかを指定してください"_s},
+            {u"P 1 --preview"_s, u"--csv-only、--preview、--print、--pdf はどれか一つだけ"_s},
+            {u"P 6 --sites=1-x"_s, u"--sites には 1-1,2-1 のように"_s},
+            {u"P 1 --frobnicate"_s, u"不明なオプションです：frobnicate"_s},
+            {u"print --kind 1 --month"_s, u"--month の後に値がありません。"_s},
+            {u"P 1 --yes=1"_s, u"--yes は値をとりません。"_s},
+            {u"P 1 extra"_s, u"余分な引数があります：extra"_s},
+            // A condition the kind's query does not read is refused, not ignored.
+            {u"P 1 --sites 1-1"_s, u"--sites は種類 1 には使えません（種類 6 だけ）"_s},
+            {u"P 2 --billing-kind x"_s, u"--billing-kind は種類 2 には使えません"_s},
+            {u"P 4 --service-facility 3"_s,
              u"--service-facility は種類 4 には使えません（種類 2 と 3 だけ）"_s},
-            {"practitioner for 5",
-             5,
-             {u"--practitioner"_s, u"3"_s},
-             u"--practitioner は種類 5 には使えません"_s},
-            {"patient for 1", 1, {u"--patient"_s, u"3"_s}, u"--patient は種類 1 には使えません"_s},
-            {"corp for 3", 3, {u"--corp"_s, u"3"_s}, u"--corp は種類 3 には使えません"_s},
-            {"sort for 2", 2, {u"--sort"_s, u"2"_s}, u"--sort は種類 2 には使えません"_s},
-            {"list sort for 6", 6, {u"--list-sort"_s, u"2"_s}, u"--list-sort は種類 6 には使えません"_s},
-            {"address for 4", 4, {u"--address-facility"_s}, u"--address-facility は種類 4 には使えません"_s},
+            {u"P 5 --practitioner 3"_s, u"--practitioner は種類 5 には使えません"_s},
+            {u"P 1 --patient 3"_s, u"--patient は種類 1 には使えません"_s},
+            {u"P 3 --corp 3"_s, u"--corp は種類 3 には使えません"_s},
+            {u"P 2 --sort 2"_s, u"--sort は種類 2 には使えません"_s},
+            {u"P 6 --list-sort 2"_s, u"--list-sort は種類 6 には使えません"_s},
+            {u"P 4 --address-facility"_s, u"--address-facility は種類 4 には使えません"_s},
         };
-        for (const auto& [tag, kind, more, message] : unread)
-            row(tag,
-                QStringList{u"print"_s, u"--kind"_s, QString::number(kind), u"--csv-only"_s} + month + more,
-                print + message);
+        for (const auto& [line, message] : rows) {
+            QStringList args = QString(line).replace(u"P "_s, print + u' ').split(u' ', Qt::SkipEmptyParts);
+            args.replaceInStrings(QRegularExpression(u"^D"_s), dir);
+            const bool printRun = args.value(0) == u"print"_s;
+            QTest::newRow(qPrintable(line))
+                << args << (printRun ? u"qelprn-cli print: "_s + message : message);
+        }
     }
 
     void usageErrors()
@@ -225,22 +202,9 @@ private slots:
     void exitStatusAndMessages()
     {
         PrintFixture f;
-        Run r = callCli({u"print"_s, u"--app-dir"_s, f.folder.path(), u"--kind"_s, u"1"_s, u"--month"_s,
-                         u"2024/09"_s, u"--csv-only"_s});
-        QCOMPARE(r.exitCode, 1);
-        QVERIFY2(r.err.startsWith(u"施設請求書印刷: 該当する実績データがありません。"_s), qPrintable(r.err));
-        QVERIFY(r.out.isEmpty());
-
-        // FORM_ENGINE names the suite's engine, which is not installed here.
-        f.folder.writeSettingsFile(u"Tovara.ini"_s, kTovara + u"wfrfv10.exe\n"_s);
-        r = f.print(1, {u"--preview"_s});
-        QCOMPARE(r.exitCode, 2);
-        QVERIFY2(r.err.startsWith(u"施設請求書印刷: 帳票の印刷に失敗しました。\n[帳票印刷エンジン "
-                                  u"wfrfv10.exe が見つかりません。（PATH のフォルダと "_s),
-                 qPrintable(r.err));
-
+        QCOMPARE(f.print(1, {u"--csv-only"_s}).exitCode, 0);
         QVERIFY(QFile::remove(f.folder.filePath(u"TMP/施設請求データ.csv"_s)));
-        r = f.print(1, {u"--print"_s}); // the confirmation is answered no without --yes
+        Run r = f.print(1, {u"--print"_s}); // the confirmation is answered no without --yes
         QCOMPARE(r.exitCode, 1);
         QVERIFY2(r.err.startsWith(u"印刷確認: 印刷処理を実行します。よろしいですか？\n"_s),
                  qPrintable(r.err));
@@ -313,10 +277,6 @@ private slots:
             {u"init-demo"_s, demo, u"--patients=40"_s, u"--month"_s, u"2026/10"_s, u"--sites"_s, u"2"_s});
         QVERIFY2(r.exitCode == 0, qPrintable(r.err));
         QVERIFY2(r.out.contains(u"請求月: 2026/10"_s), qPrintable(r.out));
-        for (const QString& f : {u"Tovara.ini"_s, u"adodb.ini"_s, u"DB.ini"_s, u"ServerName.zkt"_s,
-                                 u"Halvex.Ver"_s, u"DATA/施設種類List.txt"_s, u"DATA/Version.ini"_s,
-                                 u"DATA/corpseal.bmp"_s, u"ICON/wallpaper.png"_s, u"db/suite.sqlite"_s})
-            QVERIFY2(QFile::exists(QDir(demo).filePath(f)), qPrintable(f));
         QVERIFY(!QFile::exists(QDir(demo).filePath(u"db/suite2.sqlite"_s))); // both sites share one
         // No engine is named: the programs start the engine installed beside them.
         QVERIFY(qelprn::fromCp932(readAll(demo + u"/Tovara.ini"_s)).contains(u"FORM_ENGINE=\r\n"_s));

@@ -294,17 +294,6 @@ private slots:
         QCOMPARE(names.iSetRiyouName(99, target), qint16(-1));
         QCOMPARE(target.text(), QString());
     }
-
-    void databaseFailureIsReported()
-    {
-        Fixture f;
-        f.folder.writeSettingsFile(u"adodb.ini"_s, u"[接続情報]\n接続情報=\n"_s);
-        qelprn::frm施設検索 dialog(f.ctx);
-        QCOMPARE(dialog.iInit(0), qint16(-1));
-        QCOMPARE(f.ui.texts(), QStringList{u"iDsp1ranSub() でエラー\r\n接続文字列取得できません。"_s});
-        QCOMPARE(f.ui.messages[0].icon, qelprn::MsgIcon::Critical);
-        QCOMPARE(f.ui.busyDepth, 0);
-    }
 };
 
 QTEST_MAIN(tst_searchdialogs)

@@ -290,6 +290,13 @@ private slots:
         QCOMPARE(file.readAll(), buffer.data());
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files),
                  QStringList{u"施設請求データ.csv"_s}); // no part file
+        // An engine still reading the old file reads it whole; the new file takes its name.
+        QVERIFY(file.seek(0));
+        QVERIFY(!writeSeikyuCsv(path, {row, row}, QString()));
+        QCOMPARE(file.readAll(), buffer.data());
+        QFile now(path);
+        QVERIFY(now.open(QIODevice::ReadOnly));
+        QCOMPARE(now.readAll().count("\r\n"), 3);
 
         const CsvResult missing = writeSeikyuCsv(dir.filePath(u"TMP/施設請求データ.csv"_s), {row}, QString());
         QVERIFY(missing);

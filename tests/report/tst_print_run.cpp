@@ -198,41 +198,6 @@ private slots:
         QCOMPARE(r.outcome, Outcome::Failed);
     }
 
-    // A database of the list that is gone once the run has started: the first database is read,
-    // then the run stops with the database's reason, no CSV and no engine.
-    void databaseGoneDuringAMultiSiteRun()
-    {
-        RunFixture f;
-        f.folder.addDatabase(u"suite2"_s);
-        f.folder.writeSettingsFile(u"DB.ini"_s, u"本店:本店,sqlite:db,suite\n支店:支店,sqlite:db,suite2\n"_s);
-        f.facility(200, u"支店請求先"_s, {}, {}, u"suite2"_s);
-        f.facility(201, u"支店施設"_s, 200, {}, u"suite2"_s);
-        f.patient(5, 201, 4000, 400, 0, 0, 5, u"suite2"_s);
-        f.form.sites = {{u"suite"_s, {{1, 1}}}, {u"suite2"_s, {{5, 1}}}};
-        const QString second = f.folder.filePath(u"db/suite2.sqlite"_s);
-        f.ui.onBusy = [&](bool busy) {
-            if (busy) {
-                QFile::remove(second);
-                ConnectionPool::instance().clear(); // no idle connection keeps the old file open
-            }
-        };
-        const PrintRun::Result r = f.run(2, 6);
-        const QStringList texts = f.texts();
-        QCOMPARE(texts.size(), 3);
-        QVERIFY2(texts.at(0).startsWith(u"iGetSeikyuData_ALLDB() でエラー\r\n"_s), qPrintable(texts.at(0)));
-        // The reason in Japanese first, the file in the error log below it.
-        QVERIFY(texts.at(0).contains(
-            u"データベースに接続できません。（サーバー：sqlite:db　データベース：suite2）"_s));
-        QVERIFY2(texts.at(0).contains(second + u": the database file does not exist"_s),
-                 qPrintable(texts.at(0)));
-        QCOMPARE(texts.mid(1),
-                 QStringList({u"請求データの取得に失敗しました。"_s, u"CSVの出力に失敗しました。"_s}));
-        QCOMPARE(r.outcome, Outcome::Failed);
-        QCOMPARE(f.ui.busyDepth, 0);
-        QVERIFY(!QFile::exists(f.tmp(u"施設請求データ.csv"_s)));
-        QVERIFY(!QFile::exists(second)); // nothing created in its place
-    }
-
     void writerFailure()
     {
         RunFixture f;
