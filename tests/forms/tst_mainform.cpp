@@ -453,37 +453,21 @@ private slots:
 
     // From the preview button through the real print run to the engine's start, on a demo folder;
     // the stand-in engine records how it was called, the status bar what the run did.
-    void previewThroughTheRun_data()
-    {
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<QString>("csv");
-        QTest::newRow("請求書") << 0 << u"施設請求データ.csv"_s;
-        QTest::newRow("一部負担金一覧表") << 1 << u"施設請求データ.csv"_s;
-        QTest::newRow("請求書兼領収書") << 3 << u"請求書兼領収書.csv"_s;
-        QTest::newRow("拠点選択") << 5 << u"施設請求データ.csv"_s;
-    }
-
     void previewThroughTheRun()
     {
-        QFETCH(int, kind);
-        QFETCH(QString, csv);
-        static QTemporaryDir dir;
+        QTemporaryDir dir;
         const QString app = dir.filePath(u"app"_s);
         const QString calls = dir.filePath(u"engine-calls.txt"_s);
         TestInteraction ui;
-        if (!QFile::exists(app)) {
-            qelprn::DemoOptions options;
-            options.folder = app;
-            options.sites = 3;
-            options.patients = 60;
-            options.engineProgram =
-                qelprn::test::writeStandInProgram(dir.filePath(u"engine"_s), {.argsFile = calls});
-            QString error;
-            QVERIFY2(qelprn::DemoProgramFolder(options).create(ui, &error), qPrintable(error));
-        }
+        qelprn::DemoOptions options;
+        options.folder = app;
+        options.sites = 3;
+        options.patients = 60;
+        options.engineProgram =
+            qelprn::test::writeStandInProgram(dir.filePath(u"engine"_s), {.argsFile = calls});
+        QString error;
+        QVERIFY2(qelprn::DemoProgramFolder(options).create(ui, &error), qPrintable(error));
         PoolReset pool;
-        QFile::remove(calls);
-        QFile::remove(app + u"/TMP/"_s + csv);
         qelprn::AppContext ctx;
         ctx.ui = &ui;
         ctx.csAppDir = app;
@@ -496,25 +480,27 @@ private slots:
             });
         QVERIFY(form.Form_Load());
         form.show();
-        clickButton(control<QRadioButton>(form, u"optPrint_%1"_s.arg(kind)));
-        QTest::mouseClick(control<QPushButton>(form, u"cbPreview"_s), Qt::LeftButton);
-        QVERIFY2(ui.messages.isEmpty(), qPrintable(ui.texts().join(u'\n')));
-        QCOMPARE(ui.busyDepth, 0);
-        QVERIFY(QFileInfo(app + u"/TMP/"_s + csv).size() > 0);
-        QCOMPARE(qelprn::test::waitForArgs(calls, 3).mid(0, 2), (QStringList{u"2"_s, u"/c"_s}));
-        QVERIFY(control<QLabel>(form, u"StatusRun"_s)->text().endsWith(u"プレビューを開きました"_s));
-        if (kind == 5) // all sites over both databases of the demo
-            QCOMPARE(form.selectedDatabases().size(), 2);
+        auto* status = control<QLabel>(form, u"StatusRun"_s);
+        // An invoice-receipt, then the invoice over every site of both databases of the demo.
+        const QList<std::pair<int, QString>> kinds = {{3, u"請求書兼領収書.csv"_s},
+                                                      {5, u"施設請求データ.csv"_s}};
+        for (const auto& [kind, csv] : kinds) {
+            clickButton(control<QRadioButton>(form, u"optPrint_%1"_s.arg(kind)));
+            QTest::mouseClick(control<QPushButton>(form, u"cbPreview"_s), Qt::LeftButton);
+            QVERIFY2(ui.messages.isEmpty(), qPrintable(ui.texts().join(u'\n')));
+            QCOMPARE(ui.busyDepth, 0);
+            QVERIFY(QFileInfo(app + u"/TMP/"_s + csv).size() > 0);
+            QCOMPARE(qelprn::test::waitForArgs(calls, kind == 3 ? 3 : 6).mid(0, 2),
+                     (QStringList{u"2"_s, u"/c"_s}));
+            QVERIFY(status->text().endsWith(u"プレビューを開きました"_s));
+        }
+        QCOMPARE(form.selectedDatabases().size(), 2);
 
         // A run that tells something puts its last message in the status bar.
-        if (kind == 0) {
-            control<QDateEdit>(form, u"imD_Out"_s)->setDate(QDate(2001, 1, 1));
-            QTest::mouseClick(control<QPushButton>(form, u"cbPreview"_s), Qt::LeftButton);
-            QVERIFY(control<QLabel>(form, u"StatusRun"_s)
-                        ->text()
-                        .endsWith(u"該当する実績データがありません。"_s));
-            QCOMPARE(ctx.ui, &ui);
-        }
+        control<QDateEdit>(form, u"imD_Out"_s)->setDate(QDate(2001, 1, 1));
+        QTest::mouseClick(control<QPushButton>(form, u"cbPreview"_s), Qt::LeftButton);
+        QVERIFY(status->text().endsWith(u"該当する実績データがありません。"_s));
+        QCOMPARE(ctx.ui, &ui);
     }
 };
 
