@@ -10,7 +10,6 @@
 #include "db/cT_KyotenDbAcs.h"
 #include "forms/CodeNameLists.h"
 #include "forms/FormControls.h"
-#include "forms/OnlineHelp.h"
 #include "forms/RunOutcomeInteraction.h"
 #include "forms/SiteGridWidget.h"
 #include "forms/cls患者検索.h"
@@ -19,27 +18,22 @@
 #include "forms/frmVer.h"
 #include "report/PrintKind.h"
 
-#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QFileInfo>
-#include <QGridLayout>
 #include <QGroupBox>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
 #include <QScreen>
-#include <QScrollArea>
 #include <QSpinBox>
 #include <QStatusBar>
 #include <QTime>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 

@@ -2,12 +2,10 @@
 
 #include "app/AppContext.h"
 #include "billing/modPrint施設請求書.h"
-#include "report/CsvWriteError.h"
 #include "report/PrintFormValues.h"
 
 #include <QString>
 #include <QtGlobal>
-#include <optional>
 
 namespace qelprn {
 
