@@ -5,6 +5,7 @@
 #include "cli/PrintOptions.h"
 #include "db/SiteGrid.h"
 #include "db/cT_KyotenDbAcs.h"
+#include "report/PrintKind.h"
 #include "report/PrintRun.h"
 
 #include <QDir>
@@ -100,25 +101,24 @@ bool chooseSites(const AppContext& ctx, const std::optional<QList<SiteKey>>& nam
 // One line an administrator or a benchmark can read: "timings: query 1.234 s (3 statements,
 // 1 connections), csv 0.456 s (2890305 bytes), engine 3.210 s"; phases that did not run are left
 // out.
-void printTimings(const PrintRun& run, QTextStream& err)
+void printTimings(const PrintRun::Result& run, QTextStream& err)
 {
     const auto seconds = [](qint64 ms) { return QString::number(double(ms) / 1000.0, 'f', 3) + u" s"_s; };
     QStringList parts;
-    if (run.phaseTimes.queryMs >= 0)
-        parts << u"query "_s + seconds(run.phaseTimes.queryMs) + u" ("_s +
-                     QString::number(run.phaseTimes.statements) + u" statements, "_s +
-                     QString::number(run.phaseTimes.connections) + u" connections)"_s;
-    if (run.phaseTimes.writeMs >= 0) {
+    if (run.times.queryMs >= 0)
+        parts << u"query "_s + seconds(run.times.queryMs) + u" ("_s + QString::number(run.times.statements) +
+                     u" statements, "_s + QString::number(run.times.connections) + u" connections)"_s;
+    if (run.times.writeMs >= 0) {
         const QFileInfo csv(toLocalPath(run.csvFilePath));
-        parts << u"csv "_s + seconds(run.phaseTimes.writeMs) +
+        parts << u"csv "_s + seconds(run.times.writeMs) +
                      (csv.isFile() ? u" ("_s + QString::number(csv.size()) + u" bytes)"_s : QString());
     }
-    if (run.phaseTimes.engineMs >= 0)
-        parts << u"engine "_s + seconds(run.phaseTimes.engineMs);
+    if (run.times.engineMs >= 0)
+        parts << u"engine "_s + seconds(run.times.engineMs);
     err << u"timings: "_s << parts.join(u", "_s) << Qt::endl;
 }
 
-int exitStatus(const PrintRun& run)
+int exitStatus(const PrintRun::Result& run)
 {
     switch (run.outcome) {
     case PrintRun::Outcome::Done:
@@ -138,7 +138,8 @@ public:
     QString summary() const override { return u"請求月の請求書を印刷する、またはその CSV データを書く"_s; }
     QString arguments() const override
     {
-        return u"--kind 1..6 --month yyyy/mm [オプション] (--csv-only | --preview | --print | --pdf FILE)"_s;
+        return u"--kind 1..%1 --month yyyy/mm [オプション] (--csv-only | --preview | --print | --pdf FILE)"_s
+            .arg(int(printKinds().size()));
     }
     QString description() const override
     {
@@ -164,32 +165,33 @@ public:
             AppContext ctx =
                 options.appDir.isEmpty() ? loadAppContext(ui) : loadAppContext(ui, options.appDir);
             QList<SelectedDatabase> databases;
-            if (options.kind == 6 && !chooseSites(ctx, options.sites, databases, err))
+            if (printKind(options.kind)->reads(Condition::Sites) &&
+                !chooseSites(ctx, options.sites, databases, err))
                 return 2;
             if (options.output == PrintOptions::Output::Print &&
                 ui.messageBox(u"印刷処理を実行します。よろしいですか？"_s, u"印刷確認"_s, MsgIcon::Question,
                               MsgButtons::YesNo) != MsgResult::Yes)
                 return 1;
 
-            PrintRun run(ctx);
             qint16 mode = 0;
+            PrintRun::Handoff handoff = PrintRun::Handoff::Engine;
             switch (options.output) {
             case PrintOptions::Output::CsvOnly:
-                run.handoff = PrintRun::Handoff::CsvOnly;
+                handoff = PrintRun::Handoff::CsvOnly;
                 mode = 2;
                 break;
             case PrintOptions::Output::Print:
                 mode = 1;
                 break;
             case PrintOptions::Output::Pdf:
-                run.handoff = PrintRun::Handoff::Pdf;
-                run.pdfPath = options.pdfFile;
+                handoff = PrintRun::Handoff::Pdf;
                 break;
             default:
                 break;
             }
             CliPrintForm form(options.values, databases);
-            run.PrintSisetsuSeikyu(mode, form);
+            const PrintRun::Result run =
+                PrintRun(ctx, handoff, options.pdfFile).PrintSisetsuSeikyu(mode, form);
             if (options.timings)
                 printTimings(run, err);
             if (run.outcome == PrintRun::Outcome::CsvWritten)

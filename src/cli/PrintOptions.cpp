@@ -1,6 +1,7 @@
 #include "cli/PrintOptions.h"
 
 #include "cli/OptionValues.h"
+#include "report/PrintKind.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -12,6 +13,33 @@ namespace qelprn::cli {
 namespace {
 
 constexpr qint64 kMaxCode = 2147483647;
+
+// The options of the conditions only some kinds read; %1 stands for those kinds.
+struct ConditionOption
+{
+    QString name;
+    Condition condition;
+    QString help;
+    QString valueName; // "" for a switch
+};
+
+const ConditionOption kConditionOptions[] = {
+    {u"billing-facility"_s, Condition::BillingFacility, u"この請求先施設だけ（%1、0 = すべて）"_s, u"N"_s},
+    {u"service-facility"_s, Condition::ServiceFacility, u"この施術先施設だけ（%1、0 = すべて）"_s, u"N"_s},
+    {u"billing-kind"_s, Condition::BillingFacility, u"この種類の請求先施設だけ（%1）"_s, u"TYPE"_s},
+    {u"service-kind"_s, Condition::ServiceKind, u"この種類の施術先施設だけ（%1）"_s, u"TYPE"_s},
+    {u"corp"_s, Condition::Corp, u"請求元として印刷する法人（%1、既定：事業所の主な法人）"_s, u"N"_s},
+    {u"practitioner"_s, Condition::Practitioner, u"この施術者の利用者だけ（%1）"_s, u"N"_s},
+    {u"patient"_s, Condition::Patient, u"この利用者だけ（%1）"_s, u"N"_s},
+    {u"sort"_s, Condition::Sort, u"請求書兼領収書の並び順: 1 ID, 2 フリガナ, 3 部屋（%1、既定 1）"_s,
+     u"1..3"_s},
+    {u"list-sort"_s, Condition::ListSort,
+     u"一部負担金一覧表の並び順: 0 フリガナ, 1 ID, 2 部屋とフリガナ, 3 部屋と ID（%1、既定 0）"_s, u"0..3"_s},
+    {u"address-facility"_s, Condition::AddressFacility,
+     u"利用者を入所施設ではなく訪問先住所の施設でまとめる（%1）"_s, QString()},
+    {u"sites"_s, Condition::Sites, u"%1 の事業所、全データベースの一覧から（既定：一覧のすべての事業所）"_s,
+     u"CODE-BRANCH,..."_s},
+};
 
 QList<SiteKey> sitesOf(const QString& text)
 {
@@ -57,30 +85,26 @@ PrintOptions::Output outputOf(const QCommandLineParser& parser)
 
 void addPrintOptions(QCommandLineParser& parser)
 {
+    QStringList kinds;
+    for (const PrintKind& kind : printKinds())
+        kinds.append(QString::number(kind.number) + u' ' + kind.label);
     parser.addOptions({
-        {u"kind"_s,
-         u"帳票の種類: 1 請求書(施設請求先別), 2 一部負担金一覧表, 3 一部負担金一覧表(回数区分あり), "
-         u"4 請求書兼領収書, 5 請求書兼領収書(自費分), 6 請求書(施設請求先別・拠点選択)"_s,
-         u"1..6"_s},
+        {u"kind"_s, u"帳票の種類: "_s + kinds.join(u", "_s), u"1..%1"_s.arg(int(printKinds().size()))},
         {u"month"_s, u"請求月"_s, u"yyyy/mm"_s},
         {u"issue-date"_s, u"帳票に印刷する発行日（既定：今日）"_s, u"yyyy/mm/dd"_s},
         {u"app-dir"_s,
          u"プログラムフォルダ（既定：QELPRN_APP_DIR、プログラムのフォルダ、利用者のデータフォルダ）"_s,
          u"DIR"_s},
-        {u"billing-facility"_s, u"この請求先施設だけ（コード、0 = すべて）"_s, u"N"_s},
-        {u"service-facility"_s, u"この施術先施設だけ（種類 2 から 5、0 = すべて）"_s, u"N"_s},
-        {u"billing-kind"_s, u"この種類の請求先施設だけ（種類 1, 4, 5, 6）"_s, u"TYPE"_s},
-        {u"service-kind"_s, u"この種類の施術先施設だけ（種類 2 から 5）"_s, u"TYPE"_s},
-        {u"corp"_s, u"請求元として印刷する法人（既定：事業所の主な法人）"_s, u"N"_s},
         {u"clinic"_s, u"帳票に印刷する治療院（既定：事業所の主な治療院）"_s, u"N"_s},
-        {u"practitioner"_s, u"この施術者の利用者だけ（種類 2 と 3）"_s, u"N"_s},
-        {u"patient"_s, u"この利用者だけ（種類 4 と 5）"_s, u"N"_s},
-        {u"sort"_s, u"請求書兼領収書の並び順: 1 ID, 2 フリガナ, 3 部屋（既定 1）"_s, u"1..3"_s},
-        {u"list-sort"_s,
-         u"一部負担金一覧表の並び順: 0 フリガナ, 1 ID, 2 部屋とフリガナ, 3 部屋と ID（既定 0）"_s, u"0..3"_s},
-        {u"address-facility"_s, u"利用者を入所施設ではなく訪問先住所の施設でまとめる"_s},
-        {u"sites"_s, u"種類 6 の事業所、全データベースの一覧から（既定：一覧のすべての事業所）"_s,
-         u"CODE-BRANCH,..."_s},
+    });
+    // The options of the conditions a kind reads name those kinds, as the checks apply them.
+    for (const ConditionOption& option : kConditionOptions) {
+        const QString kindsText = u"種類 "_s + kindNumbersReading(option.condition);
+        parser.addOption(option.valueName.isEmpty()
+                             ? QCommandLineOption(option.name, option.help.arg(kindsText))
+                             : QCommandLineOption(option.name, option.help.arg(kindsText), option.valueName));
+    }
+    parser.addOptions({
         {u"yes"_s, u"--print の確認に「はい」と答える"_s},
         {u"timings"_s,
          u"終わったときに、検索の時間（送った文の数と開いた接続の数つき）、CSV ファイルとエンジンの時間を標準エラーに出力する"_s},
@@ -99,10 +123,10 @@ PrintOptions readPrintOptions(const QCommandLineParser& parser)
     v.imD_Teis = QDate::currentDate();
     v.optSelSisetsuType = {true, false}; // the care facility, as the form starts
 
-    const auto kind = numberOption(parser, u"kind"_s, 1, 6);
-    if (!kind)
+    const auto number = numberOption(parser, u"kind"_s, 1, qint64(printKinds().size()));
+    if (!number)
         throw UsageError{u"--kind を指定してください"_s};
-    options.kind = int(*kind);
+    options.kind = int(*number);
     const auto month = dateOption(parser, u"month"_s, true);
     if (!month)
         throw UsageError{u"--month を指定してください"_s};
@@ -146,20 +170,20 @@ PrintOptions readPrintOptions(const QCommandLineParser& parser)
     options.output = outputOf(parser);
     if (options.output == PrintOptions::Output::Pdf)
         options.pdfFile = QFileInfo(parser.value(u"pdf"_s)).absoluteFilePath();
-    if (options.sites && options.kind != 6)
-        throw UsageError{u"--sites は種類 6 だけに指定できます"_s};
+    // A condition the chosen kind does not read would be ignored without a word: refuse it.
+    const PrintKind& kind = *printKind(options.kind);
+    for (const ConditionOption& option : kConditionOptions) {
+        if (parser.isSet(option.name) && !kind.reads(option.condition))
+            throw UsageError{u"--"_s + option.name + u" は種類 "_s + QString::number(options.kind) +
+                             u" には使えません（"_s + u"種類 "_s + kindNumbersReading(option.condition) +
+                             u" だけ）"_s};
+    }
 
     v.optPrint[options.kind - 1] = true;
-    // The facility-kind lists are enabled on the form only for the kinds that use them.
-    const bool billingKindOn = options.kind != 2 && options.kind != 3;
-    const bool serviceKindOn = options.kind >= 2 && options.kind <= 5;
+    // The facility-kind lists are enabled on the form only for the kinds that read them.
+    v.cmbKaishaKbnEnabled = {kind.reads(Condition::BillingFacility), kind.reads(Condition::ServiceKind)};
     const bool billingKind = parser.isSet(u"billing-kind"_s);
     const bool serviceKind = parser.isSet(u"service-kind"_s);
-    if (billingKind && !billingKindOn)
-        throw UsageError{u"--billing-kind は種類 "_s + QString::number(options.kind) + u" には使えません"_s};
-    if (serviceKind && !serviceKindOn)
-        throw UsageError{u"--service-kind は種類 "_s + QString::number(options.kind) + u" には使えません"_s};
-    v.cmbKaishaKbnEnabled = {billingKindOn, serviceKindOn};
     if (billingKind) {
         v.cmbKaishaKbnListIndex[0] = 1;
         v.cmbKaishaKbnText[0] = parser.value(u"billing-kind"_s);

@@ -50,12 +50,10 @@ QStringList saveScreenshots(AppContext& ctx, frmPrintSisetsuSeikyu& form, const 
             written.append(path);
     };
     for (int kind = 0; kind < 6; ++kind) {
-        form.optPrint[std::size_t(kind)]->setChecked(true);
-        form.optPrint_Click(kind);
+        form.chooseKind(kind);
         keep(shoot(form, folder, u"desktop-main-kind%1%2.png"_s.arg(kind + 1).arg(suffix)));
     }
-    form.optPrint[1]->setChecked(true);
-    form.optPrint_Click(1);
+    form.chooseKind(1);
     keep(shootDialog<frm施設検索>(folder, u"desktop-search-facility%1.png"_s.arg(suffix), &form, ctx));
     keep(shootDialog<frm施術者検索>(folder, u"desktop-search-staff%1.png"_s.arg(suffix), &form, ctx));
     keep(shootDialog<frm患者検索>(folder, u"desktop-search-patient%1.png"_s.arg(suffix), &form, ctx,

@@ -10,35 +10,30 @@
 #include "db/cT_KyotenDbAcs.h"
 #include "forms/CodeNameLists.h"
 #include "forms/FormControls.h"
-#include "forms/OnlineHelp.h"
 #include "forms/RunOutcomeInteraction.h"
 #include "forms/SiteGridWidget.h"
 #include "forms/cls患者検索.h"
 #include "forms/cls施術者検索.h"
 #include "forms/cls施設検索.h"
 #include "forms/frmVer.h"
+#include "report/PrintKind.h"
 
-#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QFileInfo>
-#include <QGridLayout>
 #include <QGroupBox>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
 #include <QScreen>
-#include <QScrollArea>
 #include <QSpinBox>
 #include <QStatusBar>
 #include <QTime>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -62,355 +57,7 @@ frmPrintSisetsuSeikyu::frmPrintSisetsuSeikyu(AppContext& ctx, PrintAction print,
     buildControls();
     connectControls();
     // A consistent state even when loading stops early.
-    optPrint[1]->setChecked(true);
-    optPrint_Click(1);
-}
-
-// ---- building -------------------------------------------------------------------------------------
-
-void frmPrintSisetsuSeikyu::buildControls()
-{
-    auto* menuBar = new QMenuBar(this);
-    buildMenu(menuBar);
-
-    QWidget* kinds = buildKindGroup();
-    QWidget* dates = buildDateGroup();
-    buildConditionFrames();
-    buildSiteFrames();
-
-    // The captions carry the function keys that press them (the menu holds the shortcuts).
-    cbPreview = new QPushButton(u"F5 ﾌﾟﾚﾋﾞｭｰ"_s, this);
-    cbPreview->setObjectName(u"cbPreview"_s);
-    cbPreview->setToolTip(u"画面に表示します (F5)"_s);
-    cbPrint = new QPushButton(u"F9 印刷"_s, this);
-    cbPrint->setObjectName(u"cbPrint"_s);
-    cbPrint->setToolTip(u"プリンターに出力します (F9 / Ctrl+P)"_s);
-    cbReturn = new QPushButton(u"F12 戻る"_s, this);
-    cbReturn->setObjectName(u"cbReturn"_s);
-    cbReturn->setToolTip(u"終了してメニューに戻ります (F12)"_s);
-    cmdMenu = new QPushButton(u"メインメニュー"_s, this);
-    cmdMenu->setObjectName(u"cmdMenu"_s);
-    for (QPushButton* b : {cbPreview, cbPrint, cbReturn, cmdMenu}) {
-        b->setAutoDefault(false);
-        b->setMinimumWidth(b->fontMetrics().horizontalAdvance(u'あ') * 7);
-    }
-
-    StatusBar1 = new QStatusBar(this);
-    StatusBar1->setObjectName(u"StatusBar1"_s);
-    StatusBar1->setSizeGripEnabled(false);
-    m_statusDb = new QLabel(this);
-    m_statusDb->setObjectName(u"StatusDatabase"_s);
-    m_statusSite = new QLabel(this);
-    m_statusSite->setObjectName(u"StatusSite"_s);
-    m_statusRun = new QLabel(u"前回の処理：なし"_s, this);
-    m_statusRun->setObjectName(u"StatusRun"_s);
-    StatusBar1->addWidget(m_statusDb);
-    StatusBar1->addWidget(m_statusSite);
-    StatusBar1->addWidget(m_statusRun, 1);
-
-    // Three columns (conditions; sorting and printed names; sites) keep the form low enough for a
-    // 1366×768 screen, or 1920×1080 at 150 %, with a task bar.
-    auto* left = new QVBoxLayout;
-    left->addWidget(frmAbsSeikyuSisetsu);
-    left->addWidget(frmAbsSejutsuSisetsu);
-    left->addWidget(frmAbsRiyousha);
-    left->addStretch(1);
-
-    auto* centre = new QVBoxLayout;
-    centre->addWidget(frmSelectSisetsu);
-    centre->addWidget(frmSort);
-    centre->addWidget(frmPrintSisetsu);
-    centre->addStretch(1);
-
-    auto* right = new QVBoxLayout;
-    right->addWidget(FraCorpFc);
-    right->addWidget(FraKyoten);
-    right->addWidget(FrmSelKyoten, 1);
-
-    auto* top = new QHBoxLayout;
-    top->addWidget(kinds, 3);
-    auto* topRight = new QVBoxLayout;
-    topRight->addWidget(dates);
-    topRight->addWidget(Frame5);
-    top->addLayout(topRight, 2);
-
-    auto* middle = new QHBoxLayout;
-    middle->addLayout(left, 3);
-    middle->addLayout(centre, 2);
-    middle->addLayout(right, 2);
-
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch(1);
-    buttons->addWidget(cbPreview);
-    buttons->addWidget(cbPrint);
-    buttons->addSpacing(fontMetrics().horizontalAdvance(u'あ') * 2);
-    buttons->addWidget(cbReturn);
-    buttons->addWidget(cmdMenu);
-
-    auto* body = new QVBoxLayout;
-    body->addLayout(top);
-    body->addLayout(middle, 1);
-    body->addLayout(buttons);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->setMenuBar(menuBar);
-    auto* margins = new QWidget;
-    margins->setObjectName(u"FormBody"_s);
-    margins->setLayout(body);
-    // On a screen smaller than the form the conditions scroll; menu and status bar stay in view.
-    auto* scroll = new QScrollArea(this);
-    scroll->setObjectName(u"FormScroll"_s);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setWidget(margins);
-    layout->addWidget(scroll, 1);
-    layout->addWidget(StatusBar1);
-
-    // Keyboard order follows the form: kinds, dates, conditions, sorting, sites, buttons.
-    QList<QWidget*> order;
-    for (QRadioButton* r : optPrint)
-        order.append(r);
-    order << imD_Out << imD_Teis << optSelSisetsuType[0] << optSelSisetsuType[1] << imNum_ShisetuCD[0]
-          << btnSelShisetu[0] << cmbKaishaKbn[0] << imNum_ShisetuCD[1] << btnSelShisetu[1] << cmbKaishaKbn[1]
-          << cbTantou << imNum_CD << btn_KanjaSelect << imNum_StaffNo << btn_StaffSelect << chkChushi
-          << cbDairi << cbTiryoin << optSortShisetsu[0] << optSort[0] << optSelCorp[0] << optSelJob[0]
-          << sprKyoten << cbPreview << cbPrint << cbReturn << cmdMenu;
-    for (int i = 1; i < order.size(); ++i)
-        setTabOrder(order.at(i - 1), order.at(i));
-}
-
-QWidget* frmPrintSisetsuSeikyu::buildKindGroup()
-{
-    auto* group = new QGroupBox(u"帳票の種類"_s, this);
-    group->setObjectName(u"FramePrint"_s);
-    QButtonGroup* buttons = nullptr;
-    optPrint = makeOptions<6>(group, u"optPrint"_s,
-                              {u"請求書(施設請求先別)"_s, u"一部負担金一覧表"_s,
-                               u"一部負担金一覧表(回数区分あり)"_s, u"請求書兼領収書"_s,
-                               u"請求書兼領収書(自費分)"_s, u"請求書(施設請求先別・拠点選択)"_s},
-                              buttons);
-    connect(buttons, &QButtonGroup::idClicked, this, &frmPrintSisetsuSeikyu::optPrint_Click);
-    auto* grid = new QGridLayout(group);
-    for (int i = 0; i < 6; ++i)
-        grid->addWidget(optPrint[std::size_t(i)], i % 3, i / 3);
-    return group;
-}
-
-QWidget* frmPrintSisetsuSeikyu::buildDateGroup()
-{
-    auto* group = new QGroupBox(u"日付"_s, this);
-    group->setObjectName(u"FrameDate"_s);
-    imD_Out = makeDateBox(group, u"imD_Out"_s);
-    imD_Teis = makeDateBox(group, u"imD_Teis"_s);
-    auto* grid = new QGridLayout(group);
-    auto* outLabel = makeLabel(group, u"laOut"_s, u"出力月　　："_s);
-    outLabel->setBuddy(imD_Out);
-    auto* teisLabel = makeLabel(group, u"laTeis"_s, u"提出日　　："_s);
-    teisLabel->setBuddy(imD_Teis);
-    grid->addWidget(outLabel, 0, 0);
-    grid->addWidget(imD_Out, 0, 1);
-    grid->addWidget(teisLabel, 1, 0);
-    grid->addWidget(imD_Teis, 1, 1);
-    grid->setColumnStretch(2, 1);
-
-    Frame5 = new QGroupBox(u"出力条件"_s, this);
-    Frame5->setObjectName(u"Frame5"_s);
-    QButtonGroup* types = nullptr;
-    optSelSisetsuType =
-        makeOptions<2>(Frame5, u"optSelSisetsuType"_s, {u"ケアマネ施設"_s, u"住所施設"_s}, types);
-    optSelSisetsuType[0]->setChecked(true);
-    auto* row = new QHBoxLayout(Frame5);
-    row->addWidget(makeLabel(Frame5, u"laSelSisetsuType"_s, u"対象施設  ："_s));
-    row->addWidget(optSelSisetsuType[0]);
-    row->addWidget(optSelSisetsuType[1]);
-    row->addStretch(1);
-    return group;
-}
-
-void frmPrintSisetsuSeikyu::buildConditionFrames()
-{
-    const QStringList titles = {u"請求先施設選択："_s, u"施術施設選択　："_s, u"利用者選択　　："_s,
-                                u"請求先施設区分："_s, u"施術施設区分　："_s, u"主担当施術者選択　："_s};
-    // Billing and service facility frames share one shape: code, name, search; kind.
-    const auto facilityFrame = [&](int i, const QString& name, const QString& caption) {
-        auto* frame = new QGroupBox(caption, this);
-        frame->setObjectName(name);
-        laTitleShisetu[std::size_t(i)] = makeLabel(frame, indexed(u"laTitleShisetu"_s, i), titles.at(i));
-        laTitleShisetu[std::size_t(i + 3)] =
-            makeLabel(frame, indexed(u"laTitleShisetu"_s, i + 3), titles.at(i + 3));
-        imNum_ShisetuCD[std::size_t(i)] = makeCodeBox(frame, indexed(u"imNum_ShisetuCD"_s, i));
-        txtShisetu[std::size_t(i)] = makeNameBox(frame, indexed(u"txtShisetu"_s, i));
-        btnSelShisetu[std::size_t(i)] =
-            makeSearchButton(frame, indexed(u"btnSelShisetu"_s, i), u"施設を検索します"_s);
-        cmbKaishaKbn[std::size_t(i)] = makeCombo(frame, indexed(u"cmbKaishaKbn"_s, i));
-        laTitleShisetu[std::size_t(i)]->setBuddy(imNum_ShisetuCD[std::size_t(i)]);
-        laTitleShisetu[std::size_t(i + 3)]->setBuddy(cmbKaishaKbn[std::size_t(i)]);
-        auto* grid = new QGridLayout(frame);
-        grid->addWidget(laTitleShisetu[std::size_t(i)], 0, 0);
-        grid->addWidget(imNum_ShisetuCD[std::size_t(i)], 0, 1);
-        grid->addWidget(txtShisetu[std::size_t(i)], 0, 2);
-        grid->addWidget(btnSelShisetu[std::size_t(i)], 0, 3);
-        grid->addWidget(laTitleShisetu[std::size_t(i + 3)], 1, 0);
-        grid->addWidget(cmbKaishaKbn[std::size_t(i)], 1, 1, 1, 3);
-        grid->setColumnStretch(2, 1);
-        return std::pair{frame, grid};
-    };
-    frmAbsSeikyuSisetsu = facilityFrame(0, u"frmAbsSeikyuSisetsu"_s, u"抽出条件 (請求先施設)"_s).first;
-    auto [service, serviceGrid] = facilityFrame(1, u"frmAbsSejutsuSisetsu"_s, u"抽出条件 (施術施設)"_s);
-    frmAbsSejutsuSisetsu = service;
-    laTitleShisetu[5] = makeLabel(service, u"laTitleShisetu_5"_s, titles.at(5));
-    cbTantou = makeCombo(service, u"cbTantou"_s);
-    laTitleShisetu[5]->setBuddy(cbTantou);
-    serviceGrid->addWidget(laTitleShisetu[5], 2, 0);
-    serviceGrid->addWidget(cbTantou, 2, 1, 1, 3);
-
-    frmAbsRiyousha = new QGroupBox(u"抽出条件 (利用者)"_s, this);
-    frmAbsRiyousha->setObjectName(u"frmAbsRiyousha"_s);
-    laTitleShisetu[2] = makeLabel(frmAbsRiyousha, u"laTitleShisetu_2"_s, titles.at(2));
-    imNum_CD = makeCodeBox(frmAbsRiyousha, u"imNum_CD_0"_s);
-    txtSelKanja = makeNameBox(frmAbsRiyousha, u"txtSelKanja_0"_s);
-    btn_KanjaSelect = makeSearchButton(frmAbsRiyousha, u"btn_KanjaSelect_0"_s, u"利用者を検索します (F4)"_s);
-    Label2[0] = makeLabel(frmAbsRiyousha, u"Label2_0"_s, u"主担当選択　　："_s);
-    imNum_StaffNo = makeCodeBox(frmAbsRiyousha, u"imNum_StaffNo"_s);
-    txtSelStaff = makeNameBox(frmAbsRiyousha, u"txtSelStaff"_s);
-    btn_StaffSelect = makeSearchButton(frmAbsRiyousha, u"btn_StaffSelect"_s, u"施術者を検索します (F3)"_s);
-    chkChushi = new QCheckBox(u"管理終了の施術者も表示する"_s, frmAbsRiyousha);
-    chkChushi->setObjectName(u"chkChushi"_s);
-    laTitleShisetu[2]->setBuddy(imNum_CD);
-    Label2[0]->setBuddy(imNum_StaffNo);
-    auto* patientGrid = new QGridLayout(frmAbsRiyousha);
-    patientGrid->addWidget(laTitleShisetu[2], 0, 0);
-    patientGrid->addWidget(imNum_CD, 0, 1);
-    patientGrid->addWidget(txtSelKanja, 0, 2);
-    patientGrid->addWidget(btn_KanjaSelect, 0, 3);
-    patientGrid->addWidget(Label2[0], 1, 0);
-    patientGrid->addWidget(imNum_StaffNo, 1, 1);
-    patientGrid->addWidget(txtSelStaff, 1, 2);
-    patientGrid->addWidget(btn_StaffSelect, 1, 3);
-    patientGrid->addWidget(chkChushi, 2, 1, 1, 3);
-    patientGrid->setColumnStretch(2, 1);
-
-    frmPrintSisetsu = new QGroupBox(u"抽出条件 (印字選択)"_s, this);
-    frmPrintSisetsu->setObjectName(u"frmPrintSisetsu"_s);
-    Label2[1] = makeLabel(frmPrintSisetsu, u"Label2_1"_s, u"印字社名　　　："_s);
-    Label2[2] = makeLabel(frmPrintSisetsu, u"Label2_2"_s, u"印字治療院名　："_s);
-    cbDairi = makeCombo(frmPrintSisetsu, u"cbDairi"_s);
-    cbTiryoin = makeCombo(frmPrintSisetsu, u"cbTiryoin"_s);
-    Label2[1]->setBuddy(cbDairi);
-    Label2[2]->setBuddy(cbTiryoin);
-    auto* printGrid = new QGridLayout(frmPrintSisetsu);
-    printGrid->addWidget(Label2[1], 0, 0);
-    printGrid->addWidget(cbDairi, 0, 1);
-    printGrid->addWidget(Label2[2], 1, 0);
-    printGrid->addWidget(cbTiryoin, 1, 1);
-    printGrid->setColumnStretch(1, 1);
-
-    // One caption width for every condition frame, so their inputs line up in one column.
-    int captionWidth = 0;
-    for (QLabel* l : laTitleShisetu)
-        captionWidth = qMax(captionWidth, l->sizeHint().width());
-    for (QLabel* l : Label2)
-        captionWidth = qMax(captionWidth, l->sizeHint().width());
-    for (QLabel* l : laTitleShisetu)
-        l->setMinimumWidth(captionWidth);
-    for (QLabel* l : Label2)
-        l->setMinimumWidth(captionWidth);
-}
-
-void frmPrintSisetsuSeikyu::buildSiteFrames()
-{
-    frmSort = new QGroupBox(u"並び順"_s, this);
-    frmSort->setObjectName(u"frmSort"_s);
-    QButtonGroup* sorts = nullptr;
-    optSort = makeOptions<3>(frmSort, u"optSort"_s, {u"ID番号"_s, u"フリガナ"_s, u"部屋番号"_s}, sorts);
-    optSort[0]->setChecked(true);
-    auto* sortBox = new QHBoxLayout(frmSort);
-    for (QRadioButton* r : optSort)
-        sortBox->addWidget(r);
-    sortBox->addStretch(1);
-
-    frmSelectSisetsu = new QGroupBox(u"出力時の並び順"_s, this);
-    frmSelectSisetsu->setObjectName(u"frmSelectSisetsu"_s);
-    QButtonGroup* sortSisetsu = nullptr;
-    optSortShisetsu = makeOptions<4>(
-        frmSelectSisetsu, u"optSortShisetsu"_s,
-        {u"利用者カナ"_s, u"利用者ＩＤ"_s, u"部屋番号→利用者カナ"_s, u"部屋番号→利用者ＩＤ"_s}, sortSisetsu);
-    optSortShisetsu[0]->setChecked(true);
-    auto* sortSisetsuGrid = new QGridLayout(frmSelectSisetsu);
-    for (int i = 0; i < 4; ++i)
-        sortSisetsuGrid->addWidget(optSortShisetsu[std::size_t(i)], i % 2, i / 2);
-
-    FraCorpFc = new QGroupBox(u"事業所区分"_s, this);
-    FraCorpFc->setObjectName(u"FraCorpFc"_s);
-    QButtonGroup* corps = nullptr;
-    optSelCorp = makeOptions<3>(FraCorpFc, u"optSelCorp"_s, {u"事業所"_s, u"ＦＣ"_s, u"全て"_s}, corps);
-    optSelCorp[0]->setChecked(true);
-    connect(corps, &QButtonGroup::idClicked, this, &frmPrintSisetsuSeikyu::optSelCorp_Click);
-    auto* corpBox = new QHBoxLayout(FraCorpFc);
-    for (QRadioButton* r : optSelCorp)
-        corpBox->addWidget(r);
-    corpBox->addStretch(1);
-
-    FraKyoten = new QGroupBox(u"印刷を行う事業所の選択"_s, this);
-    FraKyoten->setObjectName(u"FraKyoten"_s);
-    QButtonGroup* jobs = nullptr;
-    optSelJob =
-        makeOptions<3>(FraKyoten, u"optSelJob"_s, {u"単一選択"_s, u"複数選択"_s, u"全事業所"_s}, jobs);
-    optSelJob[0]->setChecked(true);
-    connect(jobs, &QButtonGroup::idClicked, this, &frmPrintSisetsuSeikyu::optSelJob_Click);
-    auto* jobBox = new QHBoxLayout(FraKyoten);
-    for (QRadioButton* r : optSelJob)
-        jobBox->addWidget(r);
-    jobBox->addStretch(1);
-
-    FrmSelKyoten = new QGroupBox(u"処理対象となる事業所"_s, this);
-    FrmSelKyoten->setObjectName(u"FrmSelKyoten"_s);
-    LblSetKyoten = makeLabel(FrmSelKyoten, u"LblSetKyoten"_s, QString());
-    QFont bold = LblSetKyoten->font();
-    bold.setBold(true);
-    LblSetKyoten->setFont(bold);
-    sprKyoten = new SiteGridWidget(FrmSelKyoten);
-    sprKyoten->setObjectName(u"sprKyoten"_s);
-    sprKyoten->setMinimumHeight(sprKyoten->fontMetrics().height() * 6);
-    auto* siteBox = new QVBoxLayout(FrmSelKyoten);
-    siteBox->addWidget(LblSetKyoten);
-    siteBox->addWidget(sprKyoten, 1);
-}
-
-void frmPrintSisetsuSeikyu::buildMenu(QWidget* menuHost)
-{
-    auto* menuBar = static_cast<QMenuBar*>(menuHost);
-    QMenu* mnMenu = menuBar->addMenu(u"機能(&F)"_s);
-    mnMenu->setObjectName(u"mnMenu"_s);
-    const auto add = [this](QMenu* menu, const QString& name, const QString& caption, const QKeySequence& key,
-                            auto slot) {
-        QAction* action = menu->addAction(caption);
-        action->setObjectName(name);
-        action->setShortcut(key);
-        connect(action, &QAction::triggered, this, slot);
-        return action;
-    };
-    add(mnMenu, u"mnF03"_s, u"施術者検索"_s, QKeySequence(Qt::Key_F3), [this] { searchStaff(); });
-    add(mnMenu, u"mnSerch"_s, u"患者検索"_s, QKeySequence(Qt::Key_F4), [this] { searchPatient(); });
-    QAction* print =
-        add(mnMenu, u"mnPrint"_s, u"印刷"_s, QKeySequence(Qt::Key_F9), [this] { cbPrint_Click(); });
-    print->setShortcuts({QKeySequence(Qt::Key_F9), QKeySequence(Qt::CTRL | Qt::Key_P)});
-    add(mnMenu, u"mnPreview"_s, u"プレビュー"_s, QKeySequence(Qt::Key_F5), [this] { cbPreview_Click(); });
-    mnMenu->addSeparator()->setObjectName(u"mnKugiri1"_s);
-    add(mnMenu, u"mnMenuReturn"_s, u"メインメニュー"_s, QKeySequence(), [this] {
-        bMenuReturn = true;
-        accept();
-    });
-    add(mnMenu, u"mnReturn"_s, u"戻る"_s, QKeySequence(Qt::Key_F12), [this] {
-        bMenuReturn = false;
-        reject();
-    });
-    QMenu* mnHelpMenu = menuBar->addMenu(u"ヘルプ(&H)"_s);
-    mnHelpMenu->setObjectName(u"mnHelpMenu"_s);
-    add(mnHelpMenu, u"mnVer"_s, u"ﾊﾞｰｼﾞｮﾝ情報"_s, QKeySequence(), [this] { showVersion(); });
-    add(mnHelpMenu, u"mnDispHelp"_s, u"オンラインヘルプ(&M)"_s, QKeySequence(Qt::Key_F1),
-        [this] { vDispOnlineHelp(m_ctx, 1); });
+    chooseKind(1);
 }
 
 void frmPrintSisetsuSeikyu::connectControls()
@@ -426,12 +73,13 @@ void frmPrintSisetsuSeikyu::connectControls()
         accept();
     });
     for (int i = 0; i < 2; ++i) {
-        connect(btnSelShisetu[std::size_t(i)], &QPushButton::clicked, this, [this, i] { searchFacility(i); });
+        connect(btnSelShisetu[std::size_t(i)], &QPushButton::clicked, this,
+                [this, i] { search(i == 0 ? Search::BillingFacility : Search::ServiceFacility); });
         connect(imNum_ShisetuCD[std::size_t(i)], &QSpinBox::valueChanged, this,
                 [this, i] { lookUpFacility(i); });
     }
-    connect(btn_KanjaSelect, &QPushButton::clicked, this, &frmPrintSisetsuSeikyu::searchPatient);
-    connect(btn_StaffSelect, &QPushButton::clicked, this, &frmPrintSisetsuSeikyu::searchStaff);
+    connect(btn_KanjaSelect, &QPushButton::clicked, this, [this] { search(Search::Patient); });
+    connect(btn_StaffSelect, &QPushButton::clicked, this, [this] { search(Search::Practitioner); });
     connect(imNum_CD, &QSpinBox::valueChanged, this, &frmPrintSisetsuSeikyu::lookUpPatient);
     connect(imNum_StaffNo, &QSpinBox::valueChanged, this, [this] { lookUpStaff(false); });
     connect(imNum_StaffNo, &QSpinBox::editingFinished, this, [this] { lookUpStaff(true); });
@@ -501,8 +149,7 @@ bool frmPrintSisetsuSeikyu::Form_Load()
     if (!loadFacilityKinds())
         return true;
     // 7. Form kind 1, empty codes, the site grid.
-    optPrint[1]->setChecked(true);
-    optPrint_Click(1);
+    chooseKind(1);
     imNum_StaffNo->setValue(0);
     imNum_ShisetuCD[0]->setValue(0);
     imNum_ShisetuCD[1]->setValue(0);
@@ -613,38 +260,44 @@ qint16 frmPrintSisetsuSeikyu::iSavePrintSettings()
 
 // ---- control rules --------------------------------------------------------------------------------
 
+void frmPrintSisetsuSeikyu::chooseKind(int index)
+{
+    if (index < 0 || index >= int(optPrint.size()))
+        return;
+    optPrint[std::size_t(index)]->setChecked(true);
+    optPrint_Click(index);
+}
+
 void frmPrintSisetsuSeikyu::optPrint_Click(int index)
 {
-    if (index < 0 || index > 5)
+    // A condition's controls are on only for the kinds whose query reads it.
+    const PrintKind* kind = printKind(index + 1);
+    if (!kind)
         return;
-    const bool patient = index == 3 || index == 4;
-    const bool service = index >= 1 && index <= 4;
-    const bool billing = index == 0 || index == 5 || patient;
-    const bool sites = index == 5;
-    for (QWidget* w : std::initializer_list<QWidget*>{frmAbsRiyousha, laTitleShisetu[2], btn_KanjaSelect,
-                                                      imNum_CD, txtSelKanja})
-        w->setEnabled(patient);
-    for (QWidget* w : std::initializer_list<QWidget*>{frmAbsSejutsuSisetsu, laTitleShisetu[1],
-                                                      btnSelShisetu[1], imNum_ShisetuCD[1], txtShisetu[1],
-                                                      laTitleShisetu[4], cmbKaishaKbn[1]})
-        w->setEnabled(service);
-    for (QWidget* w : std::initializer_list<QWidget*>{frmAbsSeikyuSisetsu, laTitleShisetu[0],
-                                                      btnSelShisetu[0], imNum_ShisetuCD[0], txtShisetu[0],
-                                                      laTitleShisetu[3], cmbKaishaKbn[0]})
-        w->setEnabled(billing);
-    for (QWidget* w :
-         std::initializer_list<QWidget*>{frmPrintSisetsu, Label2[1], cbDairi, Label2[2], cbTiryoin})
-        w->setEnabled(true);
-    frmSort->setEnabled(patient);
-    for (QRadioButton* r : optSort)
-        r->setEnabled(patient);
-    for (QWidget* w :
-         std::initializer_list<QWidget*>{FraCorpFc, FraKyoten, FrmSelKyoten, LblSetKyoten, sprKyoten})
-        w->setEnabled(sites);
-    for (QRadioButton* r : optSelCorp)
-        r->setEnabled(sites);
-    for (QRadioButton* r : optSelJob)
-        r->setEnabled(sites);
+    const auto enable = [](std::initializer_list<QWidget*> widgets, bool on) {
+        for (QWidget* w : widgets)
+            w->setEnabled(on);
+    };
+    const bool serviceCode = kind->reads(Condition::ServiceFacility);
+    const bool serviceKind = kind->reads(Condition::ServiceKind);
+    const bool practitioner = kind->reads(Condition::Practitioner);
+    const bool sort = kind->reads(Condition::Sort);
+    const bool sites = kind->reads(Condition::Sites);
+    enable({frmAbsRiyousha, laTitleShisetu[2], btn_KanjaSelect, imNum_CD, txtSelKanja},
+           kind->reads(Condition::Patient));
+    enable({frmAbsSejutsuSisetsu}, serviceCode || serviceKind || practitioner);
+    enable({laTitleShisetu[1], btnSelShisetu[1], imNum_ShisetuCD[1], txtShisetu[1]}, serviceCode);
+    enable({laTitleShisetu[4], cmbKaishaKbn[1]}, serviceKind);
+    enable({laTitleShisetu[5], cbTantou}, practitioner);
+    enable({frmAbsSeikyuSisetsu, laTitleShisetu[0], btnSelShisetu[0], imNum_ShisetuCD[0], txtShisetu[0],
+            laTitleShisetu[3], cmbKaishaKbn[0]},
+           kind->reads(Condition::BillingFacility));
+    // The printed names stay on for every kind, as the suite's form has them.
+    enable({frmPrintSisetsu, Label2[1], cbDairi, Label2[2], cbTiryoin}, true);
+    enable({frmSort, optSort[0], optSort[1], optSort[2]}, sort);
+    enable({FraCorpFc, FraKyoten, FrmSelKyoten, LblSetKyoten, sprKyoten, optSelCorp[0], optSelCorp[1],
+            optSelCorp[2], optSelJob[0], optSelJob[1], optSelJob[2]},
+           sites);
     const int job = sites ? 2 : 0;
     optSelJob[std::size_t(job)]->setChecked(true);
     optSelJob_Click(job);
@@ -813,57 +466,49 @@ void frmPrintSisetsuSeikyu::fitInto(const QRect& available)
 
 // ---- searches and look-ups ------------------------------------------------------------------------
 
-void frmPrintSisetsuSeikyu::searchFacility(int index)
+template <class Dialog>
+void frmPrintSisetsuSeikyu::runSearch(Dialog& dialog, QPushButton& button, QSpinBox& code, QLineEdit& name,
+                                      const QString& what)
 {
-    cls施設検索 search(m_ctx);
-    search.nSeledCD = imNum_ShisetuCD[std::size_t(index)]->value();
-    const qint16 result = search.iDspStart(this);
-    if (result < 0) {
-        m_ctx.interaction().messageBox(u"施設の検索に失敗しました"_s, csSeikyuTitle(), MsgIcon::Exclamation);
+    // A shortcut must not fill a box the form kind has switched off.
+    if (!button.isEnabled())
         return;
-    }
-    if (result == 0) {
-        imNum_ShisetuCD[std::size_t(index)]->setValue(search.nSeledCD);
-        txtShisetu[std::size_t(index)]->setText(search.csSeledName);
-    }
-}
-
-void frmPrintSisetsuSeikyu::searchStaff()
-{
-    // The shortcut must not fill a box the form kind has switched off.
-    if (!btn_StaffSelect->isEnabled())
-        return;
-    cls施術者検索 search(m_ctx);
-    search.nSeledCD = imNum_StaffNo->value();
-    const qint16 result = search.iDspStart(this);
+    dialog.nSeledCD = code.value();
+    const qint16 result = dialog.iDspStart(this);
     if (result < 0) {
-        m_ctx.interaction().messageBox(u"施術者の検索に失敗しました"_s, csSeikyuTitle(),
+        m_ctx.interaction().messageBox(what + u"の検索に失敗しました"_s, csSeikyuTitle(),
                                        MsgIcon::Exclamation);
         return;
     }
     if (result == 0) {
-        const QSignalBlocker block(imNum_StaffNo);
-        imNum_StaffNo->setValue(search.nSeledCD);
-        txtSelStaff->setText(search.csSeledName);
+        // The chosen name is shown as it is; no look-up of the code follows.
+        const QSignalBlocker block(&code);
+        code.setValue(dialog.nSeledCD);
+        name.setText(dialog.csSeledName);
     }
 }
 
-void frmPrintSisetsuSeikyu::searchPatient()
+void frmPrintSisetsuSeikyu::search(Search what)
 {
-    if (!btn_KanjaSelect->isEnabled())
-        return;
-    cls患者検索 search(m_ctx);
-    search.nSeledCD = imNum_CD->value();
-    search.nTantouCD = imNum_StaffNo->value();
-    const qint16 result = search.iDspStart(this);
-    if (result < 0) {
-        m_ctx.interaction().messageBox(u"患者の検索に失敗しました"_s, csSeikyuTitle(), MsgIcon::Exclamation);
-        return;
+    switch (what) {
+    case Search::BillingFacility:
+    case Search::ServiceFacility: {
+        const std::size_t i = what == Search::BillingFacility ? 0 : 1;
+        cls施設検索 dialog(m_ctx);
+        runSearch(dialog, *btnSelShisetu[i], *imNum_ShisetuCD[i], *txtShisetu[i], u"施設"_s);
+        break;
     }
-    if (result == 0) {
-        const QSignalBlocker block(imNum_CD);
-        imNum_CD->setValue(search.nSeledCD);
-        txtSelKanja->setText(search.csSeledName);
+    case Search::Practitioner: {
+        cls施術者検索 dialog(m_ctx);
+        runSearch(dialog, *btn_StaffSelect, *imNum_StaffNo, *txtSelStaff, u"施術者"_s);
+        break;
+    }
+    case Search::Patient: {
+        cls患者検索 dialog(m_ctx);
+        dialog.nTantouCD = imNum_StaffNo->value();
+        runSearch(dialog, *btn_KanjaSelect, *imNum_CD, *txtSelKanja, u"患者"_s);
+        break;
+    }
     }
 }
 

@@ -49,6 +49,8 @@ public:
     bool readPrintFormValues(PrintFormValues& values) override;
     QList<SelectedDatabase> selectedDatabases() override;
 
+    // Selects form kind index (0-based) and applies its control states.
+    void chooseKind(int index);
     void optPrint_Click(int index);
     void optSelJob_Click(int index);
     void optSelCorp_Click(int index);
@@ -70,6 +72,40 @@ public:
     QString sErrMsg;
     cT_ADODB cADO;
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void buildControls();
+    QWidget* buildKindGroup();
+    QWidget* buildDateGroup();
+    void buildConditionFrames();
+    void buildSiteFrames();
+    void buildMenu(QWidget* menuHost);
+    void connectControls();
+
+    bool openConnection(const QString& header);
+    bool loadCorpLists();
+    bool loadStaffList();
+    bool loadFacilityKinds();
+    void loadSiteGrid();
+    void runPrint(qint16 mode);
+    int selectedJob() const;
+    void showLoadMessage(const QString& text, MsgIcon icon) const;
+    void updateStatus();
+
+    // The three searches share one handler: open the dialog on the code box's value, and a choice
+    // fills the code and name boxes.
+    enum class Search { BillingFacility, ServiceFacility, Practitioner, Patient };
+    void search(Search what);
+    template <class Dialog>
+    void runSearch(Dialog& dialog, QPushButton& button, QSpinBox& code, QLineEdit& name, const QString& what);
+    void lookUpFacility(int index);
+    void lookUpPatient();
+    void lookUpStaff(bool report);
+    void showVersion();
+
+    // The controls, by the suite's names; built in frmPrintSisetsuSeikyuLayout.cpp.
     std::array<QRadioButton*, 6> optPrint{};
     QDateEdit* imD_Out = nullptr;
     QDateEdit* imD_Teis = nullptr;
@@ -111,36 +147,6 @@ public:
     QPushButton* cbReturn = nullptr;
     QPushButton* cmdMenu = nullptr;
     QStatusBar* StatusBar1 = nullptr;
-
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
-
-private:
-    void buildControls();
-    QWidget* buildKindGroup();
-    QWidget* buildDateGroup();
-    void buildConditionFrames();
-    void buildSiteFrames();
-    void buildMenu(QWidget* menuHost);
-    void connectControls();
-
-    bool openConnection(const QString& header);
-    bool loadCorpLists();
-    bool loadStaffList();
-    bool loadFacilityKinds();
-    void loadSiteGrid();
-    void runPrint(qint16 mode);
-    int selectedJob() const;
-    void showLoadMessage(const QString& text, MsgIcon icon) const;
-    void updateStatus();
-
-    void searchFacility(int index);
-    void searchStaff();
-    void searchPatient();
-    void lookUpFacility(int index);
-    void lookUpPatient();
-    void lookUpStaff(bool report);
-    void showVersion();
 
     AppContext& m_ctx;
     PrintAction m_print;

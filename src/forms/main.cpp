@@ -54,8 +54,7 @@ int main(int argc, char* argv[])
     QDir::setCurrent(ctx.csAppDir);
 
     const auto print = [](qelprn::AppContext& context, qint16 mode, qelprn::PrintConditionSource& form) {
-        qelprn::PrintRun run(context);
-        run.PrintSisetsuSeikyu(mode, form);
+        qelprn::PrintRun(context).PrintSisetsuSeikyu(mode, form);
     };
 
     std::function<void(qelprn::frmPrintSisetsuSeikyu&)> whenShown;

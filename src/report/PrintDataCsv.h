@@ -20,8 +20,9 @@ namespace qelprn {
 // column title, then one line per row, in CP932 with CR LF (see CsvLineWriter for the field rules).
 // Every data line starts with "1" in "枠線描画" and ends with the seal image path in "社印保存先".
 // Each writer returns nothing when the file was written to the end, else the error that stopped it
-// (the header is written first, also when the rows then fail). The path overloads delete an old file,
-// create the new one, write it and close it; a half-written file is left for the next run to delete.
+// (the header is written first, also when the rows then fail). The path overloads write a temporary
+// file beside the target and rename it over the target when whole; when writing fails, the temporary
+// file and the previous run's file are both removed, so no half-written or stale file is left.
 using CsvResult = std::optional<CsvWriteError>;
 
 // "施設請求データ.csv", print kind 1: one line per element of aSisetsuSeikyu, filler lines included.
@@ -53,7 +54,7 @@ CsvResult writeKenRyousyuuCsv(QIODevice* out, const QList<KenRyousyuuRow>& rows,
 CsvResult writeKenRyousyuuCsv(const QString& path, const QList<KenRyousyuuRow>& rows,
                               const PrintJouken& jouken, const QString& sealPath);
 
-// The file part shared by the path overloads: delete, create, write through body, close.
+// The file part shared by the path overloads: write through body into a temporary file, then rename.
 CsvResult writeCsvFile(const QString& path, const std::function<CsvResult(QIODevice*)>& body);
 
 } // namespace qelprn

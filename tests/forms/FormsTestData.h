@@ -30,68 +30,27 @@ inline void clickButton(QAbstractButton* button)
 inline void seedClinic(qelprn::test::TestProgramFolder& folder, bool withStaff = true)
 {
     using namespace Qt::StringLiterals;
-    const auto site = [&](int cd, int eb, const QString& name, int used) {
-        folder.insert(u"KYOTEN"_s, {{u"iKyotenCd"_s, cd},
-                                    {u"iKyotenEb"_s, eb},
-                                    {u"cAreaName"_s, u"東京"_s},
-                                    {u"cKyotenName"_s, name},
-                                    {u"iUsedFlg"_s, used}});
-    };
-    site(1, 0, u"本部"_s, 1);
-    site(1, 1, u"杉並本店"_s, 1);
-    site(1, 2, u"練馬ＦＣ"_s, 2);
-    site(2, 1, u"三鷹支店"_s, 1);
-    const auto corp = [&](int id, int type, const QString& name) {
-        folder.insert(u"CORP"_s, {{u"nIDNo"_s, id},
-                                  {u"iKyotenCd"_s, 1},
-                                  {u"iKyotenEb"_s, 1},
-                                  {u"iType"_s, type},
-                                  {u"cShamei1"_s, name}});
-    };
-    corp(11, 0, u"株式会社ほほえみ"_s);
-    corp(12, 1, u"ほほえみ治療院"_s);
-    corp(13, 1, u"ほほえみ鍼灸院"_s);
-    if (withStaff) {
-        const auto staff = [&](int id, const QString& name, const QString& kana, int ended) {
-            folder.insert(u"STAFF"_s, {{u"nIDNo"_s, id},
-                                       {u"iKyotenCd"_s, 1},
-                                       {u"iKyotenEb"_s, 1},
-                                       {u"cName"_s, name},
-                                       {u"cNameKana"_s, kana},
-                                       {u"iChusiFlg"_s, ended}});
-        };
-        staff(1, u"山田　太郎"_s, u"ヤマダ　タロウ"_s, 0);
-        staff(2, u"佐藤　花子"_s, u"サトウ　ハナコ"_s, 1);
-        staff(3, u"高橋　誠"_s, u"タカハシ　マコト"_s, 0);
-    }
-    const auto facility = [&](int id, int kikan, const QString& name, const QString& kana) {
-        folder.insert(u"SISETSU"_s, {{u"nIDNo"_s, id},
-                                     {u"iKyotenCd"_s, 1},
-                                     {u"iKyotenEb"_s, 1},
-                                     {u"iKikanShubetsu"_s, kikan},
-                                     {u"cShamei1"_s, name},
-                                     {u"cShameiKana1"_s, kana},
-                                     {u"nLat"_s, 35.7},
-                                     {u"nLon"_s, 139.6}});
-    };
-    facility(100, 1, u"ひまわり荘"_s, u"ヒマワリソウ"_s);
-    facility(101, 1, u"O'Neil ハウス"_s, u"オニールハウス"_s);
-    facility(102, 2, u"中央病院"_s, u"チュウオウビョウイン"_s);
-    const auto patient = [&](int id, const QString& name, const QString& kana, int tantou, int kubun,
-                             const QVariant& expire) {
-        folder.insert(u"RIYOUSHA"_s, {{u"nIDNo"_s, id},
-                                      {u"iKyotenCd"_s, 1},
-                                      {u"iKyotenEb"_s, 1},
-                                      {u"cName"_s, name},
-                                      {u"cNameKana"_s, kana},
-                                      {u"cNameRyaku"_s, name.left(2)},
-                                      {u"cTelNo"_s, u"03-1234-%1"_s.arg(id, 4, 10, QLatin1Char('0'))},
-                                      {u"nTantou"_s, tantou},
-                                      {u"iSejutsuKubun"_s, kubun},
-                                      {u"tExpireDay"_s, expire}});
-    };
-    patient(5, u"鈴木　一郎"_s, u"スズキ　イチロウ"_s, 1, 1, QVariant());
-    patient(6, u"田中　次郎"_s, u"タナカ　ジロウ"_s, 3, 2, u"2020/01/31"_s);
-    patient(7, u"伊藤　三郎"_s, u"イトウ　サブロウ"_s, 3, 2, u"2099/12/31"_s);
+    folder.exec(u"INSERT INTO KYOTEN (iKyotenCd, iKyotenEb, cAreaName, cKyotenName, iUsedFlg) VALUES "
+                u"(1, 0, '東京', '本部', 1), (1, 1, '東京', '杉並本店', 1), (1, 2, '東京', '練馬ＦＣ', 2), "
+                u"(2, 1, '東京', '三鷹支店', 1)"_s);
+    folder.exec(
+        u"INSERT INTO CORP (nIDNo, iKyotenCd, iKyotenEb, iType, cShamei1) VALUES "
+        u"(11, 1, 1, 0, '株式会社ほほえみ'), (12, 1, 1, 1, 'ほほえみ治療院'), (13, 1, 1, 1, 'ほほえみ鍼灸院')"_s);
+    if (withStaff)
+        folder.exec(
+            u"INSERT INTO STAFF (nIDNo, iKyotenCd, iKyotenEb, cName, cNameKana, iChusiFlg) VALUES "
+            u"(1, 1, 1, '山田　太郎', 'ヤマダ　タロウ', 0), (2, 1, 1, '佐藤　花子', 'サトウ　ハナコ', 1), "
+            u"(3, 1, 1, '高橋　誠', 'タカハシ　マコト', 0)"_s);
+    folder.exec(
+        u"INSERT INTO SISETSU (nIDNo, iKyotenCd, iKyotenEb, iKikanShubetsu, cShamei1, cShameiKana1, nLat, "
+        u"nLon) VALUES (100, 1, 1, 1, 'ひまわり荘', 'ヒマワリソウ', 35.7, 139.6), "
+        u"(101, 1, 1, 1, 'O''Neil ハウス', 'オニールハウス', 35.7, 139.6), "
+        u"(102, 1, 1, 2, '中央病院', 'チュウオウビョウイン', 35.7, 139.6)"_s);
+    folder.exec(
+        u"INSERT INTO RIYOUSHA (nIDNo, iKyotenCd, iKyotenEb, cName, cNameKana, cNameRyaku, cTelNo, nTantou, "
+        u"iSejutsuKubun, tExpireDay) VALUES "
+        u"(5, 1, 1, '鈴木　一郎', 'スズキ　イチロウ', '鈴木', '03-1234-0005', 1, 1, NULL), "
+        u"(6, 1, 1, '田中　次郎', 'タナカ　ジロウ', '田中', '03-1234-0006', 3, 2, '2020/01/31'), "
+        u"(7, 1, 1, '伊藤　三郎', 'イトウ　サブロウ', '伊藤', '03-1234-0007', 3, 2, '2099/12/31')"_s);
     folder.writeSettingsFile(u"DATA/施設種類List.txt"_s, u"特別養護老人ホーム\nグループホーム\n"_s);
 }

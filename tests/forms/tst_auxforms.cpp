@@ -6,6 +6,7 @@
 #include "forms/frmBack.h"
 #include "forms/frmVer.h"
 #include "forms/mod施設請求書Main.h"
+#include "support/StandInProgram.h"
 #include "support/TestInteraction.h"
 
 #include <QApplication>
@@ -24,23 +25,11 @@ using qelprn::test::TestProgramFolder;
 
 namespace {
 
-// A stand-in menu program: writes its arguments, one per line, next to itself.
+// A stand-in menu program: appends its argument count and arguments to "menu-args.txt" beside it.
 void writeMenuProgram(const TestProgramFolder& folder)
 {
-    QFile script(folder.filePath(u"Main.exe"_s));
-    QVERIFY(script.open(QIODevice::WriteOnly));
-    script.write("#!/bin/sh\nprintf '%s\\n' \"$#\" \"$@\" > \"$(dirname \"$0\")/menu-args.txt\"\n");
-    script.close();
-    QVERIFY(script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-}
-
-QString waitForMenuArgs(const TestProgramFolder& folder)
-{
-    QFile file(folder.filePath(u"menu-args.txt"_s));
-    if (!QTest::qWaitFor([&] { return file.exists() && file.size() > 0; }, 10000))
-        return u"(not started)"_s;
-    file.open(QIODevice::ReadOnly);
-    return QString::fromUtf8(file.readAll());
+    qelprn::test::writeStandInProgram(folder.filePath(u"Main.exe"_s),
+                                      {.argsFile = folder.filePath(u"menu-args.txt"_s)});
 }
 
 } // namespace
@@ -162,38 +151,10 @@ private slots:
         QCOMPARE(status, 0);
         QCOMPARE(ctx.iBaseKyotenCd, qint16(1));
         QVERIFY2(ui.messages.isEmpty(), qPrintable(ui.texts().join(u'\n')));
-        QCOMPARE(waitForMenuArgs(folder), args);
-    }
-
-    void withoutMenuProgramNothingStarts()
-    {
-        TestProgramFolder folder;
-        TestInteraction ui;
-        QVERIFY(!qelprn::bStartMenuProgram(folder.context(ui), true));
-        QCOMPARE(qelprn::menuProgramArguments(false), QStringList{u"2"_s});
-    }
-
-    void desktopMessageBoxKeepsItsTitle()
-    {
-        // The exact title, no program name after it, and a box wide enough to show it whole.
-        qelprn::DesktopInteraction ui;
-        QString title;
-        int width = 0;
-        int needed = 0;
-        QTimer::singleShot(0, [&] {
-            QWidget* box = QApplication::activeModalWidget();
-            if (!box)
-                return;
-            title = box->windowTitle();
-            width = box->width();
-            QFont bold = box->font();
-            bold.setBold(true);
-            needed = QFontMetrics(bold).horizontalAdvance(title);
-            box->close();
-        });
-        ui.messageBox(u"OK"_s, u"選択エラー"_s, qelprn::MsgIcon::Exclamation);
-        QCOMPARE(title, u"選択エラー"_s);
-        QVERIFY2(width >= needed + 150, qPrintable(u"%1 px for a %2 px title"_s.arg(width).arg(needed)));
+        QCOMPARE(qelprn::test::waitForArgs(folder.filePath(u"menu-args.txt"_s), int(args.count(u'\n')))
+                         .join(u'\n') +
+                     u'\n',
+                 args);
     }
 
     // No program folder: the folder tried is named, and on "yes" the demo is written there,
@@ -228,20 +189,6 @@ private slots:
         ui.clear();
         QCOMPARE(qelprn::chooseProgramFolder(ui), chosen);
         QVERIFY(ui.messages.isEmpty());
-    }
-
-    void desktopBusyPointer()
-    {
-        qelprn::DesktopInteraction ui;
-        ui.setBusy(true);
-        ui.setBusy(true);
-        QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
-        ui.setBusy(false);
-        QVERIFY(QApplication::overrideCursor());
-        ui.setBusy(false);
-        QVERIFY(!QApplication::overrideCursor());
-        ui.setBusy(false); // an extra "off" changes nothing
-        QVERIFY(!QApplication::overrideCursor());
     }
 };
 

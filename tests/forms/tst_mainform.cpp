@@ -1,13 +1,19 @@
+// The main form on the offscreen platform, its controls found by their names: loading, the
+// control states of each form kind, the site selection, the keyboard, the saved choices, and the
+// preview through the real print run to a stand-in engine on a demo folder.
 #include "FormsTestData.h"
 #include "app/Cp932.h"
+#include "demo/DemoProgramFolder.h"
 #include "forms/SiteGridWidget.h"
 #include "forms/frmPrintSisetsuSeikyu.h"
+#include "report/PrintRun.h"
+#include "support/Controls.h"
+#include "support/StandInProgram.h"
 #include "support/TestInteraction.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -16,12 +22,15 @@
 #include <QScrollBar>
 #include <QSpinBox>
 #include <QStatusBar>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
 using qelprn::frmPrintSisetsuSeikyu;
 using qelprn::MsgResult;
+using qelprn::SiteGridWidget;
+using qelprn::test::control;
 using qelprn::test::TestInteraction;
 using qelprn::test::TestProgramFolder;
 
@@ -61,6 +70,13 @@ struct Fixture
         form->activateWindow();
         return ok && QTest::qWaitForWindowActive(form.get());
     }
+    template <class T> T* c(const QString& name) const { return control<T>(*form, name); }
+    QRadioButton* option(const QString& group, int index) const
+    {
+        return c<QRadioButton>(group + u'_' + QString::number(index));
+    }
+    SiteGridWidget* grid() const { return c<SiteGridWidget>(u"sprKyoten"_s); }
+    QString status() const { return c<QLabel>(u"StatusRun"_s)->text(); }
     // "title: text" of every message shown.
     QStringList shown() const
     {
@@ -69,31 +85,31 @@ struct Fixture
             out.append(m.title + u": "_s + m.text);
         return out;
     }
-    QStringList comboTexts(QComboBox* box) const
+    QStringList comboTexts(const QString& name) const
     {
         QStringList out;
-        for (int i = 0; i < box->count(); ++i)
-            out.append(box->itemText(i));
+        for (int i = 0; i < c<QComboBox>(name)->count(); ++i)
+            out.append(c<QComboBox>(name)->itemText(i));
         return out;
     }
     void clickSiteRow(int row)
     {
-        qelprn::SiteGridWidget* grid = form->sprKyoten;
-        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
-                          grid->visualItemRect(grid->item(row, 1)).center());
+        QTest::mouseClick(grid()->viewport(), Qt::LeftButton, {},
+                          grid()->visualItemRect(grid()->item(row, 1)).center());
     }
     QList<bool> siteChecks() const
     {
         QList<bool> out;
-        for (int r = 0; r < form->sprKyoten->rowCount(); ++r)
-            out.append(form->sprKyoten->isChecked(r));
+        for (int r = 0; r < grid()->rowCount(); ++r)
+            out.append(grid()->isChecked(r));
         return out;
     }
     void chooseKind(int index)
     {
-        clickButton(form->optPrint[std::size_t(index)]);
-        QVERIFY(form->optPrint[std::size_t(index)]->isChecked());
+        clickButton(option(u"optPrint"_s, index));
+        QVERIFY(option(u"optPrint"_s, index)->isChecked());
     }
+    void click(const QString& button) { QTest::mouseClick(c<QPushButton>(button), Qt::LeftButton); }
 
     PoolReset pool;
     TestProgramFolder folder;
@@ -116,41 +132,37 @@ private slots:
         QVERIFY(f.load());
         QVERIFY2(f.ui.messages.isEmpty(), qPrintable(f.ui.texts().join(u'\n')));
         QCOMPARE(f.ui.busyDepth, 0);
-        QCOMPARE(f.form->imD_Out->date(), QDate(2026, 10, 1));
-        QCOMPARE(f.form->imD_Out->text(), u"2026/10/01"_s);
-        QCOMPARE(f.form->imD_Teis->date(), QDate(2026, 11, 15));
-        QCOMPARE(f.comboTexts(f.form->cbDairi), (QStringList{u"（指定なし）"_s, u"株式会社ほほえみ"_s}));
-        QCOMPARE(f.form->cbDairi->itemData(1).toInt(), 11);
-        QCOMPARE(f.comboTexts(f.form->cbTiryoin),
+        QCOMPARE(f.c<QDateEdit>(u"imD_Out"_s)->text(), u"2026/10/01"_s);
+        QCOMPARE(f.c<QDateEdit>(u"imD_Teis"_s)->date(), QDate(2026, 11, 15));
+        QCOMPARE(f.comboTexts(u"cbDairi"_s), (QStringList{u"（指定なし）"_s, u"株式会社ほほえみ"_s}));
+        QCOMPARE(f.c<QComboBox>(u"cbDairi"_s)->itemData(1).toInt(), 11);
+        QCOMPARE(f.comboTexts(u"cbTiryoin"_s),
                  (QStringList{u"（指定なし）"_s, u"ほほえみ治療院"_s, u"ほほえみ鍼灸院"_s}));
-        QCOMPARE(f.comboTexts(f.form->cbTantou),
+        QCOMPARE(f.comboTexts(u"cbTantou"_s),
                  (QStringList{u"（指定なし）"_s, u"山田　太郎"_s, u"高橋　誠"_s}));
-        QCOMPARE(f.form->cbTantou->itemData(0).toInt(), 0);
-        QVERIFY(f.form->optPrint[1]->isChecked());
-        QCOMPARE(f.form->txtSelKanja->text(), u"(全員)"_s);
+        QVERIFY(f.option(u"optPrint"_s, 1)->isChecked());
+        QCOMPARE(f.c<QLineEdit>(u"txtSelKanja_0"_s)->text(), u"(全員)"_s);
         // Ended practitioners come in only on request.
         f.chooseKind(3);
-        f.form->cbTantou->setCurrentIndex(2);
-        clickButton(f.form->chkChushi);
-        QCOMPARE(f.form->cbTantou->count(), 4);
-        QCOMPARE(f.form->cbTantou->currentData().toInt(), 3);
-        for (QComboBox* kinds : f.form->cmbKaishaKbn) {
-            QCOMPARE(f.comboTexts(kinds), (QStringList{u"特別養護老人ホーム"_s, u"グループホーム"_s}));
-            QCOMPARE(kinds->currentIndex(), -1);
+        auto* staff = f.c<QComboBox>(u"cbTantou"_s);
+        staff->setCurrentIndex(2);
+        clickButton(f.c<QCheckBox>(u"chkChushi"_s));
+        QCOMPARE(staff->count(), 4);
+        QCOMPARE(staff->currentData().toInt(), 3);
+        for (const QString& name : {u"cmbKaishaKbn_0"_s, u"cmbKaishaKbn_1"_s}) {
+            QCOMPARE(f.comboTexts(name), (QStringList{u"特別養護老人ホーム"_s, u"グループホーム"_s}));
+            QCOMPARE(f.c<QComboBox>(name)->currentIndex(), -1);
         }
         // Own sites only (used flag 1), never a branch 0.
-        QCOMPARE(f.form->sprKyoten->rowCount(), 2);
-        QCOMPARE(f.form->sprKyoten->siteName(0), u"杉並本店"_s);
-        QCOMPARE(f.form->sprKyoten->siteName(1), u"三鷹支店"_s);
-        QCOMPARE(f.form->findChild<QLabel*>(u"StatusDatabase"_s)->text(), u"データベース：suite"_s);
-        QCOMPARE(f.form->findChild<QLabel*>(u"StatusSite"_s)->text(), u"拠点：01-01 杉並本店"_s);
-    }
+        QCOMPARE(f.grid()->rowCount(), 2);
+        QCOMPARE(f.grid()->siteName(0), u"杉並本店"_s);
+        QCOMPARE(f.grid()->siteName(1), u"三鷹支店"_s);
+        QCOMPARE(f.c<QLabel>(u"StatusDatabase"_s)->text(), u"データベース：suite"_s);
+        QCOMPARE(f.c<QLabel>(u"StatusSite"_s)->text(), u"拠点：01-01 杉並本店"_s);
 
-    void januaryDefaultsToDecember()
-    {
-        Fixture f(true, QDate(2027, 1, 10));
-        QVERIFY(f.load());
-        QCOMPARE(f.form->imD_Out->date(), QDate(2026, 12, 1));
+        Fixture january(true, QDate(2027, 1, 10));
+        QVERIFY(january.load());
+        QCOMPARE(january.c<QDateEdit>(u"imD_Out"_s)->date(), QDate(2026, 12, 1));
     }
 
     void loadFailures()
@@ -177,55 +189,51 @@ private slots:
         }
     }
 
+    // A condition's controls are on only for the kinds whose query reads it.
     void controlStatesPerKind_data()
     {
         QTest::addColumn<int>("kind");
-        QTest::addColumn<bool>("patient");
-        QTest::addColumn<bool>("service");
-        QTest::addColumn<bool>("billing");
-        QTest::addColumn<bool>("sites");
-        QTest::addColumn<int>("job");
-        QTest::newRow("0 請求書") << 0 << false << false << true << false << 0;
-        QTest::newRow("1 一覧表") << 1 << false << true << false << false << 0;
-        QTest::newRow("2 回数区分") << 2 << false << true << false << false << 0;
-        QTest::newRow("3 兼領収書") << 3 << true << true << true << false << 0;
-        QTest::newRow("4 自費") << 4 << true << true << true << false << 0;
-        QTest::newRow("5 拠点選択") << 5 << false << false << true << true << 2;
+        QTest::addColumn<QString>("on"); // B billing, S service code, K service kind, T practitioner,
+                                         // P patient and sort, X sites
+        QTest::newRow("0 請求書") << 0 << u"B"_s;
+        QTest::newRow("1 一覧表") << 1 << u"SKT"_s;
+        QTest::newRow("2 回数区分") << 2 << u"SKT"_s;
+        QTest::newRow("3 兼領収書") << 3 << u"BKP"_s;
+        QTest::newRow("4 自費") << 4 << u"BKP"_s;
+        QTest::newRow("5 拠点選択") << 5 << u"BX"_s;
     }
 
     void controlStatesPerKind()
     {
         QFETCH(int, kind);
-        QFETCH(bool, patient);
-        QFETCH(bool, service);
-        QFETCH(bool, billing);
-        QFETCH(bool, sites);
-        QFETCH(int, job);
+        QFETCH(QString, on);
         Fixture f;
         QVERIFY(f.load());
         f.chooseKind(kind);
-        const auto enabled = [&](const QString& name) {
-            QWidget* w = f.form->findChild<QWidget*>(name);
-            if (!w)
-                qFatal("no control %s", qPrintable(name));
-            return w->isEnabled();
+        const QList<std::pair<QChar, QStringList>> groups = {
+            {u'B',
+             {u"frmAbsSeikyuSisetsu"_s, u"imNum_ShisetuCD_0"_s, u"btnSelShisetu_0"_s, u"cmbKaishaKbn_0"_s}},
+            {u'S', {u"imNum_ShisetuCD_1"_s, u"btnSelShisetu_1"_s, u"txtShisetu_1"_s, u"laTitleShisetu_1"_s}},
+            {u'K', {u"frmAbsSejutsuSisetsu"_s, u"cmbKaishaKbn_1"_s, u"laTitleShisetu_4"_s}},
+            {u'T', {u"cbTantou"_s, u"laTitleShisetu_5"_s}},
+            {u'P',
+             {u"frmAbsRiyousha"_s, u"imNum_CD_0"_s, u"btn_KanjaSelect_0"_s, u"frmSort"_s, u"optSort_2"_s}},
+            {u'X', {u"FraCorpFc"_s, u"optSelCorp_1"_s, u"FraKyoten"_s, u"optSelJob_1"_s, u"sprKyoten"_s}},
+            {u'*',
+             {u"cbDairi"_s, u"cbTiryoin"_s, u"Label2_2"_s, u"optSortShisetsu_1"_s, u"optSelSisetsuType_1"_s}},
         };
-        for (const QString& name : {u"frmAbsRiyousha"_s, u"imNum_CD_0"_s, u"btn_KanjaSelect_0"_s,
-                                    u"txtSelKanja_0"_s, u"frmSort"_s, u"optSort_2"_s})
-            QVERIFY2(enabled(name) == patient, qPrintable(name));
-        for (const QString& name : {u"frmAbsSejutsuSisetsu"_s, u"imNum_ShisetuCD_1"_s, u"btnSelShisetu_1"_s,
-                                    u"cmbKaishaKbn_1"_s, u"cbTantou"_s})
-            QVERIFY2(enabled(name) == service, qPrintable(name));
-        for (const QString& name : {u"frmAbsSeikyuSisetsu"_s, u"imNum_ShisetuCD_0"_s, u"btnSelShisetu_0"_s,
-                                    u"cmbKaishaKbn_0"_s, u"laTitleShisetu_3"_s})
-            QVERIFY2(enabled(name) == billing, qPrintable(name));
-        for (const QString& name : {u"cbDairi"_s, u"cbTiryoin"_s, u"Label2_2"_s})
-            QVERIFY2(enabled(name), qPrintable(name));
-        for (const QString& name : {u"FraCorpFc"_s, u"optSelCorp_1"_s, u"FraKyoten"_s, u"optSelJob_1"_s,
-                                    u"sprKyoten"_s, u"LblSetKyoten"_s})
-            QVERIFY2(enabled(name) == sites, qPrintable(name));
-        QVERIFY(f.form->optSelJob[std::size_t(job)]->isChecked());
+        for (const auto& [group, names] : groups) {
+            for (const QString& name : names)
+                QVERIFY2(f.c<QWidget>(name)->isEnabled() == (group == u'*' || on.contains(group)),
+                         qPrintable(name));
+        }
+        const bool sites = on.contains(u'X');
+        QVERIFY(f.option(u"optSelJob"_s, sites ? 2 : 0)->isChecked());
         QCOMPARE(f.siteChecks(), (QList<bool>{sites, sites}));
+        // What the run reads: the facility-kind lists only where they are on.
+        qelprn::PrintFormValues v;
+        QVERIFY(f.form->readPrintFormValues(v));
+        QCOMPARE(v.cmbKaishaKbnEnabled, (std::array<bool, 2>{on.contains(u'B'), on.contains(u'K')}));
     }
 
     void siteSelectionRules()
@@ -233,18 +241,19 @@ private slots:
         Fixture f;
         QVERIFY(f.load());
         f.chooseKind(5);
-        QCOMPARE(f.form->LblSetKyoten->text(), u"【全拠点選択中】"_s);
+        auto* label = f.c<QLabel>(u"LblSetKyoten"_s);
+        QCOMPARE(label->text(), u"【全拠点選択中】"_s);
         // Under "全事業所" a click cannot uncheck a site.
         f.clickSiteRow(0);
         QCOMPARE(f.siteChecks(), (QList<bool>{true, true}));
 
-        clickButton(f.form->optSelJob[1]);
-        QCOMPARE(f.form->LblSetKyoten->text(), u"【複数拠点選択中】"_s);
+        clickButton(f.option(u"optSelJob"_s, 1));
+        QCOMPARE(label->text(), u"【複数拠点選択中】"_s);
         QCOMPARE(f.siteChecks(), (QList<bool>{false, false}));
         // Nothing checked: preview and print stop before the run.
         f.ui.setNextAnswers({MsgResult::Yes});
-        QTest::mouseClick(f.form->cbPreview, Qt::LeftButton);
-        QTest::mouseClick(f.form->cbPrint, Qt::LeftButton);
+        f.click(u"cbPreview"_s);
+        f.click(u"cbPrint"_s);
         QCOMPARE(f.shown(), (QStringList{u"選択エラー: 処理の対象となる事業所の選択を行ってください。"_s,
                                          u"選択エラー: 処理の対象となる事業所の選択を行ってください。"_s}));
         QVERIFY(f.runs.modes.isEmpty());
@@ -255,31 +264,24 @@ private slots:
         f.clickSiteRow(1);
         QCOMPARE(f.siteChecks(), (QList<bool>{true, false}));
 
-        clickButton(f.form->optSelJob[0]);
+        clickButton(f.option(u"optSelJob"_s, 0));
         f.clickSiteRow(1);
         QCOMPARE(f.siteChecks(), (QList<bool>{false, true}));
-        QCOMPARE(f.form->LblSetKyoten->text(), u"三鷹支店"_s);
-        QTest::mouseClick(f.form->cbPreview, Qt::LeftButton);
+        QCOMPARE(label->text(), u"三鷹支店"_s);
+        f.click(u"cbPreview"_s);
         QCOMPARE(f.runs.modes, QList<qint16>{0});
-        const QList<qelprn::SelectedDatabase> chosen = f.runs.sites.first();
-        QCOMPARE(chosen.size(), 1);
-        QCOMPARE(chosen[0].cDatabase, u"suite"_s);
-        QCOMPARE(chosen[0].sites, (QList<qelprn::SiteKey>{{2, 1}}));
-    }
+        QCOMPARE(f.runs.sites.first().size(), 1);
+        QCOMPARE(f.runs.sites.first().at(0).cDatabase, u"suite"_s);
+        QCOMPARE(f.runs.sites.first().at(0).sites, (QList<qelprn::SiteKey>{{2, 1}}));
 
-    void siteKindReloadsGrid()
-    {
-        Fixture f;
-        QVERIFY(f.load());
-        f.chooseKind(5);
-        clickButton(f.form->optSelCorp[1]);
+        // The site kind reloads the grid: franchise sites, then all.
+        f.ui.clear();
+        clickButton(f.option(u"optSelCorp"_s, 1));
         QVERIFY2(f.ui.messages.isEmpty(), qPrintable(f.shown().join(u'\n')));
-        QCOMPARE(f.form->sprKyoten->rowCount(), 1);
-        QCOMPARE(f.form->sprKyoten->siteName(0), u"練馬ＦＣ"_s);
-        QCOMPARE(f.siteChecks(), QList<bool>{true});
-        clickButton(f.form->optSelCorp[2]);
-        QCOMPARE(f.form->sprKyoten->rowCount(), 3);
-        QVERIFY(f.ui.messages.isEmpty());
+        QCOMPARE(f.grid()->rowCount(), 1);
+        QCOMPARE(f.grid()->siteName(0), u"練馬ＦＣ"_s);
+        clickButton(f.option(u"optSelCorp"_s, 2));
+        QCOMPARE(f.grid()->rowCount(), 3);
     }
 
     void previewSavesChoicesInOrder()
@@ -287,11 +289,11 @@ private slots:
         Fixture f;
         QVERIFY(f.load());
         f.chooseKind(3);
-        clickButton(f.form->optSort[2]);
-        f.form->cbDairi->setCurrentIndex(1);
-        f.form->cbTiryoin->setCurrentIndex(2);
-        clickButton(f.form->optSelSisetsuType[1]);
-        f.form->imNum_CD->setValue(5);
+        clickButton(f.option(u"optSort"_s, 2));
+        f.c<QComboBox>(u"cbDairi"_s)->setCurrentIndex(1);
+        f.c<QComboBox>(u"cbTiryoin"_s)->setCurrentIndex(2);
+        clickButton(f.option(u"optSelSisetsuType"_s, 1));
+        f.c<QSpinBox>(u"imNum_CD_0"_s)->setValue(5);
         QTest::keyClick(f.form.get(), Qt::Key_F5);
         QCOMPARE(f.runs.modes, QList<qint16>{0});
         QVERIFY(f.ui.messages.isEmpty());
@@ -304,7 +306,6 @@ private slots:
         QCOMPARE(v.imNum_CD, 5);
         QVERIFY(v.optSort[2]);
         QVERIFY(v.optSelSisetsuType[1]);
-        QCOMPARE(v.cmbKaishaKbnEnabled, (std::array<bool, 2>{true, true}));
 
         bool ok = false;
         const QStringList lines = qelprn::readTextLines(f.folder.filePath(u"DATA/印刷設定.ini"_s), &ok);
@@ -315,10 +316,10 @@ private slots:
         // The next start restores them.
         frmPrintSisetsuSeikyu again(f.ctx, f.runs.action());
         QVERIFY(again.Form_Load());
-        QVERIFY(again.optSort[2]->isChecked());
-        QCOMPARE(again.cbDairi->currentData().toInt(), 11);
-        QCOMPARE(again.cbTiryoin->currentData().toInt(), 13);
-        QVERIFY(again.optSelSisetsuType[1]->isChecked());
+        QVERIFY(control<QRadioButton>(again, u"optSort_2"_s)->isChecked());
+        QCOMPARE(control<QComboBox>(again, u"cbDairi"_s)->currentData().toInt(), 11);
+        QCOMPARE(control<QComboBox>(again, u"cbTiryoin"_s)->currentData().toInt(), 13);
+        QVERIFY(control<QRadioButton>(again, u"optSelSisetsuType_1"_s)->isChecked());
     }
 
     void printAsksFirst()
@@ -326,64 +327,63 @@ private slots:
         Fixture f;
         QVERIFY(f.load());
         f.ui.setNextAnswers({MsgResult::No, MsgResult::Yes});
-        QTest::mouseClick(f.form->cbPrint, Qt::LeftButton);
+        f.click(u"cbPrint"_s);
         QVERIFY(f.runs.modes.isEmpty());
         QVERIFY(!QFile::exists(f.folder.filePath(u"DATA/印刷設定.ini"_s)));
-        QTest::mouseClick(f.form->cbPrint, Qt::LeftButton);
+        f.click(u"cbPrint"_s);
         QCOMPARE(f.runs.modes, QList<qint16>{1});
-        QCOMPARE(f.ui.messages.size(), 2);
-        QCOMPARE(f.ui.messages[0].title, u"印刷確認"_s);
-        QCOMPARE(f.ui.messages[0].text, u"印刷処理を実行します。よろしいですか？"_s);
+        QCOMPARE(f.shown().first(), u"印刷確認: 印刷処理を実行します。よろしいですか？"_s);
         QCOMPARE(f.ui.messages[0].icon, qelprn::MsgIcon::Question);
         QCOMPARE(f.ui.messages[0].buttons, qelprn::MsgButtons::YesNo);
         QVERIFY(QFile::exists(f.folder.filePath(u"DATA/印刷設定.ini"_s)));
+        QVERIFY(f.status().endsWith(u"印刷ダイアログを開きました"_s));
     }
 
-    void statusShowsTheRunsOutcome()
-    {
-        PoolReset pool;
-        TestProgramFolder folder;
-        seedClinic(folder);
-        TestInteraction ui;
-        qelprn::AppContext ctx = folder.context(ui);
-        frmPrintSisetsuSeikyu form(ctx, [](qelprn::AppContext& c, qint16, qelprn::PrintConditionSource&) {
-            c.interaction().messageBox(u"該当する実績データがありません。"_s, u"施設請求書印刷"_s,
-                                       qelprn::MsgIcon::Information);
-        });
-        QVERIFY(form.Form_Load());
-        form.cbPreview_Click();
-        QVERIFY(
-            form.findChild<QLabel*>(u"StatusRun"_s)->text().endsWith(u"該当する実績データがありません。"_s));
-        QCOMPARE(ctx.ui, &ui);
-        QCOMPARE(ui.messages.size(), 1);
-    }
-
-    void codesShowTheirNames()
+    // A code shows its name; a search dialog's choice fills code and name.
+    void codesAndSearches()
     {
         Fixture f;
         QVERIFY(f.load());
         f.chooseKind(3);
-        f.form->imNum_ShisetuCD[0]->setValue(100);
-        QCOMPARE(f.form->txtShisetu[0]->text(), u"ひまわり荘"_s);
-        f.form->imNum_ShisetuCD[0]->setValue(999);
-        QCOMPARE(f.form->txtShisetu[0]->text(), QString());
-        f.form->imNum_CD->setValue(5);
-        QCOMPARE(f.form->txtSelKanja->text(), u"鈴木　一郎"_s);
-        f.form->imNum_CD->setValue(0);
-        QCOMPARE(f.form->txtSelKanja->text(), u"(全員)"_s);
-        f.form->imNum_StaffNo->setValue(1);
-        QCOMPARE(f.form->txtSelStaff->text(), u"山田　太郎"_s);
-        f.form->imNum_StaffNo->setValue(2);
-        emit f.form->imNum_StaffNo->editingFinished();
-        emit f.form->imNum_StaffNo->editingFinished();
+        auto* billing = f.c<QSpinBox>(u"imNum_ShisetuCD_0"_s);
+        auto* billingName = f.c<QLineEdit>(u"txtShisetu_0"_s);
+        billing->setValue(100);
+        QCOMPARE(billingName->text(), u"ひまわり荘"_s);
+        billing->setValue(999);
+        QCOMPARE(billingName->text(), QString());
+        f.c<QSpinBox>(u"imNum_CD_0"_s)->setValue(5);
+        QCOMPARE(f.c<QLineEdit>(u"txtSelKanja_0"_s)->text(), u"鈴木　一郎"_s);
+        f.c<QSpinBox>(u"imNum_CD_0"_s)->setValue(0);
+        QCOMPARE(f.c<QLineEdit>(u"txtSelKanja_0"_s)->text(), u"(全員)"_s);
+        auto* staff = f.c<QSpinBox>(u"imNum_StaffNo"_s);
+        staff->setValue(1);
+        QCOMPARE(f.c<QLineEdit>(u"txtSelStaff"_s)->text(), u"山田　太郎"_s);
+        staff->setValue(2);
+        emit staff->editingFinished();
+        emit staff->editingFinished();
         QCOMPARE(f.shown(), QStringList{u"施設請求書印刷: 管理対象から外れています。"_s});
-        // Disabled for kinds 1 and 2, the billing code still reaches the run.
-        f.form->imNum_ShisetuCD[0]->setValue(100);
-        f.chooseKind(1);
-        qelprn::PrintFormValues v;
-        QVERIFY(f.form->readPrintFormValues(v));
-        QCOMPARE(v.imNum_ShisetuCD[0], 100);
-        QCOMPARE(v.cmbKaishaKbnEnabled, (std::array<bool, 2>{false, true}));
+
+        // Each search opens its dialog on the box's code; the chosen row fills code and name.
+        const QList<std::tuple<QString, QString, QString, int, QString>> searches = {
+            {u"btnSelShisetu_0"_s, u"imNum_ShisetuCD_0"_s, u"txtShisetu_0"_s, 100, u"ひまわり荘"_s},
+            {u"btn_StaffSelect"_s, u"imNum_StaffNo"_s, u"txtSelStaff"_s, 1, u"山田　太郎"_s},
+            {u"btn_KanjaSelect_0"_s, u"imNum_CD_0"_s, u"txtSelKanja_0"_s, 5, u"鈴木　一郎"_s},
+        };
+        for (const auto& [button, code, name, chosen, text] : searches) {
+            f.c<QSpinBox>(code)->setValue(chosen);
+            f.c<QLineEdit>(name)->clear();
+            QTimer::singleShot(0, [] {
+                auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+                QVERIFY(dialog && QTest::qWaitForWindowActive(dialog));
+                QTest::mouseClick(dialog->findChild<QPushButton*>(u"but_Act"_s), Qt::LeftButton);
+                if (dialog->isVisible())
+                    dialog->reject(); // never leave the test hanging in the dialog
+            });
+            f.click(button);
+            QCOMPARE(f.c<QSpinBox>(code)->value(), chosen);
+            QCOMPARE(f.c<QLineEdit>(name)->text(), text);
+        }
+        QCOMPARE(f.ui.messages.size(), 1);
     }
 
     void keyboardOnTheForm()
@@ -391,30 +391,12 @@ private slots:
         Fixture f;
         QVERIFY(f.load());
         // A stray Esc keeps the form and its conditions; nothing runs.
+        auto* month = f.c<QDateEdit>(u"imD_Out"_s);
         QTest::keyClick(f.form.get(), Qt::Key_Escape);
-        QTest::keyClick(f.form->imD_Out, Qt::Key_Escape);
+        QTest::keyClick(month, Qt::Key_Escape);
         QVERIFY(f.form->isVisible());
         QVERIFY(f.runs.modes.isEmpty());
-        // The buttons show the keys that press them.
-        QVERIFY(f.form->cbPreview->text().startsWith(u"F5 "_s));
-        QVERIFY(f.form->cbPrint->text().startsWith(u"F9 "_s));
-        QVERIFY(f.form->cbReturn->text().startsWith(u"F12 "_s));
-
-        // A click into the year and typing replaces the year.
-        QDateEdit* month = f.form->imD_Out;
-        auto* monthText = month->findChild<QLineEdit*>();
-        QTest::mouseClick(
-            monthText, Qt::LeftButton, {},
-            QPoint(monthText->fontMetrics().horizontalAdvance(u"20"_s) + 4, monthText->height() / 2));
-        QTRY_COMPARE(monthText->selectedText(), u"2026"_s);
-        QTest::keyClicks(month, u"2025"_s);
-        QCOMPARE(month->date(), QDate(2025, 10, 1));
-
-        // A long name shows its start.
-        f.form->txtShisetu[0]->setText(u"社会福祉法人　やすらぎ会　特別養護老人ホーム　やすらぎの郷　本館"_s);
-        QCOMPARE(f.form->txtShisetu[0]->cursorPosition(), 0);
-
-        // F4 under kind 6 opens no search and fills nothing into the greyed patient box.
+        // F4 and F3 under kind 6 open no search and fill nothing into the greyed boxes.
         f.chooseKind(5);
         bool opened = false;
         QTimer::singleShot(200, [&opened] {
@@ -428,20 +410,19 @@ private slots:
         QTest::qWait(300);
         QVERIFY(!opened);
         f.chooseKind(3);
-        qelprn::PrintFormValues v;
-        f.form->readPrintFormValues(v);
-        QCOMPARE(v.imNum_CD, 0);
 
         // F5 runs one preview; the status bar tells what the run did, not more.
         QTest::keyClick(f.form.get(), Qt::Key_F5);
         QCOMPARE(f.runs.modes, QList<qint16>{0});
-        QVERIFY(f.form->findChild<QLabel*>(u"StatusRun"_s)->text().endsWith(u"プレビューを開きました"_s));
-        f.ui.setNextAnswers({MsgResult::Yes});
-        QTest::keyClick(f.form.get(), Qt::Key_F9);
-        QCOMPARE(f.runs.modes, (QList<qint16>{0, 1}));
-        QVERIFY(f.form->findChild<QLabel*>(u"StatusRun"_s)->text().endsWith(u"印刷ダイアログを開きました"_s));
+        QCOMPARE(f.runs.values.first().imNum_CD, 0);
+        QVERIFY(f.status().endsWith(u"プレビューを開きました"_s));
 
-        // F12 is 戻る: the form closes for the menu with " 2".
+        // メインメニュー closes for the menu; F12 is 戻る.
+        f.click(u"cmdMenu"_s);
+        QVERIFY(f.form->bMenuReturn);
+        QVERIFY(!f.form->isVisible());
+        f.form->show();
+        QVERIFY(QTest::qWaitForWindowActive(f.form.get()));
         QTest::keyClick(f.form.get(), Qt::Key_F12);
         QVERIFY(!f.form->isVisible());
         QVERIFY(!f.form->bMenuReturn);
@@ -452,34 +433,74 @@ private slots:
         Fixture f;
         QVERIFY(f.load());
         f.chooseKind(5);
-        auto* scroll = f.form->findChild<QScrollArea*>(u"FormScroll"_s);
-        // 1366×768 at 100 % and 1920×1080 at 150 %, less a 48 px task bar: all of the form shows.
-        for (const QRect& screen : {QRect(0, 0, 1366, 720), QRect(0, 0, 1280, 688)}) {
-            f.form->fitInto(screen);
-            QVERIFY(screen.contains(f.form->geometry()));
-            QTRY_COMPARE(scroll->verticalScrollBar()->maximum(), 0);
-            QCOMPARE(scroll->horizontalScrollBar()->maximum(), 0);
-        }
+        auto* scroll = f.c<QScrollArea>(u"FormScroll"_s);
+        // 1920×1080 at 150 %, less a 48 px task bar: all of the form shows.
+        const QRect screen(0, 0, 1280, 688);
+        f.form->fitInto(screen);
+        QVERIFY(screen.contains(f.form->geometry()));
+        QTRY_COMPARE(scroll->verticalScrollBar()->maximum(), 0);
+        QCOMPARE(scroll->horizontalScrollBar()->maximum(), 0);
         // Smaller: the form stays inside and its body scrolls to the buttons; the status bar stays.
         const QRect tiny(0, 0, 800, 450);
         f.form->fitInto(tiny);
         QVERIFY(tiny.contains(f.form->geometry()));
         QTRY_VERIFY(scroll->verticalScrollBar()->maximum() > 0);
-        scroll->ensureWidgetVisible(f.form->cbPreview);
-        QVERIFY(!f.form->cbPreview->visibleRegion().isEmpty());
-        QVERIFY(f.form->rect().contains(f.form->StatusBar1->geometry()));
+        auto* preview = f.c<QPushButton>(u"cbPreview"_s);
+        scroll->ensureWidgetVisible(preview);
+        QVERIFY(!preview->visibleRegion().isEmpty());
+        QVERIFY(f.form->rect().contains(f.c<QStatusBar>(u"StatusBar1"_s)->geometry()));
     }
 
-    void closingChoosesTheMenuArgument()
+    // From the preview button through the real print run to the engine's start, on a demo folder;
+    // the stand-in engine records how it was called, the status bar what the run did.
+    void previewThroughTheRun()
     {
-        Fixture f;
-        QVERIFY(f.load());
-        QTest::mouseClick(f.form->cmdMenu, Qt::LeftButton);
-        QVERIFY(f.form->bMenuReturn);
-        QVERIFY(!f.form->isVisible());
-        f.form->show();
-        QTest::mouseClick(f.form->cbReturn, Qt::LeftButton);
-        QVERIFY(!f.form->bMenuReturn);
+        QTemporaryDir dir;
+        const QString app = dir.filePath(u"app"_s);
+        const QString calls = dir.filePath(u"engine-calls.txt"_s);
+        TestInteraction ui;
+        qelprn::DemoOptions options;
+        options.folder = app;
+        options.sites = 3;
+        options.patients = 60;
+        options.engineProgram =
+            qelprn::test::writeStandInProgram(dir.filePath(u"engine"_s), {.argsFile = calls});
+        QString error;
+        QVERIFY2(qelprn::DemoProgramFolder(options).create(ui, &error), qPrintable(error));
+        PoolReset pool;
+        qelprn::AppContext ctx;
+        ctx.ui = &ui;
+        ctx.csAppDir = app;
+        ctx.iBaseKyotenCd = 1;
+        ctx.iBaseKyotenEb = 1;
+        QDir::setCurrent(app);
+        frmPrintSisetsuSeikyu form(
+            ctx, [](qelprn::AppContext& c, qint16 mode, qelprn::PrintConditionSource& source) {
+                qelprn::PrintRun(c).PrintSisetsuSeikyu(mode, source);
+            });
+        QVERIFY(form.Form_Load());
+        form.show();
+        auto* status = control<QLabel>(form, u"StatusRun"_s);
+        // An invoice-receipt, then the invoice over every site of both databases of the demo.
+        const QList<std::pair<int, QString>> kinds = {{3, u"請求書兼領収書.csv"_s},
+                                                      {5, u"施設請求データ.csv"_s}};
+        for (const auto& [kind, csv] : kinds) {
+            clickButton(control<QRadioButton>(form, u"optPrint_%1"_s.arg(kind)));
+            QTest::mouseClick(control<QPushButton>(form, u"cbPreview"_s), Qt::LeftButton);
+            QVERIFY2(ui.messages.isEmpty(), qPrintable(ui.texts().join(u'\n')));
+            QCOMPARE(ui.busyDepth, 0);
+            QVERIFY(QFileInfo(app + u"/TMP/"_s + csv).size() > 0);
+            QCOMPARE(qelprn::test::waitForArgs(calls, kind == 3 ? 3 : 6).mid(0, 2),
+                     (QStringList{u"2"_s, u"/c"_s}));
+            QVERIFY(status->text().endsWith(u"プレビューを開きました"_s));
+        }
+        QCOMPARE(form.selectedDatabases().size(), 2);
+
+        // A run that tells something puts its last message in the status bar.
+        control<QDateEdit>(form, u"imD_Out"_s)->setDate(QDate(2001, 1, 1));
+        QTest::mouseClick(control<QPushButton>(form, u"cbPreview"_s), Qt::LeftButton);
+        QVERIFY(status->text().endsWith(u"該当する実績データがありません。"_s));
+        QCOMPARE(ctx.ui, &ui);
     }
 };
 

@@ -2,6 +2,7 @@
 // engine program, starting it detached with "/c" and the command file, and the PDF hand-off.
 #include "app/Cp932.h"
 #include "report/cls_WfdPrintExe.h"
+#include "support/StandInProgram.h"
 #include "support/TestInteraction.h"
 #include "support/TestProgramFolder.h"
 
@@ -20,16 +21,6 @@ namespace {
 const QString kTovara =
     u"[SYSTEM]\nSYSTEM_SYS=\\SYS\nSYSTEM_TMP=\\TMP\nSYSTEM_ICON=\\ICON\nSYSTEM_DATA=\\DATA\n"
     u"BASEID=0101\n"_s;
-
-// A stand-in engine: a shell script that records its arguments and the command file it was given.
-void writeScript(const QString& path, const QString& body)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("#!/bin/sh\n" + body.toUtf8() + "\n");
-    file.close();
-    QVERIFY(file.setPermissions(file.permissions() | QFileDevice::ExeOwner));
-}
 
 QByteArray readAll(const QString& path)
 {
@@ -102,14 +93,21 @@ private slots:
         cls_WfdPrintExe wfd(ctx);
 
         // No FORM_ENGINE: our engine beside the program (absent beside a test); the message names
-        // the path tried, and the command file is written first, ready for a second try.
+        // the path tried. The command file is written before the engine is looked for: a previous
+        // run's file is replaced, never left for a second try to pick up.
         folder.writeSettingsFile(u"Tovara.ini"_s, kTovara);
+        const QString commandFile = folder.filePath(u"TMP/WfdCom.dat"_s);
+        QFile stale(commandFile);
+        QVERIFY(stale.open(QIODevice::WriteOnly) && stale.write("FileName,\"old.wfd\"\r\nPrintOut\r\n") > 0);
+        stale.close();
         QCOMPARE(wfd.iInit(u"a.wfd"_s, u"t"_s), 0);
         QVERIFY(wfd.iPreview(false) != 0);
         QCOMPARE(wfd.sErrMsg,
                  u"帳票印刷エンジン "_s + cls_WfdPrintExe::bundledEngine() + u" が見つかりません。"_s);
         QVERIFY(cls_WfdPrintExe::bundledEngine().startsWith(QCoreApplication::applicationDirPath()));
-        QVERIFY(QFile::exists(folder.filePath(u"TMP/WfdCom.dat"_s)));
+        QCOMPARE(readAll(commandFile), wfd.commandFileBytes(cls_WfdPrintExe::Action::Preview, false));
+        QVERIFY(wfd.iRenderPdf(true, folder.filePath(u"x.pdf"_s)) != 0);
+        QCOMPARE(readAll(commandFile), wfd.commandFileBytes(cls_WfdPrintExe::Action::Preview, true));
         QVERIFY(ui.messages.isEmpty()); // the optional key is read without a message
 
         // The suite's engine only when FORM_ENGINE names it; a bare name is looked for on the PATH
@@ -123,20 +121,15 @@ private slots:
             qPrintable(wfd.sErrMsg));
 
         // A path: started detached with "/c" and the command file as separate arguments.
-        const QString engine = folder.filePath(u"bin/fake engine"_s);
-        QVERIFY(QDir(folder.path()).mkpath(u"bin"_s));
-        writeScript(engine,
-                    u"for a in \"$@\"; do printf '%s\\n' \"$a\"; done > \"$(dirname \"$0\")/args.tmp\"\n"
-                    u"cp \"$2\" \"$(dirname \"$0\")/seen.dat\"\n"
-                    u"mv \"$(dirname \"$0\")/args.tmp\" \"$(dirname \"$0\")/args.txt\""_s);
+        const QString args = folder.filePath(u"bin/args.txt"_s);
+        const QString engine = test::writeStandInProgram(
+            folder.filePath(u"bin/fake engine"_s),
+            {.copyArg = 2, .copyTo = folder.filePath(u"bin/seen.dat"_s), .argsFile = args});
         folder.writeSettingsFile(u"Tovara.ini"_s, kTovara + u"[PRINT]\nFORM_ENGINE="_s + engine + u"\n"_s);
         QCOMPARE(wfd.iInit(u"a.wfd"_s, u"t"_s), 0);
         QCOMPARE(wfd.iSetDataText(1, u"d"_s, u"d.csv"_s), 0);
         QCOMPARE(wfd.iPrintDialog(true), 0);
-        const QString args = folder.filePath(u"bin/args.txt"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(args), 20000);
-        const QString commandFile = folder.filePath(u"TMP/WfdCom.dat"_s);
-        QCOMPARE(readAll(args), u"/c\n"_s.toUtf8() + commandFile.toUtf8() + "\n");
+        QCOMPARE(test::waitForArgs(args, 3), (QStringList{u"2"_s, u"/c"_s, commandFile}));
         QCOMPARE(readAll(folder.filePath(u"bin/seen.dat"_s)),
                  wfd.commandFileBytes(cls_WfdPrintExe::Action::PrintFromDialog, true));
 
@@ -155,11 +148,10 @@ private slots:
         test::TestProgramFolder folder;
         test::TestInteraction ui;
         const AppContext ctx = folder.context(ui);
-        QVERIFY(QDir(folder.path()).mkpath(u"bin"_s));
-        const QString record = u"cp \"$2\" \"$(dirname \"$0\")/%1.tmp\" && mv \"$(dirname \"$0\")/%1.tmp\" "
-                               u"\"$(dirname \"$0\")/%1.dat\""_s;
-        writeScript(folder.filePath(u"bin/WrVb6Viewer.exe"_s), record.arg(u"viewer"_s));
-        writeScript(folder.filePath(u"bin/wfrimg10.exe"_s), record.arg(u"job"_s));
+        for (const QString& name : {u"WrVb6Viewer"_s, u"wfrimg10"_s})
+            test::writeStandInProgram(
+                folder.filePath(u"bin/"_s + name + u".exe"_s),
+                {.copyArg = 2, .copyTo = folder.filePath(u"bin/"_s + name + u".dat"_s)});
         const QByteArray path = qgetenv("PATH");
         qputenv("PATH", QFile::encodeName(folder.filePath(u"bin"_s)) + ":" + path);
         const auto restore = qScopeGuard([&] { qputenv("PATH", path); });
@@ -169,8 +161,8 @@ private slots:
         QCOMPARE(wfd.iInit(u"a.wfd"_s, u"請求"_s), 0);
         QCOMPARE(wfd.iSetDataText(1, u"d"_s, u"d.csv"_s), 0);
         QCOMPARE(wfd.iPreviewActX(), 0);
-        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(folder.filePath(u"bin/viewer.dat"_s)), 20000);
-        QCOMPARE(readAll(folder.filePath(u"bin/viewer.dat"_s)),
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(folder.filePath(u"bin/WrVb6Viewer.dat"_s)), 20000);
+        QCOMPARE(readAll(folder.filePath(u"bin/WrVb6Viewer.dat"_s)),
                  toCp932(u"FileName,\"a.wfd\"\r\nTitle,\"請求\"\r\nSetDataText,\"d\",\"./TMP\\d.csv\"\r\n"
                          u"ShowWindow,2\r\n"_s));
 
@@ -182,7 +174,7 @@ private slots:
                                        u"setreport,\"b.wfd\"\r\nSetDataText,\"e\",\""_s +
                                        tmp + u"e.csv\",,,1\r\nAddReport\r\n"_s);
         QCOMPARE(wfd.jobFileBytes(), job);
-        QCOMPARE(readAll(folder.filePath(u"bin/job.dat"_s)), job);
+        QCOMPARE(readAll(folder.filePath(u"bin/wfrimg10.dat"_s)), job);
     }
 
     void rendersPdfAndWaits()
@@ -190,20 +182,28 @@ private slots:
         test::TestProgramFolder folder;
         test::TestInteraction ui;
         const AppContext ctx = folder.context(ui);
-        const QString engine = folder.filePath(u"engine.sh"_s);
+        const QString args = folder.filePath(u"args.txt"_s);
+        const QString engine =
+            test::writeStandInProgram(folder.filePath(u"engine"_s), {.copyArg = 4,
+                                                                     .copyTo = folder.filePath(u"seen.dat"_s),
+                                                                     .writeArg = 2,
+                                                                     .writeBytes = "pdf",
+                                                                     .argsFile = args});
         folder.writeSettingsFile(u"Tovara.ini"_s, kTovara + u"FORM_ENGINE="_s + engine + u"\n"_s);
         cls_WfdPrintExe wfd(ctx);
 
-        // The engine gets "--pdf FILE /c <command file>" and is waited for.
-        writeScript(engine, u"[ \"$1\" = --pdf ] && [ \"$3\" = /c ] && grep -q '^ShowWindow,2' \"$4\" && "
-                            u"printf pdf > \"$2\""_s);
+        // The engine gets "--pdf FILE /c <command file>" for a preview job and is waited for.
         QCOMPARE(wfd.iInit(u"a.wfd"_s, u"t"_s), 0);
         const QString pdf = folder.filePath(u"out.pdf"_s);
         QCOMPARE(wfd.iRenderPdf(false, pdf), 0);
         QCOMPARE(readAll(pdf), QByteArray("pdf"));
+        const QString commandFile = folder.filePath(u"TMP/WfdCom.dat"_s);
+        QCOMPARE(readAll(args), (u"4\n--pdf\n"_s + pdf + u"\n/c\n"_s + commandFile + u"\n"_s).toUtf8());
+        QVERIFY(readAll(folder.filePath(u"seen.dat"_s)).endsWith("ShowWindow,2\r\n"));
 
         // Its message on standard error becomes the error text.
-        writeScript(engine, u"echo 'レイアウト a.wfd がありません。' >&2; exit 2"_s);
+        test::writeStandInProgram(folder.filePath(u"engine"_s),
+                                  {.stderrText = u"レイアウト a.wfd がありません。"_s, .exitCode = 2});
         QVERIFY(wfd.iRenderPdf(false, pdf) != 0);
         QCOMPARE(wfd.sErrMsg, u"レイアウト a.wfd がありません。"_s);
     }

@@ -1,0 +1,100 @@
+#include "report/PrintKind.h"
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace qelprn {
+
+namespace {
+
+CsvResult seikyuCsv(const QString& path, const modPrint施設請求書& data, const QString& seal)
+{
+    return writeSeikyuCsv(path, data.aSisetsuSeikyu, seal);
+}
+
+CsvResult seikyuCsvAllDb(const QString& path, const modPrint施設請求書& data, const QString& seal)
+{
+    const SeikyuGroups groups{data.aSeikyuSisetsu, data.nSeikyuSisetsuCnt, data.aSeikyuJihi,
+                              data.nSeikyuJihiCnt};
+    return writeSeikyuCsvAllDb(path, groups, seal);
+}
+
+CsvResult kanjaCsv(const QString& path, const modPrint施設請求書& data, const QString& seal)
+{
+    return writeKanjaCsv(path, data.aKanjaSeikyu, data.jouken, seal);
+}
+
+CsvResult kenRyousyuuCsv(const QString& path, const modPrint施設請求書& data, const QString& seal)
+{
+    return writeKenRyousyuuCsv(path, data.aKenRyousyuu, data.jouken, seal);
+}
+
+using C = Condition;
+using M = modPrint施設請求書;
+
+const QString kSeikyuData = u"施設請求データ"_s;
+const QString kSeikyuCsv = u"施設請求データ.csv"_s;
+const QString kKenRyousyuu = u"請求書兼領収書"_s;
+const QString kKenRyousyuuCsv = u"請求書兼領収書.csv"_s;
+
+// What each query reads of the conditions: the invoices the billing facility and the printed names;
+// the co-payment lists the treated facility, the practitioner, the address grouping and their own
+// order; the invoice-receipts both facility kinds, the billing facility, one patient and their order.
+const Conditions kInvoice = C::BillingFacility | C::Corp | C::Clinic;
+const Conditions kList =
+    C::ServiceFacility | C::ServiceKind | C::Practitioner | C::ListSort | C::AddressFacility | C::Clinic;
+const Conditions kReceipt = C::BillingFacility | C::ServiceKind | C::Patient | C::Sort | C::Corp | C::Clinic;
+
+const std::array<PrintKind, 6>& table()
+{
+    static const std::array<PrintKind, 6> kinds = {{
+        {1, u"請求書(施設請求先別)"_s, u"施設別請求書.wfd"_s, kSeikyuData, kSeikyuCsv, false,
+         &M::iGetSeikyuData, seikyuCsv, kInvoice},
+        {2, u"一部負担金一覧表"_s, u"一部負担金一覧表_02.wfd"_s, kSeikyuData, kSeikyuCsv, false,
+         &M::iGetSeikyuData_Kanja_New, kanjaCsv, kList},
+        {3, u"一部負担金一覧表(回数区分あり)"_s, u"一部負担金一覧表_回数区分あり.wfd"_s, kSeikyuData,
+         kSeikyuCsv, false, &M::iGetSeikyuData_Kanja_New, kanjaCsv, kList},
+        {4, u"請求書兼領収書"_s, u"請求書兼領収書_回数区分あり.wfd"_s, kKenRyousyuu, kKenRyousyuuCsv, true,
+         &M::iGetSeikyuData_KenRyousyuu, kenRyousyuuCsv, kReceipt},
+        {5, u"請求書兼領収書(自費分)"_s, u"請求書兼領収書_回数区分あり_自費.wfd"_s, kKenRyousyuu,
+         kKenRyousyuuCsv, true, &M::iGetSeikyuData_KenRyousyuu, kenRyousyuuCsv, kReceipt},
+        {6, u"請求書(施設請求先別・拠点選択)"_s, u"施設別請求書.wfd"_s, kSeikyuData, kSeikyuCsv, false,
+         &M::iGetSeikyuData_ALLDB, seikyuCsvAllDb, kInvoice | C::Sites},
+    }};
+    return kinds;
+}
+
+} // namespace
+
+std::span<const PrintKind> printKinds()
+{
+    return table();
+}
+
+const PrintKind* printKind(int number)
+{
+    for (const PrintKind& kind : table()) {
+        if (kind.number == number)
+            return &kind;
+    }
+    return nullptr;
+}
+
+QString kindNumbersReading(Condition condition)
+{
+    QList<int> numbers;
+    for (const PrintKind& kind : table()) {
+        if (kind.reads(condition))
+            numbers.append(kind.number);
+    }
+    const bool run = numbers.size() > 2 && numbers.last() - numbers.first() == numbers.size() - 1;
+    if (run)
+        return QString::number(numbers.first()) + u" から "_s + QString::number(numbers.last());
+    QStringList texts;
+    for (int n : numbers)
+        texts.append(QString::number(n));
+    return texts.join(numbers.size() == 2 ? u" と "_s : u", "_s);
+}
+
+} // namespace qelprn
