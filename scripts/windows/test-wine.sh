@@ -25,11 +25,6 @@ declare -A skipped=(
     [engine_tst_engine_commands]="reads the PDFs back with poppler (pdftotext, pdfinfo), a Linux program"
     [engine_tst_engine_forms]="reads the PDFs back with poppler (pdftotext, pdfinfo), a Linux program"
     [engine_tst_engine_preview]="counts PDF pages with poppler (pdfinfo), a Linux program"
-    # Wine starts a /bin/sh script, but hands back exit status 0 and none of its output.
-    [forms_tst_auxforms]="its stand-in menu program is a /bin/sh script"
-    [forms_tst_preview_run]="its stand-in engine is a /bin/sh script"
-    [report_tst_print_run]="its stand-in engines are /bin/sh scripts whose exit status is checked"
-    [report_tst_wfd_print_exe]="its stand-in engines are /bin/sh scripts whose exit status is checked"
 )
 
 if [[ ! -f $zip ]]; then

@@ -1,4 +1,5 @@
 // The file part of the print-data writers.
+#include "app/RunTimeError.h"
 #include "report/PrintDataCsv.h"
 
 #include <QCoreApplication>
@@ -22,7 +23,13 @@ CsvResult writeCsvFile(const QString& path, const std::function<CsvResult(QIODev
     // Unbuffered: the writer keeps its own buffer, and a full disk shows at the write that hit it.
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
         return CsvWriteError::cannotCreate(path, file.errorString());
-    CsvResult result = body(&file);
+    CsvResult result;
+    try {
+        result = body(&file);
+    } catch (const RunTimeError& error) {
+        // A value the suite's arithmetic cannot hold ends the file as any other write failure does.
+        result = CsvWriteError{error.number, error.description};
+    }
     file.close();
     if (!result && file.error() != QFileDevice::NoError)
         result = CsvWriteError::writeFailed(file);

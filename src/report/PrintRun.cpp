@@ -4,6 +4,7 @@
 #include "app/LayoutPath.h"
 #include "app/Paths.h"
 #include "app/ProgramTitle.h"
+#include "app/SpaceTrim.h"
 #include "app/SysIni.h"
 #include "db/DbTraffic.h"
 #include "report/PrintKind.h"
@@ -25,14 +26,6 @@ template <std::size_t N> int firstSet(const std::array<bool, N>& options)
             return int(i);
     }
     return -1;
-}
-
-QString rtrimmed(const QString& text)
-{
-    qsizetype n = text.size();
-    while (n > 0 && text.at(n - 1) == u' ')
-        --n;
-    return text.left(n);
 }
 
 } // namespace
@@ -87,7 +80,7 @@ bool PrintRun::iGetPrintJouken(PrintConditionSource& form)
     j.nKanjaCd = v.imNum_CD;
     for (int k = 0; k < 2; ++k) {
         const bool chosen = v.cmbKaishaKbnEnabled[k] && v.cmbKaishaKbnListIndex[k] > 0;
-        (k == 0 ? j.sSisetsuType1 : j.sSisetsuType2) = chosen ? rtrimmed(v.cmbKaishaKbnText[k]) : QString();
+        (k == 0 ? j.sSisetsuType1 : j.sSisetsuType2) = chosen ? csRTrim(v.cmbKaishaKbnText[k]) : QString();
     }
     j.bSelSisetsuType = !v.optSelSisetsuType[0];
     j.iSortShisetsu = qint16(qMax(0, firstSet(v.optSortShisetsu)));

@@ -8,6 +8,7 @@
 #include <QBuffer>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -308,6 +309,15 @@ private slots:
         const CsvResult blocked = writeSeikyuCsv(dir.filePath(u"busy.csv"_s), {row}, QString());
         QVERIFY(blocked);
         QCOMPARE(blocked->number, 75);
+
+        // A share beyond 32 bits is the suite's overflow: a message, no file, no crash.
+        KanjaSeikyuRow huge;
+        huge.dFutan4Down = 3e9;
+        const QString kanja = dir.filePath(u"一部負担金データ.csv"_s);
+        const CsvResult overflow = writeKanjaCsv(kanja, {huge}, october(), QString());
+        QVERIFY(overflow);
+        QCOMPARE(overflow->number, 6);
+        QVERIFY(!QFileInfo::exists(kanja));
     }
 };
 

@@ -75,7 +75,8 @@ QStringList waitForArgs(const QString& argsFile, int lines)
             QFile file(argsFile);
             if (!file.open(QIODevice::ReadOnly))
                 return false;
-            read = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+            // A batch file's echo ends its lines with CR LF.
+            read = QString::fromUtf8(file.readAll()).remove(u'\r').split(u'\n', Qt::SkipEmptyParts);
             return read.size() >= lines;
         },
         20000);
