@@ -8,9 +8,11 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QRectF>
 #include <QRegularExpression>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <QVariant>
 
 namespace enginetest {
 
@@ -26,120 +28,120 @@ inline QString n(qint64 value)
     return QString::number(value);
 }
 
+// One line as the writers write it: texts quoted, numbers bare.
+inline QString csvLine(const QVariantList& fields)
+{
+    QStringList out;
+    for (const QVariant& f : fields)
+        out << (f.typeId() == QMetaType::QString ? q(f.toString()) : f.toString());
+    return out.join(u',');
+}
+
 inline bool writeCp932(const QString& path, const QStringList& lines)
 {
     QFile f(path);
     return f.open(QIODevice::WriteOnly) && f.write(qelprn::toCp932(lines.join(u"\r\n"_s) + u"\r\n"_s)) >= 0;
 }
 
-inline QString header(const QStringList& titles)
+// The title line of a file: every title quoted.
+inline QString header(const QString& titles)
 {
-    QStringList quoted;
-    for (const QString& t : titles)
-        quoted.append(q(t));
-    return quoted.join(u',');
+    return q(titles.split(u',').join(u"\",\""_s));
 }
 
-inline QStringList facilityTitles()
+inline QString facilityTitles()
 {
     return u"枠線描画,項番,施術年月,提出年月,請求先施設ID,請求先施設名,請求先郵便番号,請求先住所1,"
-           u"請求先住所2,本社名,"
-           u"本社郵便番号,本社住所,診療タイプ,治療院名,治療院郵便番号,治療院住所,施術施設名,施術施設人数,"
-           u"施術施設合計,"
-           u"施術施設負担額,備考,社印保存先"_s.split(u',');
+           u"請求先住所2,"
+           u"本社名,本社郵便番号,本社住所,診療タイプ,治療院名,治療院郵便番号,治療院住所,施術施設名,"
+           u"施術施設人数,施術施設合計,施術施設負担額,備考,社印保存先"_s;
 }
 
 // One line of "施設請求データ.csv" for the facility invoice (type 0 facility, 1 self-pay, -1 filler).
 inline QString facilityRow(int no, qint32 id, const QString& name, int type, const QString& treated,
                            int people, qint32 total, qint32 share, const QString& remark, const QString& seal)
 {
-    return QStringList{q(u"1"_s),
-                       n(no),
-                       q(u"2024/05/01"_s),
-                       q(u"2024/06/05"_s),
-                       n(id),
-                       q(name),
-                       q(u"166-0001"_s),
-                       q(u"東京都杉並区阿佐谷北1-2-3"_s),
-                       q(u"さくらビル2F"_s),
-                       q(u"株式会社ほほえみ"_s),
-                       q(u"160-0022"_s),
-                       q(u"東京都新宿区新宿1-1-1"_s),
-                       n(type),
-                       q(u"ほほえみ鍼灸院"_s),
-                       q(u"167-0051"_s),
-                       q(u"東京都杉並区荻窪5-6-7"_s),
-                       q(treated),
-                       n(people),
-                       n(total),
-                       n(share),
-                       q(remark),
-                       q(seal)}
-        .join(u',');
+    return csvLine({u"1"_s,
+                    no,
+                    u"2024/05/01"_s,
+                    u"2024/06/05"_s,
+                    id,
+                    name,
+                    u"166-0001"_s,
+                    u"東京都杉並区阿佐谷北1-2-3"_s,
+                    u"さくらビル2F"_s,
+                    u"株式会社ほほえみ"_s,
+                    u"160-0022"_s,
+                    u"東京都新宿区新宿1-1-1"_s,
+                    type,
+                    u"ほほえみ鍼灸院"_s,
+                    u"167-0051"_s,
+                    u"東京都杉並区荻窪5-6-7"_s,
+                    treated,
+                    people,
+                    total,
+                    share,
+                    remark,
+                    seal});
 }
 
-inline QStringList patientTitles()
+inline QString patientTitles()
 {
     return u"枠線描画,項番,施術年月,提出年月,施術日From,施術日To,施設ID,施設名,治療院名,部屋番号,利用者ID,"
-           u"利用者名,"
-           u"診療タイプ,施術回数,保険総合計,利用者負担割合,利用者請求額,保険有無,利用者請求額4回以下,"
-           u"利用者請求額5回以上,"
-           u"保険略名,保険自己負担額,自由診療額,治療院郵便番号,治療院住所,治療院電話番号,治療院FAX番号,"
-           u"治療院金融機関,"
-           u"治療院預金種別,治療院口座番号,治療院名義人,施設支払方法,社印保存先"_s.split(u',');
+           u"利用者名,診療タイプ,施術回数,保険総合計,利用者負担割合,利用者請求額,保険有無,"
+           u"利用者請求額4回以下,利用者請求額5回以上,保険略名,保険自己負担額,自由診療額,治療院郵便番号,"
+           u"治療院住所,治療院電話番号,治療院FAX番号,治療院金融機関,治療院預金種別,治療院口座番号,"
+           u"治療院名義人,施設支払方法,社印保存先"_s;
 }
 
-// One line of the per-patient "施設請求データ.csv" (co-payment lists).
+// One line of the per-patient "施設請求データ.csv" (co-payment lists); share code 2 (1割).
 inline QString patientRow(int no, qint32 facility, const QString& facilityName, const QString& patient,
                           qint32 total, qint32 billed, const QString& seal)
 {
-    return QStringList{q(u"1"_s),
-                       n(no),
-                       q(u"2024/05/01"_s),
-                       q(u"2024/06/05"_s),
-                       q(u"2024/05/01"_s),
-                       q(u"2024/05/31"_s),
-                       n(facility),
-                       q(facilityName),
-                       q(u"ほほえみ鍼灸院"_s),
-                       n(100 + no),
-                       n(5000 + no),
-                       q(patient),
-                       n(0),
-                       n(8),
-                       n(total),
-                       n(2), // share code 2: 1割, as the amounts
-                       n(billed),
-                       n(1),
-                       n(billed / 2),
-                       n(billed - billed / 2),
-                       q(u"後期高齢"_s),
-                       n(billed),
-                       n(0),
-                       q(u"167-0051"_s),
-                       q(u"東京都杉並区荻窪5-6-7"_s),
-                       q(u"03-1234-5678"_s),
-                       q(u"03-1234-5679"_s),
-                       q(u"みずほ銀行 荻窪支店"_s),
-                       q(u"普通預金"_s),
-                       q(u"1234567"_s),
-                       q(u"ホホエミシンキュウイン"_s),
-                       n(1),
-                       q(seal)}
-        .join(u',');
+    return csvLine({u"1"_s,
+                    no,
+                    u"2024/05/01"_s,
+                    u"2024/06/05"_s,
+                    u"2024/05/01"_s,
+                    u"2024/05/31"_s,
+                    facility,
+                    facilityName,
+                    u"ほほえみ鍼灸院"_s,
+                    100 + no,
+                    5000 + no,
+                    patient,
+                    0,
+                    8,
+                    total,
+                    2,
+                    billed,
+                    1,
+                    billed / 2,
+                    billed - billed / 2,
+                    u"後期高齢"_s,
+                    billed,
+                    0,
+                    u"167-0051"_s,
+                    u"東京都杉並区荻窪5-6-7"_s,
+                    u"03-1234-5678"_s,
+                    u"03-1234-5679"_s,
+                    u"みずほ銀行 荻窪支店"_s,
+                    u"普通預金"_s,
+                    u"1234567"_s,
+                    u"ホホエミシンキュウイン"_s,
+                    1,
+                    seal});
 }
 
-inline QStringList receiptTitles()
+inline QString receiptTitles()
 {
-    QStringList t =
-        u"枠線描画,施術年月,提出年月,施術日From,施術日To,利用者ID,利用者名,保険種別,負担割合,施術回数"_s
-            .split(u',');
+    QString t =
+        u"枠線描画,施術年月,提出年月,施術日From,施術日To,利用者ID,利用者名,保険種別,負担割合,施術回数"_s;
     for (int i = 1; i <= 11; ++i)
-        t << u"施術日"_s + n(i) << u"保険内金額"_s + n(i) << u"一部負担金"_s + n(i) << u"自費金額"_s + n(i);
-    t << u"保険内金額合計,一部負担金合計,自費合計,備考_部位,備考_変形,備考_鍼灸,備考_往療,備考_日別施術内容,"
-         u"請求元〒,"
-         u"請求元住所,請求元社名,請求元屋号,請求元電話番号,請求元FAX番号,保険略名,社印保存先"_s.split(u',');
-    return t;
+        t += u",施術日%1,保険内金額%1,一部負担金%1,自費金額%1"_s.arg(i);
+    return t + u",保険内金額合計,一部負担金合計,自費合計,備考_部位,備考_変形,備考_鍼灸,備考_往療,"
+               u"備考_日別施術内容,請求元〒,請求元住所,請求元社名,請求元屋号,請求元電話番号,請求元FAX番号,"
+               u"保険略名,社印保存先"_s;
 }
 
 // One line of "請求書兼領収書.csv": days treatment days of 5,700 yen, 570.5 co-payment, 1,000
@@ -149,28 +151,21 @@ inline QString receiptRow(qint32 id, const QString& patient, int days, const QSt
                           int totalDays = 0)
 {
     const int month = totalDays > 0 ? totalDays : days;
-    QStringList f = {q(u"1"_s),
-                     q(u"2024/05/01"_s),
-                     q(u"2024/06/05"_s),
-                     q(u"2024/05/01"_s),
-                     q(u"2024/05/31"_s),
-                     n(id),
-                     q(patient),
-                     n(1),
-                     n(2), // share code 2: 1割
-                     n(month)};
+    QVariantList f = {
+        u"1"_s, u"2024/05/01"_s, u"2024/06/05"_s, u"2024/05/01"_s, u"2024/05/31"_s, id, patient, 1, 2,
+        month}; // share code 2: 1割
     for (int i = 1; i <= 11; ++i) {
         const bool used = i <= days;
         const int day = firstDay + i - 1;
-        f << q(used ? u"2024/05/%1"_s.arg(day * 2, 2, 10, QChar(u'0')) : QString()) << n(used ? 5700 : 0)
-          << (used ? u"570.5"_s : u"0"_s) << n(used ? 1000 : 0);
+        f << (used ? u"2024/05/%1"_s.arg(day * 2, 2, 10, QChar(u'0')) : QString()) << (used ? 5700 : 0)
+          << (used ? 570.5 : 0) << (used ? 1000 : 0);
     }
     // The month totals, the same on every line of the patient.
-    f << n(5700 * month) << QString::number(570.5 * month) << n(1000 * month) << q(u"マッサージ 5部位"_s)
-      << q(u""_s) << q(u""_s) << q(u"往療料加算"_s) << q(u"5/2 マッサージ、温あんあり"_s) << q(u"167-0051"_s)
-      << q(u"東京都杉並区荻窪5-6-7"_s) << q(u"株式会社ほほえみ"_s) << q(u"ほほえみ鍼灸院"_s)
-      << q(u"03-1234-5678"_s) << q(u"03-1234-5679"_s) << q(u"後期高齢"_s) << q(seal);
-    return f.join(u',');
+    f << 5700 * month << 570.5 * month << 1000 * month << u"マッサージ 5部位"_s << QString() << QString()
+      << u"往療料加算"_s << u"5/2 マッサージ、温あんあり"_s << u"167-0051"_s << u"東京都杉並区荻窪5-6-7"_s
+      << u"株式会社ほほえみ"_s << u"ほほえみ鍼灸院"_s << u"03-1234-5678"_s << u"03-1234-5679"_s
+      << u"後期高齢"_s << seal;
+    return csvLine(f);
 }
 
 inline QString layoutPath(const QString& file)
@@ -248,6 +243,41 @@ inline QString pdfText(const QString& pdf, int page = 0, bool layout = false)
     p.start(u"pdftotext"_s, args);
     p.waitForFinished(60000);
     return QString::fromUtf8(p.readAllStandardOutput());
+}
+
+// A word of a PDF page where "pdftotext -bbox" places it, in millimetres from the paper's top left.
+struct PdfWord
+{
+    QString text;
+    QRectF box;
+};
+
+struct PdfPage
+{
+    QSizeF size; // mm
+    QList<PdfWord> words;
+};
+
+inline QList<PdfPage> pdfWords(const QString& pdf)
+{
+    QProcess p;
+    p.start(u"pdftotext"_s, {u"-bbox"_s, pdf, u"-"_s});
+    p.waitForFinished(60000);
+    const QString html = QString::fromUtf8(p.readAllStandardOutput());
+    static const QRegularExpression tag(
+        uR"re(<page width="([\d.]+)" height="([\d.]+)"|)re"
+        uR"re(<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="([\d.]+)">([^<]*))re"_s);
+    constexpr qreal mm = 25.4 / 72;
+    QList<PdfPage> pages;
+    for (auto it = tag.globalMatch(html); it.hasNext();) {
+        const QRegularExpressionMatch m = it.next();
+        auto at = [&m](int i) { return m.captured(i).toDouble() * mm; };
+        if (m.capturedLength(1) > 0)
+            pages.append({QSizeF(at(1), at(2)), {}});
+        else if (!pages.isEmpty())
+            pages.last().words.append({m.captured(7), QRectF(QPointF(at(3), at(4)), QPointF(at(5), at(6)))});
+    }
+    return pages;
 }
 
 // "n / m" as pdftotext gives it (with or without the blanks).

@@ -1,5 +1,6 @@
-// The command file "WfdCom.dat": every command, what each does to the output, and every kind of
-// bad input, which must end the engine with one message naming the file and line and status 2.
+// The command file "WfdCom.dat" and the layout: every rendering property of a layout and every
+// command, read back from where the words land in the PDF, and every kind of bad input, which must
+// end the engine with one message naming the file and line and status 2.
 
 #include "EngineTestData.h"
 #include "engine/CommandFile.h"
@@ -7,7 +8,6 @@
 #include "engine/LayoutReader.h"
 #include "engine/ValueFormat.h"
 
-#include <QImage>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -16,55 +16,40 @@ using namespace enginetest;
 using qelprn::engine::EngineError;
 using qelprn::engine::EngineJob;
 
-namespace {
-
-// Left and right edge of the ink on a rendered page.
-std::pair<int, int> inkColumns(const QString& png)
-{
-    const QImage image(png);
-    int left = image.width();
-    int right = -1;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (qGray(image.pixel(x, y)) < 200) {
-                left = qMin(left, x);
-                right = qMax(right, x);
-            }
-        }
-    }
-    return {left, right};
-}
-
-} // namespace
-
 class tst_engine_commands : public QObject
 {
     Q_OBJECT
 
+public:
+    // How a word must sit in its item's box.
+    enum Check { Left, Right, Center, Fits, Overflows, Wraps, Empty, Paper };
+    Q_ENUM(Check)
+
 private:
     QTemporaryDir m_dir;
+    QHash<QString, QList<PdfPage>> m_rendered; // by the extra command lines
     QString path(const QString& name) const { return m_dir.filePath(name); }
 
-    QString facilityData(int rows)
+    // tests/engine/properties.wfd over five rows in two groups: A (4 rows, 3 slots a page: two
+    // pages) and B (one page), with the extra command lines.
+    const QList<PdfPage>& rendered(const QStringList& extra)
     {
-        QStringList lines = {header(facilityTitles())};
-        for (int i = 1; i <= rows; ++i)
-            lines << facilityRow(i, 12, u"さくら苑"_s, 0, u"さくら苑 %1号館"_s.arg(i), 1, 10000, 1000, {},
-                                 {});
-        const QString file = u"data%1.csv"_s.arg(rows);
-        return writeCp932(path(file), lines) ? file : QString();
-    }
-
-    // Runs the facility invoice with extra command lines into name.pdf (and PNGs at 60 dpi).
-    Run renderWith(const QString& name, const QStringList& extra, int rows = 10, bool png = false)
-    {
-        const QString command = path(name + u".dat"_s);
-        writeCommandFile(command, layoutPath(u"施設別請求書.wfd"_s), u"施設請求データ"_s, facilityData(rows),
-                         extra);
-        QStringList args = {u"--pdf"_s, path(name + u".pdf"_s)};
-        if (png)
-            args << u"--png"_s << path(name) << u"--dpi"_s << u"60"_s;
-        return runEngine(args << u"/c"_s << command);
+        const QString key = extra.join(u'|');
+        if (!m_rendered.contains(key)) {
+            const QString name = u"props%1"_s.arg(m_rendered.size());
+            writeCp932(path(u"props.csv"_s),
+                       {u"\"G\",\"NAME\",\"AMOUNT\",\"ROOM\",\"KIND\""_s, u"\"A\",\"Alpha\",1234,0,1"_s,
+                        u"\"A\",\"Beta\",0,101,0"_s, u"\"A\",\"\",5678,102,1"_s,
+                        u"\"A\",\"Delta\",900,103,0"_s, u"\"B\",\"Echo\",42,0,1"_s});
+            writeCommandFile(path(name + u".dat"_s),
+                             qEnvironmentVariable("QELPRN_SOURCE_DIR") + u"/tests/engine/properties.wfd"_s,
+                             u"props"_s, u"props.csv"_s, extra, u"PrintOut"_s);
+            const Run r = runEngine({u"--pdf"_s, path(name + u".pdf"_s), u"/c"_s, path(name + u".dat"_s)});
+            if (r.exitCode != 0)
+                qWarning().noquote() << r.err;
+            m_rendered.insert(key, pdfWords(path(name + u".pdf"_s)));
+        }
+        return m_rendered[key];
     }
 
 private slots:
@@ -77,12 +62,6 @@ private slots:
                              u"Title,\"施設請求書印刷\"\r\n"
                              u"SetDataText,\"施設請求データ\",\"施設請求データ.csv\"\r\n"
                              u"SetDataText,\"明細\",\"/data/明細.csv\",,,1\r\n"
-                             u"PrintOffsetX, 15\r\n"
-                             u"PrintOffsetY, -20\r\n"
-                             u"PrintZoom, 90\r\n"
-                             u"SectionRepeatStart, 3\r\n"
-                             u"PrintPaper, B5\r\n"
-                             u"SetItemValue,\"pageHeader.表題\",\"御請求書\"\r\n"
                              u"SetItemValue,\"宛名\",\"A,B\"\r\n"
                              u"PrintOutFromDialog\r\n"_s;
         EngineJob job;
@@ -98,14 +77,8 @@ private slots:
         QVERIFY(!job.data[0].noTitle);
         QCOMPARE(job.data[1].path, u"/data/明細.csv"_s);
         QVERIFY(job.data[1].noTitle);
-        QCOMPARE(job.offsetX, 15);
-        QCOMPARE(job.offsetY, -20);
-        QCOMPARE(job.zoom, 90);
-        QCOMPARE(job.repeatStart, 3);
-        QCOMPARE(job.paper, u"B5"_s);
-        QCOMPARE(job.items.size(), 2);
-        QCOMPARE(job.items[0].item, u"pageHeader.表題"_s);
-        QCOMPARE(job.items[1].value, u"A,B"_s);
+        QCOMPARE(job.items.size(), 1);
+        QCOMPARE(job.items[0].value, u"A,B"_s);
         QCOMPARE(job.action, EngineJob::Action::PrintOutFromDialog);
 
         for (const auto& [line, action] : {std::pair{u"ShowWindow,2"_s, EngineJob::Action::Preview},
@@ -114,7 +87,6 @@ private slots:
                 qelprn::toCp932(u"FileName,\"/a.wfd\"\r\n"_s + line + u"\r\n"_s), path(u"c.dat"_s), job,
                 &error));
             QCOMPARE(job.action, action);
-            QCOMPARE(job.zoom, 2); // unchanged unless given
         }
     }
 
@@ -135,11 +107,7 @@ private slots:
     void formatsValues()
     {
         using qelprn::engine::formatValue;
-        QCOMPARE(formatValue(u"1234567"_s, u"number"_s), u"1,234,567"_s);
         QCOMPARE(formatValue(u"-1234.5"_s, u"number"_s), u"-1,234.5"_s);
-        QCOMPARE(formatValue(u"375368"_s, u"yen"_s), u"¥375,368"_s);
-        QCOMPARE(formatValue(u"0"_s, u"number"_s, true), QString());
-        QCOMPARE(formatValue(u"0"_s, u"number"_s), u"0"_s);
         QCOMPARE(formatValue(u"2024/05/01"_s, u"month"_s), u"2024年5月分"_s);
         QCOMPARE(formatValue(u"2024/05/01"_s, u"era-month"_s), u"令和6年5月分"_s);
         QCOMPARE(formatValue(u"2019/05/01"_s, u"era-month"_s), u"令和元年5月分"_s);
@@ -186,40 +154,121 @@ private slots:
         }
     }
 
-    void commandsChangeTheOutput()
+    void rendersEachProperty_data()
     {
-        // SetItemValue on a fixed text (with its section) and on a field.
-        Run r = renderWith(u"items"_s, {u"SetItemValue,\"pageHeader.表題\",\"御請求書\""_s,
-                                        u"SetItemValue,\"宛名\",\"テスト施設\""_s});
-        QCOMPARE(r.exitCode, 0);
-        const QString text = pdfText(path(u"items.pdf"_s));
-        QVERIFY(text.contains(u"御請求書"_s));
-        QVERIFY(text.contains(u"テスト施設"_s));
-        QVERIFY(!text.contains(u"さくら苑\n"_s));
+        QTest::addColumn<QStringList>("commands"); // extra lines of the command file
+        QTest::addColumn<int>("page");
+        QTest::addColumn<QString>("text"); // the words whose centres lie in the box, joined
+        QTest::addColumn<QRectF>("box");   // the item's box on the paper, mm
+        QTest::addColumn<Check>("check");
 
-        // PrintPaper: the pages are B5 (182 x 257 mm).
-        QCOMPARE(renderWith(u"b5"_s, {u"PrintPaper, B5"_s}).exitCode, 0);
-        const Run info = runProgram(u"pdfinfo"_s, {path(u"b5.pdf"_s)});
-        QVERIFY2(info.err.contains(QRegularExpression(u"Page size:\\s+51[56]\\.?\\d* x 72[89]"_s)),
-                 qPrintable(info.err));
+        // Margins 10 mm; detail slots of 10 mm from 40 mm down the paper.
+        const QRectF amount(30, 40, 40, 10), yen(80, 40, 40, 10), room(130, 40, 20, 10),
+            name(155, 40, 30, 10);
+        const QRectF kind(188, 40, 12, 10), number(10, 40, 10, 10), footer(30, 100, 40, 6);
+        const QRectF firstOnly(10, 20, 40, 6), lastOnly(10, 90, 40, 6);
+        auto slot = [](QRectF box, int n) { return box.translated(0, 10 * n); };
+        auto row = [](const char* what, int page, const QString& text, QRectF box, Check check,
+                      const QStringList& commands = {}) {
+            QTest::newRow(what) << commands << page << text << box << check;
+        };
+        row("blank zero", 1, {}, slot(amount, 1), Empty);
+        row("zero printed", 1, u"¥0"_s, slot(yen, 1), Center);
+        row("right alignment", 1, u"1,234"_s, amount, Right);
+        row("centre alignment", 1, u"¥1,234"_s, yen, Center);
+        row("left alignment", 1, u"101"_s, slot(room, 1), Left);
+        row("blank zero of a text column", 1, {}, room, Empty);
+        row("prefix and suffix", 1, u"[Alpha]"_s, name, Left);
+        row("no prefix without a value", 1, {}, slot(name, 2), Empty);
+        row("condition met", 1, u"自費"_s, kind, Left);
+        row("condition not met", 1, {}, slot(kind, 1), Empty);
+        row("row number goes on over pages", 2, u"4"_s, number, Right);
+        row("row number starts per group", 3, u"1"_s, number, Right);
+        row("page of the group", 2, u"P2/2"_s, {10, 10, 30, 6}, Left);
+        row("pages of the next group", 3, u"P1/1"_s, {10, 10, 30, 6}, Left);
+        row("sheet of the job", 2, u"S2/3"_s, {50, 10, 30, 6}, Left);
+        row("shrink to fit", 1, u"縮小して枠に収める長い見出し"_s, {90, 10, 25, 6}, Fits);
+        row("no shrink", 1, u"はみ出したままの長い見出し"_s, {120, 10, 25, 6}, Overflows);
+        row("wrap", 1, u"折り返して二行になる長い説明文"_s, {60, 20, 30, 12}, Wraps);
+        // A radical beside its ideograph and both wave dashes, each pair one glyph in the font: the
+        // text layer names each as drawn.
+        row("characters as drawn", 1, u"⽇本日本〜～"_s, {110, 20, 40, 6}, Center);
+        row("first-page band", 1, u"初頁だけ"_s, firstOnly, Left);
+        row("first-page band later", 2, {}, firstOnly, Empty);
+        row("last-page band", 2, u"最終頁だけ"_s, lastOnly, Left);
+        row("last-page band earlier", 1, {}, lastOnly, Empty);
+        row("continued", 1, u"次頁へ続く"_s, footer, Right);
+        row("group sum on its last page", 2, u"7,812"_s, footer, Right);
+        row("sum of the next group", 3, u"42"_s, footer, Right);
 
-        // SectionRepeatStart: ten rows starting at slot 20 of 25 run onto a second page.
-        QCOMPARE(renderWith(u"one"_s, {}).exitCode, 0);
-        QCOMPARE(pdfPages(path(u"one.pdf"_s)), 1);
-        QCOMPARE(renderWith(u"repeat"_s, {u"SectionRepeatStart, 20"_s}).exitCode, 0);
-        QCOMPARE(pdfPages(path(u"repeat.pdf"_s)), 2);
+        row("SetItemValue on a text", 1, u"差替"_s, firstOnly, Left,
+            {u"SetItemValue,\"groupHeader.見出し\",\"差替\""_s});
+        row("SetItemValue on a field", 2, u"[固定]"_s, name, Left, {u"SetItemValue,\"名前\",\"固定\""_s});
+        row("PrintOffsetX and Y", 1, u"1,234"_s, amount.translated(10, -5), Right,
+            {u"PrintOffsetX, 100"_s, u"PrintOffsetY, -50"_s});
+        row("PrintZoom", 1, u"1,234"_s, {15, 20, 20, 5}, Right, {u"PrintZoom, 50"_s});
+        row("PrintPaper", 1, {}, {0, 0, 182, 257}, Paper, {u"PrintPaper, B5"_s});
+        const qreal b5 = 257.0 / 297; // the A4 form scaled as a whole to fit B5
+        row("PrintPaper scales", 1, u"1,234"_s, {30 * b5, 40 * b5, 40 * b5, 10 * b5}, Right,
+            {u"PrintPaper, B5"_s});
+        row("SectionRepeatStart", 1, u"1,234"_s, slot(amount, 2), Right, {u"SectionRepeatStart, 3"_s});
+        row("SectionRepeatStart next page", 2, u"[Beta]"_s, name, Left, {u"SectionRepeatStart, 3"_s});
+    }
 
-        // PrintOffsetX moves the ink right (10 mm = 24 px at 60 dpi); PrintZoom shrinks it.
-        QCOMPARE(renderWith(u"plain"_s, {}, 10, true).exitCode, 0);
-        QCOMPARE(renderWith(u"offset"_s, {u"PrintOffsetX, 100"_s}, 10, true).exitCode, 0);
-        QCOMPARE(renderWith(u"zoom"_s, {u"PrintZoom, 50"_s}, 10, true).exitCode, 0);
-        const auto plain = inkColumns(path(u"plain/page-0001.png"_s));
-        const auto offset = inkColumns(path(u"offset/page-0001.png"_s));
-        const auto zoom = inkColumns(path(u"zoom/page-0001.png"_s));
-        QVERIFY(qAbs(offset.first - plain.first - 24) <= 1);
-        QVERIFY2(
-            qAbs((zoom.second - zoom.first) * 2 - (plain.second - plain.first)) <= 4,
-            qPrintable(u"%1-%2 %3-%4"_s.arg(zoom.first).arg(zoom.second).arg(plain.first).arg(plain.second)));
+    void rendersEachProperty()
+    {
+        QFETCH(QStringList, commands);
+        QFETCH(int, page);
+        QFETCH(QString, text);
+        QFETCH(QRectF, box);
+        QFETCH(Check, check);
+        const QList<PdfPage>& pages = rendered(commands);
+        QVERIFY(pages.size() >= page);
+        const PdfPage& on = pages[page - 1];
+        if (check == Paper) {
+            QVERIFY2(qAbs(on.size.width() - box.width()) < 1 && qAbs(on.size.height() - box.height()) < 1,
+                     qPrintable(u"%1 x %2 mm"_s.arg(on.size.width()).arg(on.size.height())));
+            return;
+        }
+        QStringList words;
+        QRectF ink;
+        for (const PdfWord& w : on.words) {
+            if (box.contains(w.box.center())) {
+                words << w.text;
+                ink |= w.box;
+            }
+        }
+        const QString seen = u"%1 at %2-%3 mm"_s.arg(words.join(u' ')).arg(ink.left()).arg(ink.right());
+        QVERIFY2(words.join(QString()) == text, qPrintable(seen));
+        constexpr qreal near = 0.3; // mm: whole engine units and the PDF's rounding
+        const bool left = qAbs(ink.left() - box.left()) < near;
+        const bool right = qAbs(ink.right() - box.right()) < near;
+        switch (check) {
+        case Left:
+            QVERIFY2(left, qPrintable(seen));
+            break;
+        case Right:
+            QVERIFY2(right, qPrintable(seen));
+            break;
+        case Center:
+            QVERIFY2(qAbs(ink.center().x() - box.center().x()) < near, qPrintable(seen));
+            break;
+        case Fits:
+            QVERIFY2(left && right, qPrintable(seen));
+            break;
+        case Overflows:
+            QVERIFY2(left && ink.right() > box.right() + 5, qPrintable(seen));
+            break;
+        case Wraps:
+            // Two lines (of 3.5 mm) from the box's top ("valign": "top"), neither past its edge.
+            QVERIFY2(left && ink.right() <= box.right() + near && words.size() == 2 && ink.height() > 6 &&
+                         qAbs(ink.top() - box.top()) < 1,
+                     qPrintable(seen));
+            break;
+        case Empty:
+        case Paper:
+            break;
+        }
     }
 
     void dataWithoutTitleLine()
@@ -229,8 +278,6 @@ private slots:
         QFile layout(path(u"list.wfd"_s));
         QVERIFY(layout.open(QIODevice::WriteOnly));
         layout.write("{ \"data\": \"一覧\", \"groupBy\": \"#1\",\n"
-                     "  \"pageHeader\": { \"items\": [ { \"type\": \"text\", \"text\": \"一覧表 ⽇本日本〜～ "
-                     "{page}/{pages}\", \"x\": 0, \"y\": 0, \"w\": 100, \"h\": 8 } ] },\n"
                      "  \"detail\": { \"top\": 10, \"rows\": 5, \"rowHeight\": 6, \"items\": [\n"
                      "    { \"type\": \"field\", \"column\": \"#1\", \"suffix\": \" 御中\", \"x\": 0, \"y\": "
                      "0, \"w\": 60, \"h\": 6 },\n"
@@ -245,9 +292,6 @@ private slots:
         QCOMPARE(pdfPages(path(u"notitle.pdf"_s)), 2);
         const QString text = pdfText(path(u"notitle.pdf"_s));
         QVERIFY(text.contains(u"A社 御中"_s));
-        // The title holds a radical beside its ideograph and both wave dashes: the text layer names
-        // each as drawn, though each pair shares one glyph in the font.
-        QVERIFY2(text.contains(u"一覧表 ⽇本日本〜～ 1/1"_s), qPrintable(text));
         QVERIFY(text.contains(u"¥3,400"_s));
     }
 
@@ -295,8 +339,8 @@ private slots:
         QTest::newRow("unknown item") << with(2, u"SetItemValue,\"detail.なし\",\"1\""_s) << good
                                       << u"WfdCom.dat:3"_s << u"detail.なし"_s;
         QTest::newRow("column missing")
-            << ok << QString(header(facilityTitles().mid(0, 21)) + u'\n' + u"\"1\",1"_s) << u"data.csv:1"_s
-            << u"社印保存先"_s;
+            << ok << QString(header(facilityTitles().section(u',', 0, 20)) + u'\n' + u"\"1\",1"_s)
+            << u"data.csv:1"_s << u"社印保存先"_s;
         QTest::newRow("malformed data line")
             << ok << QString(good + u'\n' + u"\"1\",2,\"2024/05/01"_s) << u"data.csv:3"_s << u"\""_s;
         QTest::newRow("no data rows") << ok << header(facilityTitles()) << u"data.csv"_s << u"データ行"_s;
