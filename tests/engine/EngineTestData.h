@@ -5,6 +5,7 @@
 
 #include "app/Cp932.h"
 
+#include <QDebug>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -13,6 +14,7 @@
 #include <QStringList>
 #include <QTemporaryDir>
 #include <QVariant>
+#include <algorithm>
 
 namespace enginetest {
 
@@ -61,28 +63,12 @@ inline QString facilityTitles()
 inline QString facilityRow(int no, qint32 id, const QString& name, int type, const QString& treated,
                            int people, qint32 total, qint32 share, const QString& remark, const QString& seal)
 {
-    return csvLine({u"1"_s,
-                    no,
-                    u"2024/05/01"_s,
-                    u"2024/06/05"_s,
-                    id,
-                    name,
-                    u"166-0001"_s,
-                    u"東京都杉並区阿佐谷北1-2-3"_s,
-                    u"さくらビル2F"_s,
-                    u"株式会社ほほえみ"_s,
-                    u"160-0022"_s,
-                    u"東京都新宿区新宿1-1-1"_s,
-                    type,
-                    u"ほほえみ鍼灸院"_s,
-                    u"167-0051"_s,
-                    u"東京都杉並区荻窪5-6-7"_s,
-                    treated,
-                    people,
-                    total,
-                    share,
-                    remark,
-                    seal});
+    return csvLine(QVariantList() << u"1"_s << no << u"2024/05/01"_s << u"2024/06/05"_s << id << name
+                                  << u"166-0001"_s << u"東京都杉並区阿佐谷北1-2-3"_s << u"さくらビル2F"_s
+                                  << u"株式会社ほほえみ"_s << u"160-0022"_s << u"東京都新宿区新宿1-1-1"_s
+                                  << type << u"ほほえみ鍼灸院"_s << u"167-0051"_s
+                                  << u"東京都杉並区荻窪5-6-7"_s << treated << people << total << share
+                                  << remark << seal);
 }
 
 inline QString patientTitles()
@@ -98,39 +84,13 @@ inline QString patientTitles()
 inline QString patientRow(int no, qint32 facility, const QString& facilityName, const QString& patient,
                           qint32 total, qint32 billed, const QString& seal)
 {
-    return csvLine({u"1"_s,
-                    no,
-                    u"2024/05/01"_s,
-                    u"2024/06/05"_s,
-                    u"2024/05/01"_s,
-                    u"2024/05/31"_s,
-                    facility,
-                    facilityName,
-                    u"ほほえみ鍼灸院"_s,
-                    100 + no,
-                    5000 + no,
-                    patient,
-                    0,
-                    8,
-                    total,
-                    2,
-                    billed,
-                    1,
-                    billed / 2,
-                    billed - billed / 2,
-                    u"後期高齢"_s,
-                    billed,
-                    0,
-                    u"167-0051"_s,
-                    u"東京都杉並区荻窪5-6-7"_s,
-                    u"03-1234-5678"_s,
-                    u"03-1234-5679"_s,
-                    u"みずほ銀行 荻窪支店"_s,
-                    u"普通預金"_s,
-                    u"1234567"_s,
-                    u"ホホエミシンキュウイン"_s,
-                    1,
-                    seal});
+    return csvLine(QVariantList() << u"1"_s << no << u"2024/05/01"_s << u"2024/06/05"_s << u"2024/05/01"_s
+                                  << u"2024/05/31"_s << facility << facilityName << u"ほほえみ鍼灸院"_s
+                                  << 100 + no << 5000 + no << patient << 0 << 8 << total << 2 << billed << 1
+                                  << billed / 2 << billed - billed / 2 << u"後期高齢"_s << billed << 0
+                                  << u"167-0051"_s << u"東京都杉並区荻窪5-6-7"_s << u"03-1234-5678"_s
+                                  << u"03-1234-5679"_s << u"みずほ銀行 荻窪支店"_s << u"普通預金"_s
+                                  << u"1234567"_s << u"ホホエミシンキュウイン"_s << 1 << seal);
 }
 
 inline QString receiptTitles()
@@ -222,6 +182,22 @@ inline Run runEngine(const QStringList& args)
     return runProgram(enginePath(), args);
 }
 
+// Renders the layout (a path) over the data file of dir to name.pdf with the extra command lines:
+// the PDF's path, or empty after showing the engine's message.
+inline QString renderPdf(const QTemporaryDir& dir, const QString& name, const QString& layout,
+                         const QString& dataName, const QString& dataFile, const QStringList& extra = {})
+{
+    const QString command = dir.filePath(name + u".dat"_s);
+    const QString pdf = dir.filePath(name + u".pdf"_s);
+    if (!writeCommandFile(command, layout, dataName, dataFile, extra))
+        return {};
+    const Run r = runEngine({u"--pdf"_s, pdf, u"/c"_s, command});
+    if (r.exitCode == 0)
+        return pdf;
+    qWarning().noquote() << r.err;
+    return {};
+}
+
 inline int pdfPages(const QString& pdf)
 {
     const Run r = runProgram(u"pdfinfo"_s, {pdf});
@@ -229,18 +205,14 @@ inline int pdfPages(const QString& pdf)
     return m.hasMatch() ? m.captured(1).toInt() : -1;
 }
 
-// The text of one page (1-based) or of all (0), exactly as the PDF's text layer names it; layout
-// keeps the lines of the page (a table row on one line).
-inline QString pdfText(const QString& pdf, int page = 0, bool layout = false)
+// The text of one page (1-based) or of all (0), exactly as the PDF's text layer names it.
+inline QString pdfText(const QString& pdf, int page = 0)
 {
     QStringList args;
-    if (layout)
-        args << u"-layout"_s;
     if (page > 0)
         args << u"-f"_s << n(page) << u"-l"_s << n(page);
-    args << pdf << u"-"_s;
     QProcess p;
-    p.start(u"pdftotext"_s, args);
+    p.start(u"pdftotext"_s, args << pdf << u"-"_s);
     p.waitForFinished(60000);
     return QString::fromUtf8(p.readAllStandardOutput());
 }
@@ -286,33 +258,22 @@ inline bool hasPageNumber(const QString& text, int page, int pages)
     return text.contains(QRegularExpression(u"(^|\\s)%1\\s*/\\s*%2(\\s|$)"_s.arg(page).arg(pages)));
 }
 
-// Blanks say nothing in a PDF's text layer (they are gaps between glyphs): compared without them.
-inline QString squeezed(QString text)
+// The words of the line (a table row) that holds word, left to right, joined by blanks.
+inline QString lineOf(const PdfPage& page, const QString& word)
 {
-    text.remove(QRegularExpression(u"[\\s\u3000]"_s));
-    return text;
-}
-
-// The line of a page's layout text that holds text (blanks aside).
-inline QString lineWith(const QString& page, const QString& text)
-{
-    for (const QString& line : page.split(u'\n')) {
-        if (squeezed(line).contains(squeezed(text)))
-            return line;
+    const auto at = std::find_if(page.words.cbegin(), page.words.cend(),
+                                 [&](const PdfWord& w) { return w.text == word; });
+    QList<PdfWord> line;
+    for (const PdfWord& w : page.words) {
+        if (at != page.words.cend() && qAbs(w.box.center().y() - at->box.center().y()) < 1)
+            line.append(w);
     }
-    return {};
-}
-
-// A table row of a page's layout text: a line holding text (and more) that starts with number.
-inline bool numberedRow(const QString& page, const QString& text, int number, const QString& more = {})
-{
-    const QRegularExpression start(u"^\\s*%1\\s"_s.arg(number));
-    for (const QString& line : page.split(u'\n')) {
-        if (squeezed(line).contains(squeezed(text)) && start.match(line).hasMatch() &&
-            (more.isEmpty() || line.contains(more)))
-            return true;
-    }
-    return false;
+    std::sort(line.begin(), line.end(),
+              [](const PdfWord& a, const PdfWord& b) { return a.box.x() < b.box.x(); });
+    QStringList texts;
+    for (const PdfWord& w : line)
+        texts << w.text;
+    return texts.join(u' ');
 }
 
 // The CJK radicals (U+2E80-U+2FDF) in text: a PDF writer that maps a shared glyph back to its first

@@ -36,18 +36,14 @@ private:
     {
         const QString key = extra.join(u'|');
         if (!m_rendered.contains(key)) {
-            const QString name = u"props%1"_s.arg(m_rendered.size());
             writeCp932(path(u"props.csv"_s),
                        {u"\"G\",\"NAME\",\"AMOUNT\",\"ROOM\",\"KIND\""_s, u"\"A\",\"Alpha\",1234,0,1"_s,
                         u"\"A\",\"Beta\",0,101,0"_s, u"\"A\",\"\",5678,102,1"_s,
                         u"\"A\",\"Delta\",900,103,0"_s, u"\"B\",\"Echo\",42,0,1"_s});
-            writeCommandFile(path(name + u".dat"_s),
-                             qEnvironmentVariable("QELPRN_SOURCE_DIR") + u"/tests/engine/properties.wfd"_s,
-                             u"props"_s, u"props.csv"_s, extra, u"PrintOut"_s);
-            const Run r = runEngine({u"--pdf"_s, path(name + u".pdf"_s), u"/c"_s, path(name + u".dat"_s)});
-            if (r.exitCode != 0)
-                qWarning().noquote() << r.err;
-            m_rendered.insert(key, pdfWords(path(name + u".pdf"_s)));
+            const QString layout =
+                qEnvironmentVariable("QELPRN_SOURCE_DIR") + u"/tests/engine/properties.wfd"_s;
+            m_rendered.insert(key, pdfWords(renderPdf(m_dir, u"props%1"_s.arg(m_rendered.size()), layout,
+                                                      u"props"_s, u"props.csv"_s, extra)));
         }
         return m_rendered[key];
     }

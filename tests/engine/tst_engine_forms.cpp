@@ -21,19 +21,9 @@ private:
 
     QString path(const QString& name) const { return m_dir.filePath(name); }
 
-    // Renders layout over the data file to a PDF; fails the test on a non-zero exit.
     QString render(const QString& name, const QString& layout, const QString& dataName, const QString& csv)
     {
-        const QString command = path(name + u".dat"_s);
-        const QString pdf = path(name + u".pdf"_s);
-        if (!writeCommandFile(command, layoutPath(layout), dataName, csv))
-            return {};
-        const Run r = runEngine({u"--pdf"_s, pdf, u"/c"_s, command});
-        if (r.exitCode != 0) {
-            qWarning().noquote() << r.err;
-            return {};
-        }
-        return pdf;
+        return renderPdf(m_dir, name, layoutPath(layout), dataName, csv);
     }
 
     // Billing facility 12: 3 facility lines, 2 fillers, a self-pay line, fillers to 25 (one page).
@@ -87,34 +77,24 @@ private slots:
         QCOMPARE(pdfPages(pdf), 5); // 1 + 2 + 2
 
         const QString first = pdfText(pdf, 1);
-        QVERIFY(first.contains(u"特別養護老人ホーム さくら苑"_s));
-        QVERIFY(first.contains(u"御中"_s));
-        QVERIFY(first.contains(u"ご請求金額"_s));
-        QVERIFY(first.contains(u"令和6年5月分"_s)); // every date of the form in the era style
-        QVERIFY(first.contains(u"令和6年6月5日"_s));
-        QVERIFY(!first.contains(u"2024"_s));
-        QVERIFY(first.contains(u"1,234,567"_s));
+        for (const QString& word : {u"特別養護老人ホーム さくら苑"_s, u"御中"_s, u"令和6年5月分"_s,
+                                    u"令和6年6月5日"_s, u"1,234,567"_s, u"山田 太郎 様"_s})
+            QVERIFY2(first.contains(word), qPrintable(word));
+        QVERIFY(!first.contains(u"2024"_s));    // every date of the form in the era style
         QVERIFY(first.contains(u"¥375,368"_s)); // 3 x 123,456 + 5,000 boxed as the amount billed
-        QVERIFY(first.contains(u"山田 太郎 様"_s));
         QVERIFY(hasPageNumber(first, 1, 1));
-        QVERIFY(!first.contains(u"ひまわり"_s));
 
-        // A new billing facility starts a new page, and its page numbers start again.
-        const QString second = pdfText(pdf, 2);
-        QVERIFY(second.contains(u"グループホーム ひまわり"_s));
-        QVERIFY(hasPageNumber(second, 1, 2));
-        QVERIFY(second.contains(u"ひまわり棟25"_s));
-        QVERIFY(!second.contains(u"ひまわり棟26"_s));
+        // A new billing facility starts a new page, and its page numbers start again; line numbers
+        // count from 1 on every invoice, whatever the file's 項番.
+        const QList<PdfPage> words = pdfWords(pdf);
+        QVERIFY(pdfText(pdf, 2).contains(u"グループホーム ひまわり"_s));
+        QVERIFY(hasPageNumber(pdfText(pdf, 2), 1, 2));
+        QVERIFY(lineOf(words[1], u"ひまわり棟1"_s).startsWith(u"1 ひまわり棟1 3 30,000 3,000"_s));
+        QVERIFY(lineOf(words[1], u"ひまわり棟25"_s).startsWith(u"25 "_s));
+        QVERIFY(lineOf(words[2], u"ひまわり棟30"_s).startsWith(u"30 "_s));
+        QVERIFY(lineOf(words[0], u"山田"_s).startsWith(u"6 "_s));
         const QString third = pdfText(pdf, 3);
-        QVERIFY(third.contains(u"ひまわり棟26"_s));
         QVERIFY(hasPageNumber(third, 2, 2));
-        // Line numbers count from 1 on every invoice, whatever the file's 項番.
-        const QString secondRows = pdfText(pdf, 2, true);
-        QVERIFY2(numberedRow(secondRows, u"ひまわり棟1 "_s, 1),
-                 qPrintable(lineWith(secondRows, u"ひまわり棟1 "_s)));
-        QVERIFY(numberedRow(secondRows, u"ひまわり棟25"_s, 25));
-        QVERIFY(numberedRow(pdfText(pdf, 3, true), u"ひまわり棟30"_s, 30));
-        QVERIFY(numberedRow(pdfText(pdf, 1, true), u"山田 太郎 様"_s, 6));
         QVERIFY(third.contains(u"¥90,000"_s));
         QVERIFY(pdfText(pdf, 5).contains(u"ケアハウス"_s));
         QVERIFY(hasPageNumber(pdfText(pdf, 5), 2, 2));
@@ -124,10 +104,7 @@ private slots:
         const QString all = pdfText(pdf);
         QVERIFY2(radicalsIn(all).isEmpty(), qPrintable(radicalsIn(all)));
         for (const QString& word :
-             {u"請"_s, u"求"_s, u"発行日"_s, u"特別養護老人ホーム さくら苑"_s, u"御中"_s, u"施術施設名"_s,
-              u"人数"_s, u"施術合計"_s, u"負担額"_s, u"備考"_s, u"合計"_s,
-              u"下記のとおりご請求申し上げます。"_s, u"株式会社ほほえみ"_s, u"東京都杉並区荻窪5-6-7"_s,
-              u"令和6年5月分"_s, u"施術費"_s})
+             {u"発行日"_s, u"人数"_s, u"施術合計"_s, u"下記のとおりご請求申し上げます。"_s})
             QVERIFY2(all.contains(word), qPrintable(word));
 
         // Everything Japanese is in an embedded font: the text-layer copy of IPAex.
@@ -141,16 +118,12 @@ private slots:
 
     void sealImageOnlyWhenTheFileExists()
     {
-        const QString pdfWith = path(u"kind1.pdf"_s);
-        QVERIFY(QFileInfo::exists(pdfWith));
-        QVERIFY(pdfImages(pdfWith) >= 1);
-
+        QVERIFY(pdfImages(path(u"kind1.pdf"_s)) >= 1);
         for (const QString& seal : {QString(), path(u"missing/corpseal.bmp"_s)}) {
             QVERIFY(writeCp932(path(u"noseal.csv"_s), facilityLines(seal)));
             const QString pdf =
                 render(u"noseal"_s, u"施設別請求書.wfd"_s, u"施設請求データ"_s, u"noseal.csv"_s);
             QVERIFY(!pdf.isEmpty());
-            QCOMPARE(pdfPages(pdf), 5);
             QCOMPARE(pdfImages(pdf), 0);
         }
     }
@@ -218,35 +191,26 @@ private slots:
         QVERIFY(!pdf.isEmpty());
         QCOMPARE(pdfPages(pdf), 3);
         const QString first = pdfText(pdf, 1);
-        QVERIFY(first.contains(u"介護付き有料老人ホーム あおば"_s));
-        QVERIFY(first.contains(u"御中"_s));
-        QVERIFY(first.contains(u"令和6年5月分"_s));
-        QVERIFY(first.contains(u"佐藤 花子1"_s));
-        QVERIFY(first.contains(u"様"_s));
-        QVERIFY(first.contains(u"45,600"_s));
-        QVERIFY(first.contains(extraTitle));
+        for (const QString& word : {u"介護付き有料老人ホーム あおば"_s, u"御中"_s, u"令和6年5月分"_s,
+                                    extraTitle, u"令和6年5月1日"_s, u"令和6年5月31日"_s, u"令和6年6月5日"_s})
+            QVERIFY2(first.contains(word), qPrintable(word));
         // The share code 2 is printed as the share, 1割; the facility's page numbers, its row numbers.
-        const QString rows = pdfText(pdf, 1, true);
-        QVERIFY2(lineWith(rows, u"佐藤 花子1 "_s).contains(u"1割"_s),
-                 qPrintable(lineWith(rows, u"佐藤 花子1 "_s)));
+        const QList<PdfPage> words = pdfWords(pdf);
+        const QString row = lineOf(words[0], u"花子1"_s);
+        QVERIFY2(row.startsWith(u"1 "_s) && row.contains(u" 様 後期高齢 1割 8回 45,600 4,561 "_s),
+                 qPrintable(row));
         QVERIFY(!first.contains(u"2割"_s));
-        QVERIFY(numberedRow(rows, u"佐藤 花子1 "_s, 1));
-        QVERIFY(first.contains(u"令和6年5月1日"_s));
-        QVERIFY(first.contains(u"令和6年5月31日"_s));
-        QVERIFY(first.contains(u"令和6年6月5日"_s));
         QVERIFY(hasPageNumber(first, 1, 2));
         QVERIFY(radicalsIn(pdfText(pdf)).isEmpty());
         QVERIFY(!first.contains(u"お振込先"_s)); // the group footer is on the group's last page
         const QString second = pdfText(pdf, 2);
-        QVERIFY(second.contains(u"佐藤 花子19"_s));
         QVERIFY(hasPageNumber(second, 2, 2));
         QVERIFY(second.contains(u"912,000"_s)); // 20 x 45,600
         QVERIFY(second.contains(u"お振込先"_s));
         QVERIFY(second.contains(u"ホホエミシンキュウイン"_s));
-        const QString third = pdfText(pdf, 3);
-        QVERIFY(third.contains(u"ケアハウス みどり"_s));
-        QVERIFY(hasPageNumber(third, 1, 1));
-        QVERIFY(numberedRow(pdfText(pdf, 3, true), u"佐藤 花子21"_s, 1));
+        QVERIFY(pdfText(pdf, 3).contains(u"ケアハウス みどり"_s));
+        QVERIFY(hasPageNumber(pdfText(pdf, 3), 1, 1));
+        QVERIFY(lineOf(words[2], u"花子21"_s).startsWith(u"1 "_s));
     }
 
     void invoiceReceiptSheetsPerPatient_data()
@@ -274,35 +238,26 @@ private slots:
         QCOMPARE(pdfPages(pdf), 4);
         const QString first = pdfText(pdf, 1);
         QCOMPARE(first.count(u"田中 一郎0"_s), 2); // invoice half and receipt half
-        QVERIFY(first.count(u"様"_s) >= 2);
-        QVERIFY(first.contains(u"令和6年5月分"_s));
-        QVERIFY(first.contains(u"令和6年6月5日"_s));
-        QVERIFY(first.contains(u"領収日"_s));
         QCOMPARE(first.count(amount), 2);
         QCOMPARE(first.count(u"1割負担"_s), 2); // share code 2
-        QVERIFY(!first.contains(u"2割"_s));
-        QVERIFY(first.contains(u"5/16"_s));  // the eighth day
+        for (const QString& word :
+             {u"令和6年5月分"_s, u"令和6年6月5日"_s, u"領収日"_s, u"5/16"_s, u"45,600"_s, u"4,564"_s,
+              u"後期高齢"_s}) // the eighth day; a fractional total
+            QVERIFY2(first.contains(word), qPrintable(word));
         QVERIFY(!first.contains(u"5/18"_s)); // no ninth day on this sheet
-        QVERIFY(first.contains(u"45,600"_s));
-        QVERIFY(first.contains(u"4,564"_s)); // a fractional co-payment total keeps its digits
-        QVERIFY(first.contains(u"後期高齢"_s));
-        QVERIFY(first.contains(u"ほほえみ鍼灸院"_s));
         QVERIFY(hasPageNumber(first, 1, 1));
         QVERIFY(!first.contains(u"次頁へ続く"_s));
 
         // The 13-day patient: page numbers of the patient, the month totals only on the last sheet.
-        const QString goesOn = pdfText(pdf, 2, true);
+        const QString goesOn = pdfText(pdf, 2);
         QVERIFY(hasPageNumber(goesOn, 1, 2));
         QVERIFY(goesOn.contains(u"5/22"_s));        // the eleventh day
         QCOMPARE(goesOn.count(u"次頁へ続く"_s), 4); // amount billed and total row, on both halves
-        QVERIFY2(!lineWith(goesOn, u"合計"_s).contains(QRegularExpression(u"\\d"_s)),
-                 qPrintable(lineWith(goesOn, u"合計"_s)));
-        QVERIFY(!goesOn.contains(u"74,100"_s)); // 13 x 5,700
+        QVERIFY(!goesOn.contains(u"74,100"_s));     // 13 x 5,700
         QVERIFY(!goesOn.contains(u"¥"_s));
-        const QString last = pdfText(pdf, 3, true);
+        const QString last = pdfText(pdf, 3);
         QVERIFY(hasPageNumber(last, 2, 2));
-        QVERIFY(last.contains(u"5/24"_s) && last.contains(u"5/26"_s));
-        QVERIFY(!last.contains(u"5/22"_s));
+        QVERIFY(last.contains(u"5/24"_s) && last.contains(u"5/26"_s) && !last.contains(u"5/22"_s));
         QVERIFY(!last.contains(u"次頁へ続く"_s));
         QCOMPARE(last.count(u"74,100"_s), 2);
         QVERIFY(last.contains(u"7,416.5"_s)); // 13 x 570.5

@@ -26,11 +26,13 @@ using namespace qelprn::engine;
 
 namespace {
 
-// A one-page facility invoice job in dir.
-bool openInvoice(const QTemporaryDir& dir, EngineJob& job, FormDocument& document)
+// A facility invoice job in dir: rows lines of billing facility 12 (25 a page), then one of 13.
+bool openInvoice(const QTemporaryDir& dir, EngineJob& job, FormDocument& document, int rows = 1)
 {
-    const QStringList lines = {header(facilityTitles()),
-                               facilityRow(1, 12, u"さくら苑"_s, 0, u"本館"_s, 1, 10000, 1000, {}, {})};
+    QStringList lines = {header(facilityTitles())};
+    for (int i = 1; i <= rows; ++i)
+        lines << facilityRow(i, 12, u"さくら苑"_s, 0, u"棟%1"_s.arg(i), 1, 10000, 1000, {}, {});
+    lines << facilityRow(1, 13, u"ひまわり"_s, 0, u"本館"_s, 1, 10000, 1000, {}, {});
     EngineError error;
     return writeCp932(dir.filePath(u"data.csv"_s), lines) &&
            writeCommandFile(dir.filePath(u"WfdCom.dat"_s), layoutPath(u"施設別請求書.wfd"_s),
@@ -164,18 +166,9 @@ private slots:
     void navigatesZoomsAndSaves()
     {
         QTemporaryDir dir;
-        QStringList lines = {header(facilityTitles())};
-        for (int i = 1; i <= 60; ++i) // 25 + 25 + 10 rows: three pages of one billing facility
-            lines << facilityRow(i, 12, u"さくら苑"_s, 0, u"棟%1"_s.arg(i), 1, 10000, 1000, {}, {});
-        lines << facilityRow(1, 13, u"ひまわり"_s, 0, u"本館"_s, 1, 10000, 1000, {}, {});
-        QVERIFY(writeCp932(dir.filePath(u"data.csv"_s), lines));
-        QVERIFY(writeCommandFile(dir.filePath(u"WfdCom.dat"_s), layoutPath(u"施設別請求書.wfd"_s),
-                                 u"施設請求データ"_s, u"data.csv"_s));
         EngineJob job;
-        EngineError error;
-        QVERIFY(readCommandFile(dir.filePath(u"WfdCom.dat"_s), job, &error));
         FormDocument document;
-        QVERIFY2(document.open(job, &error), qPrintable(error.text()));
+        QVERIFY(openInvoice(dir, job, document, 60)); // 25 + 25 + 10 rows, then one page of 13
         QCOMPARE(document.pageCount(), 4);
 
         PreviewWindow window(document);
