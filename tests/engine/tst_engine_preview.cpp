@@ -94,17 +94,14 @@ private slots:
         window.setZoom(PreviewWindow::Fit::Percent, 150);
         window.move(40, 30);
         PreviewWindowSettings kept = window.settings();
-        QCOMPARE(kept.zoomIndex, 7);
-        QCOMPARE(kept.geometry, window.normalGeometry());
         kept.pdfFolder = dir.path();
         kept.save();
         const PreviewWindowSettings loaded = PreviewWindowSettings::load();
         QCOMPARE(loaded.zoomIndex, 7);
-        QCOMPARE(loaded.geometry, kept.geometry);
+        QCOMPARE(loaded.geometry, window.normalGeometry());
         QCOMPARE(loaded.pdfFolder, dir.path());
 
         // The PDF is proposed as "<form>_<billing month>.pdf", in the last folder or the documents.
-        QCOMPARE(pdfBaseName(job), u"施設別請求書_202405"_s);
         window.setPdfBaseName(pdfBaseName(job));
         QCOMPARE(QFileInfo(window.proposedPdfPath()).fileName(), u"施設別請求書_202405.pdf"_s);
         QCOMPARE(QFileInfo(window.proposedPdfPath()).absolutePath(),
@@ -205,16 +202,10 @@ private slots:
         QTest::keyClick(&window, Qt::Key_Plus, Qt::ControlModifier);
         QCOMPARE(qRound(window.scale() * FormDocument::kUnitsPerInch / window.logicalDpiX() * 100), 75);
 
-        // The page shows ink, and saving writes every page.
-        const QImage page = window.pageImage();
-        bool ink = false;
-        for (int y = 0; y < page.height() && !ink; y += 3) {
-            for (int x = 0; x < page.width() && !ink; x += 3)
-                ink = qGray(page.pixel(x, y)) < 100;
-        }
-        QVERIFY(ink);
+        // Saving writes every page, as drawn.
         QVERIFY(window.saveAsPdf(dir.filePath(u"saved.pdf"_s)));
         QCOMPARE(pdfPages(dir.filePath(u"saved.pdf"_s)), 4);
+        QVERIFY(pdfText(dir.filePath(u"saved.pdf"_s), 4).contains(u"ひまわり"_s));
         QVERIFY(!window.failed());
     }
 };
