@@ -81,10 +81,7 @@ private slots:
                  QStringList({u"iCalcJisseki4Down5Up() でエラー\r\n接続文字列取得できません。"_s}));
     }
 
-    void setBasedEqualsPerPatient_data()
-    {
-        qelprn::test::addBackEndRows();
-    }
+    void setBasedEqualsPerPatient_data() { qelprn::test::addBackEndRows(); }
 
     // The run's set-based look-ups give every patient exactly what the per-patient statements give:
     // split at four and five visits, ties at one moment, the month's first and last moments, other

@@ -312,10 +312,7 @@ private slots:
                 ado.sErrMsg.contains(u"Source: Embedded SQLite"_s));
     }
 
-    void connectionCheck_data()
-    {
-        qelprn::test::addBackEndRows();
-    }
+    void connectionCheck_data() { qelprn::test::addBackEndRows(); }
 
     // 接続確認 on a folder of two databases: each opens with its sites counted as the site grid
     // lists them; a database file that is gone fails the check with the reason under its line.

@@ -140,10 +140,7 @@ class tst_PrintRun : public QObject
     }
 
 private slots:
-    void everyKindOnBothBackEnds_data()
-    {
-        qelprn::test::addBackEndRows();
-    }
+    void everyKindOnBothBackEnds_data() { qelprn::test::addBackEndRows(); }
 
     // Every print kind in every sort order on the demo data, to CSV: through the ODBC driver
     // manager with SQLite's driver the files are the embedded engine's byte for byte.
