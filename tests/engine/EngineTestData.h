@@ -205,16 +205,14 @@ inline int pdfPages(const QString& pdf)
     return m.hasMatch() ? m.captured(1).toInt() : -1;
 }
 
-// The text of one page (1-based) or of all (0), exactly as the PDF's text layer names it.
-inline QString pdfText(const QString& pdf, int page = 0)
+// The text of one page (1-based) or of all (0), exactly as the PDF's text layer names it; layout
+// keeps the lines of the page (a table row on one line).
+inline QString pdfText(const QString& pdf, int page = 0, bool layout = false)
 {
-    QStringList args;
-    if (page > 0)
-        args << u"-f"_s << n(page) << u"-l"_s << n(page);
-    QProcess p;
-    p.start(u"pdftotext"_s, args << pdf << u"-"_s);
-    p.waitForFinished(60000);
-    return QString::fromUtf8(p.readAllStandardOutput());
+    QStringList args = page > 0 ? QStringList{u"-f"_s, n(page), u"-l"_s, n(page)} : QStringList();
+    if (layout)
+        args << u"-layout"_s;
+    return runProgram(u"pdftotext"_s, args << pdf << u"-"_s).err;
 }
 
 // A word of a PDF page where "pdftotext -bbox" places it, in millimetres from the paper's top left.
@@ -232,10 +230,7 @@ struct PdfPage
 
 inline QList<PdfPage> pdfWords(const QString& pdf)
 {
-    QProcess p;
-    p.start(u"pdftotext"_s, {u"-bbox"_s, pdf, u"-"_s});
-    p.waitForFinished(60000);
-    const QString html = QString::fromUtf8(p.readAllStandardOutput());
+    const QString html = runProgram(u"pdftotext"_s, {u"-bbox"_s, pdf, u"-"_s}).err;
     static const QRegularExpression tag(
         uR"re(<page width="([\d.]+)" height="([\d.]+)"|)re"
         uR"re(<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="([\d.]+)">([^<]*))re"_s);
@@ -256,6 +251,25 @@ inline QList<PdfPage> pdfWords(const QString& pdf)
 inline bool hasPageNumber(const QString& text, int page, int pages)
 {
     return text.contains(QRegularExpression(u"(^|\\s)%1\\s*/\\s*%2(\\s|$)"_s.arg(page).arg(pages)));
+}
+
+// Blanks say nothing in a PDF's text layer (they are gaps between glyphs): compared without them.
+inline QString squeezed(QString text)
+{
+    text.remove(QRegularExpression(u"[\\s\u3000]"_s));
+    return text;
+}
+
+// A table row of a page's layout text: a line holding text (and more) that starts with number.
+inline bool numberedRow(const QString& page, const QString& text, int number, const QString& more = {})
+{
+    const QRegularExpression start(u"^\\s*%1\\s"_s.arg(number));
+    for (const QString& line : page.split(u'\n')) {
+        if (squeezed(line).contains(squeezed(text)) && start.match(line).hasMatch() &&
+            (more.isEmpty() || line.contains(more)))
+            return true;
+    }
+    return false;
 }
 
 // The words of the line (a table row) that holds word, left to right, joined by blanks.
@@ -292,16 +306,12 @@ inline QString radicalsIn(const QString& text)
 // and per mask).
 inline int pdfImages(const QString& pdf)
 {
-    QProcess p;
-    p.start(u"pdfimages"_s, {u"-list"_s, pdf});
-    p.waitForFinished(60000);
-    const QStringList lines = QString::fromUtf8(p.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
-    int images = 0;
-    for (const QString& line : lines.mid(2)) {
-        if (line.split(u' ', Qt::SkipEmptyParts).value(2) == u"image"_s) // not its mask
-            ++images;
-    }
-    return images;
+    const QStringList lines =
+        runProgram(u"pdfimages"_s, {u"-list"_s, pdf}).err.split(u'\n', Qt::SkipEmptyParts);
+    return int(
+        std::count_if(lines.cbegin() + qMin(2, int(lines.size())), lines.cend(), [](const QString& line) {
+            return line.split(u' ', Qt::SkipEmptyParts).value(2) == u"image"_s; // not its mask
+        }));
 }
 
 } // namespace enginetest
