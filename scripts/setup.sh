@@ -11,6 +11,7 @@ packages=(
     fonts-ipaexfont-gothic fonts-ipaexfont-mincho
     poppler-utils sqlite3 time xvfb xauth qt6-translations-l10n
     lintian desktop-file-utils
+    clang-format clang-tidy
     clang libclang-rt-14-dev
 )
 

@@ -37,12 +37,12 @@ void put32(QByteArray& out, quint32 v)
 
 void readFormat4(const QByteArray& cmap, qsizetype at, CharMap& map)
 {
-    const int segments = read16(cmap, at + 6) / 2;
+    const qsizetype segments = read16(cmap, at + 6) / 2;
     const qsizetype ends = at + 14;
     const qsizetype starts = ends + 2 * segments + 2;
     const qsizetype deltas = starts + 2 * segments;
     const qsizetype ranges = deltas + 2 * segments;
-    for (int i = 0; i < segments; ++i) {
+    for (qsizetype i = 0; i < segments; ++i) {
         const quint32 start = read16(cmap, starts + 2 * i);
         const quint32 end = read16(cmap, ends + 2 * i);
         const quint16 delta = read16(cmap, deltas + 2 * i);
@@ -52,7 +52,7 @@ void readFormat4(const QByteArray& cmap, qsizetype at, CharMap& map)
             if (range == 0) {
                 glyph = quint16(c + delta);
             } else {
-                glyph = read16(cmap, ranges + 2 * i + range + 2 * (c - start));
+                glyph = read16(cmap, ranges + 2 * i + range + 2 * qsizetype(c - start));
                 if (glyph != 0)
                     glyph = quint16(glyph + delta);
             }

@@ -184,15 +184,14 @@ void PreviewWindow::setZoom(Fit fit, int percent)
 void PreviewWindow::zoomStep(int direction)
 {
     const int current = qRound(m_scale * FormDocument::kUnitsPerInch / logicalDpiX() * 100);
-    int next = current;
+    // The next step of the list above the current scale, or below it.
     if (direction > 0) {
         auto it = std::upper_bound(kPercents.cbegin(), kPercents.cend(), current);
-        next = it == kPercents.cend() ? kPercents.last() : *it;
+        setZoom(Fit::Percent, it == kPercents.cend() ? kPercents.last() : *it);
     } else {
         auto it = std::lower_bound(kPercents.cbegin(), kPercents.cend(), current);
-        next = it == kPercents.cbegin() ? kPercents.first() : *(it - 1);
+        setZoom(Fit::Percent, it == kPercents.cbegin() ? kPercents.first() : *(it - 1));
     }
-    setZoom(Fit::Percent, next);
 }
 
 void PreviewWindow::render()

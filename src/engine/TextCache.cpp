@@ -140,7 +140,11 @@ void TextCache::draw(QPainter& painter, const QRectF& box, int font, const QStri
     if (text.isEmpty())
         return;
     qreal width = 0;
-    const bool simple = !wrap && font >= 0 && font < m_glyphs.size() && simpleLine(font, text, width);
+    bool simple = !wrap && font >= 0 && font < m_glyphs.size() && simpleLine(font, text, width);
+    // A line squeezed into its box takes the full layout, which narrows the glyphs themselves:
+    // moving full-width glyphs closer would overlap them and run the last one past the box.
+    if (simple && shrink && width > box.width())
+        simple = false;
     const Block* b = simple ? nullptr : &block(font, text, wrap ? box.width() : 0);
     const qreal height = simple ? m_glyphs[font].height : b->size.height();
     if (!simple)

@@ -100,6 +100,10 @@ QString formatForDateStyle(const QString& format, DateStyle style)
 
 QString formatValue(const QString& raw, const QString& format, bool blankZero)
 {
+    // A blank zero holds for every format: a room number of 0 is as empty as an amount of 0.
+    bool isNumber = false;
+    if (blankZero && raw.trimmed().toDouble(&isNumber) == 0 && isNumber)
+        return QString();
     if (format == u"text"_s || format.isEmpty())
         return raw;
     if (format == u"share"_s)
@@ -109,8 +113,6 @@ QString formatValue(const QString& raw, const QString& format, bool blankZero)
         const double v = raw.trimmed().toDouble(&ok);
         if (!ok)
             return raw.trimmed().isEmpty() || blankZero ? QString() : raw;
-        if (blankZero && v == 0)
-            return QString();
         return format == u"yen"_s ? u'¥' + formatNumber(v) : formatNumber(v);
     }
     const QDate d = readDate(raw);

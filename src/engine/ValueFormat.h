@@ -15,7 +15,8 @@ namespace qelprn::engine {
 //   md         "2024/05/03" -> "5/3"
 //   share      the co-payment share code (share in tenths + 1) -> "0割" .. "3割"; 0 or empty -> ""
 // A value that does not read as the format needs is printed as it is, so nothing disappears.
-// blankZero prints nothing for a number that is 0 (or empty).
+// blankZero prints nothing for a value that reads as 0, whatever the format (and, for numbers,
+// nothing for an empty or unreadable value).
 QString formatValue(const QString& raw, const QString& format, bool blankZero = false);
 QString formatNumber(double value);
 

@@ -5,12 +5,16 @@
 
 #include "app/Cp932.h"
 
+#include <QDebug>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QRectF>
 #include <QRegularExpression>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <QVariant>
+#include <algorithm>
 
 namespace enginetest {
 
@@ -26,120 +30,78 @@ inline QString n(qint64 value)
     return QString::number(value);
 }
 
+// One line as the writers write it: texts quoted, numbers bare.
+inline QString csvLine(const QVariantList& fields)
+{
+    QStringList out;
+    for (const QVariant& f : fields)
+        out << (f.typeId() == QMetaType::QString ? q(f.toString()) : f.toString());
+    return out.join(u',');
+}
+
 inline bool writeCp932(const QString& path, const QStringList& lines)
 {
     QFile f(path);
     return f.open(QIODevice::WriteOnly) && f.write(qelprn::toCp932(lines.join(u"\r\n"_s) + u"\r\n"_s)) >= 0;
 }
 
-inline QString header(const QStringList& titles)
+// The title line of a file: every title quoted.
+inline QString header(const QString& titles)
 {
-    QStringList quoted;
-    for (const QString& t : titles)
-        quoted.append(q(t));
-    return quoted.join(u',');
+    return q(titles.split(u',').join(u"\",\""_s));
 }
 
-inline QStringList facilityTitles()
+inline QString facilityTitles()
 {
     return u"枠線描画,項番,施術年月,提出年月,請求先施設ID,請求先施設名,請求先郵便番号,請求先住所1,"
-           u"請求先住所2,本社名,"
-           u"本社郵便番号,本社住所,診療タイプ,治療院名,治療院郵便番号,治療院住所,施術施設名,施術施設人数,"
-           u"施術施設合計,"
-           u"施術施設負担額,備考,社印保存先"_s.split(u',');
+           u"請求先住所2,"
+           u"本社名,本社郵便番号,本社住所,診療タイプ,治療院名,治療院郵便番号,治療院住所,施術施設名,"
+           u"施術施設人数,施術施設合計,施術施設負担額,備考,社印保存先"_s;
 }
 
 // One line of "施設請求データ.csv" for the facility invoice (type 0 facility, 1 self-pay, -1 filler).
 inline QString facilityRow(int no, qint32 id, const QString& name, int type, const QString& treated,
                            int people, qint32 total, qint32 share, const QString& remark, const QString& seal)
 {
-    return QStringList{q(u"1"_s),
-                       n(no),
-                       q(u"2024/05/01"_s),
-                       q(u"2024/06/05"_s),
-                       n(id),
-                       q(name),
-                       q(u"166-0001"_s),
-                       q(u"東京都杉並区阿佐谷北1-2-3"_s),
-                       q(u"さくらビル2F"_s),
-                       q(u"株式会社ほほえみ"_s),
-                       q(u"160-0022"_s),
-                       q(u"東京都新宿区新宿1-1-1"_s),
-                       n(type),
-                       q(u"ほほえみ鍼灸院"_s),
-                       q(u"167-0051"_s),
-                       q(u"東京都杉並区荻窪5-6-7"_s),
-                       q(treated),
-                       n(people),
-                       n(total),
-                       n(share),
-                       q(remark),
-                       q(seal)}
-        .join(u',');
+    return csvLine(QVariantList() << u"1"_s << no << u"2024/05/01"_s << u"2024/06/05"_s << id << name
+                                  << u"166-0001"_s << u"東京都杉並区阿佐谷北1-2-3"_s << u"さくらビル2F"_s
+                                  << u"株式会社ほほえみ"_s << u"160-0022"_s << u"東京都新宿区新宿1-1-1"_s
+                                  << type << u"ほほえみ鍼灸院"_s << u"167-0051"_s
+                                  << u"東京都杉並区荻窪5-6-7"_s << treated << people << total << share
+                                  << remark << seal);
 }
 
-inline QStringList patientTitles()
+inline QString patientTitles()
 {
     return u"枠線描画,項番,施術年月,提出年月,施術日From,施術日To,施設ID,施設名,治療院名,部屋番号,利用者ID,"
-           u"利用者名,"
-           u"診療タイプ,施術回数,保険総合計,利用者負担割合,利用者請求額,保険有無,利用者請求額4回以下,"
-           u"利用者請求額5回以上,"
-           u"保険略名,保険自己負担額,自由診療額,治療院郵便番号,治療院住所,治療院電話番号,治療院FAX番号,"
-           u"治療院金融機関,"
-           u"治療院預金種別,治療院口座番号,治療院名義人,施設支払方法,社印保存先"_s.split(u',');
+           u"利用者名,診療タイプ,施術回数,保険総合計,利用者負担割合,利用者請求額,保険有無,"
+           u"利用者請求額4回以下,利用者請求額5回以上,保険略名,保険自己負担額,自由診療額,治療院郵便番号,"
+           u"治療院住所,治療院電話番号,治療院FAX番号,治療院金融機関,治療院預金種別,治療院口座番号,"
+           u"治療院名義人,施設支払方法,社印保存先"_s;
 }
 
-// One line of the per-patient "施設請求データ.csv" (co-payment lists).
+// One line of the per-patient "施設請求データ.csv" (co-payment lists); share code 2 (1割).
 inline QString patientRow(int no, qint32 facility, const QString& facilityName, const QString& patient,
                           qint32 total, qint32 billed, const QString& seal)
 {
-    return QStringList{q(u"1"_s),
-                       n(no),
-                       q(u"2024/05/01"_s),
-                       q(u"2024/06/05"_s),
-                       q(u"2024/05/01"_s),
-                       q(u"2024/05/31"_s),
-                       n(facility),
-                       q(facilityName),
-                       q(u"ほほえみ鍼灸院"_s),
-                       n(100 + no),
-                       n(5000 + no),
-                       q(patient),
-                       n(0),
-                       n(8),
-                       n(total),
-                       n(2), // share code 2: 1割, as the amounts
-                       n(billed),
-                       n(1),
-                       n(billed / 2),
-                       n(billed - billed / 2),
-                       q(u"後期高齢"_s),
-                       n(billed),
-                       n(0),
-                       q(u"167-0051"_s),
-                       q(u"東京都杉並区荻窪5-6-7"_s),
-                       q(u"03-1234-5678"_s),
-                       q(u"03-1234-5679"_s),
-                       q(u"みずほ銀行 荻窪支店"_s),
-                       q(u"普通預金"_s),
-                       q(u"1234567"_s),
-                       q(u"ホホエミシンキュウイン"_s),
-                       n(1),
-                       q(seal)}
-        .join(u',');
+    return csvLine(QVariantList() << u"1"_s << no << u"2024/05/01"_s << u"2024/06/05"_s << u"2024/05/01"_s
+                                  << u"2024/05/31"_s << facility << facilityName << u"ほほえみ鍼灸院"_s
+                                  << 100 + no << 5000 + no << patient << 0 << 8 << total << 2 << billed << 1
+                                  << billed / 2 << billed - billed / 2 << u"後期高齢"_s << billed << 0
+                                  << u"167-0051"_s << u"東京都杉並区荻窪5-6-7"_s << u"03-1234-5678"_s
+                                  << u"03-1234-5679"_s << u"みずほ銀行 荻窪支店"_s << u"普通預金"_s
+                                  << u"1234567"_s << u"ホホエミシンキュウイン"_s << 1 << seal);
 }
 
-inline QStringList receiptTitles()
+inline QString receiptTitles()
 {
-    QStringList t =
-        u"枠線描画,施術年月,提出年月,施術日From,施術日To,利用者ID,利用者名,保険種別,負担割合,施術回数"_s
-            .split(u',');
+    QString t =
+        u"枠線描画,施術年月,提出年月,施術日From,施術日To,利用者ID,利用者名,保険種別,負担割合,施術回数"_s;
     for (int i = 1; i <= 11; ++i)
-        t << u"施術日"_s + n(i) << u"保険内金額"_s + n(i) << u"一部負担金"_s + n(i) << u"自費金額"_s + n(i);
-    t << u"保険内金額合計,一部負担金合計,自費合計,備考_部位,備考_変形,備考_鍼灸,備考_往療,備考_日別施術内容,"
-         u"請求元〒,"
-         u"請求元住所,請求元社名,請求元屋号,請求元電話番号,請求元FAX番号,保険略名,社印保存先"_s.split(u',');
-    return t;
+        t += u",施術日%1,保険内金額%1,一部負担金%1,自費金額%1"_s.arg(i);
+    return t + u",保険内金額合計,一部負担金合計,自費合計,備考_部位,備考_変形,備考_鍼灸,備考_往療,"
+               u"備考_日別施術内容,請求元〒,請求元住所,請求元社名,請求元屋号,請求元電話番号,請求元FAX番号,"
+               u"保険略名,社印保存先"_s;
 }
 
 // One line of "請求書兼領収書.csv": days treatment days of 5,700 yen, 570.5 co-payment, 1,000
@@ -149,28 +111,21 @@ inline QString receiptRow(qint32 id, const QString& patient, int days, const QSt
                           int totalDays = 0)
 {
     const int month = totalDays > 0 ? totalDays : days;
-    QStringList f = {q(u"1"_s),
-                     q(u"2024/05/01"_s),
-                     q(u"2024/06/05"_s),
-                     q(u"2024/05/01"_s),
-                     q(u"2024/05/31"_s),
-                     n(id),
-                     q(patient),
-                     n(1),
-                     n(2), // share code 2: 1割
-                     n(month)};
+    QVariantList f = {
+        u"1"_s, u"2024/05/01"_s, u"2024/06/05"_s, u"2024/05/01"_s, u"2024/05/31"_s, id, patient, 1, 2,
+        month}; // share code 2: 1割
     for (int i = 1; i <= 11; ++i) {
         const bool used = i <= days;
         const int day = firstDay + i - 1;
-        f << q(used ? u"2024/05/%1"_s.arg(day * 2, 2, 10, QChar(u'0')) : QString()) << n(used ? 5700 : 0)
-          << (used ? u"570.5"_s : u"0"_s) << n(used ? 1000 : 0);
+        f << (used ? u"2024/05/%1"_s.arg(day * 2, 2, 10, QChar(u'0')) : QString()) << (used ? 5700 : 0)
+          << (used ? 570.5 : 0) << (used ? 1000 : 0);
     }
     // The month totals, the same on every line of the patient.
-    f << n(5700 * month) << QString::number(570.5 * month) << n(1000 * month) << q(u"マッサージ 5部位"_s)
-      << q(u""_s) << q(u""_s) << q(u"往療料加算"_s) << q(u"5/2 マッサージ、温あんあり"_s) << q(u"167-0051"_s)
-      << q(u"東京都杉並区荻窪5-6-7"_s) << q(u"株式会社ほほえみ"_s) << q(u"ほほえみ鍼灸院"_s)
-      << q(u"03-1234-5678"_s) << q(u"03-1234-5679"_s) << q(u"後期高齢"_s) << q(seal);
-    return f.join(u',');
+    f << 5700 * month << 570.5 * month << 1000 * month << u"マッサージ 5部位"_s << QString() << QString()
+      << u"往療料加算"_s << u"5/2 マッサージ、温あんあり"_s << u"167-0051"_s << u"東京都杉並区荻窪5-6-7"_s
+      << u"株式会社ほほえみ"_s << u"ほほえみ鍼灸院"_s << u"03-1234-5678"_s << u"03-1234-5679"_s
+      << u"後期高齢"_s << seal;
+    return csvLine(f);
 }
 
 inline QString layoutPath(const QString& file)
@@ -227,6 +182,22 @@ inline Run runEngine(const QStringList& args)
     return runProgram(enginePath(), args);
 }
 
+// Renders the layout (a path) over the data file of dir to name.pdf with the extra command lines:
+// the PDF's path, or empty after showing the engine's message.
+inline QString renderPdf(const QTemporaryDir& dir, const QString& name, const QString& layout,
+                         const QString& dataName, const QString& dataFile, const QStringList& extra = {})
+{
+    const QString command = dir.filePath(name + u".dat"_s);
+    const QString pdf = dir.filePath(name + u".pdf"_s);
+    if (!writeCommandFile(command, layout, dataName, dataFile, extra))
+        return {};
+    const Run r = runEngine({u"--pdf"_s, pdf, u"/c"_s, command});
+    if (r.exitCode == 0)
+        return pdf;
+    qWarning().noquote() << r.err;
+    return {};
+}
+
 inline int pdfPages(const QString& pdf)
 {
     const Run r = runProgram(u"pdfinfo"_s, {pdf});
@@ -238,16 +209,42 @@ inline int pdfPages(const QString& pdf)
 // keeps the lines of the page (a table row on one line).
 inline QString pdfText(const QString& pdf, int page = 0, bool layout = false)
 {
-    QStringList args;
+    QStringList args = page > 0 ? QStringList{u"-f"_s, n(page), u"-l"_s, n(page)} : QStringList();
     if (layout)
         args << u"-layout"_s;
-    if (page > 0)
-        args << u"-f"_s << n(page) << u"-l"_s << n(page);
-    args << pdf << u"-"_s;
-    QProcess p;
-    p.start(u"pdftotext"_s, args);
-    p.waitForFinished(60000);
-    return QString::fromUtf8(p.readAllStandardOutput());
+    return runProgram(u"pdftotext"_s, args << pdf << u"-"_s).err;
+}
+
+// A word of a PDF page where "pdftotext -bbox" places it, in millimetres from the paper's top left.
+struct PdfWord
+{
+    QString text;
+    QRectF box;
+};
+
+struct PdfPage
+{
+    QSizeF size; // mm
+    QList<PdfWord> words;
+};
+
+inline QList<PdfPage> pdfWords(const QString& pdf)
+{
+    const QString html = runProgram(u"pdftotext"_s, {u"-bbox"_s, pdf, u"-"_s}).err;
+    static const QRegularExpression tag(
+        uR"re(<page width="([\d.]+)" height="([\d.]+)"|)re"
+        uR"re(<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="([\d.]+)">([^<]*))re"_s);
+    constexpr qreal mm = 25.4 / 72;
+    QList<PdfPage> pages;
+    for (auto it = tag.globalMatch(html); it.hasNext();) {
+        const QRegularExpressionMatch m = it.next();
+        auto at = [&m](int i) { return m.captured(i).toDouble() * mm; };
+        if (m.capturedLength(1) > 0)
+            pages.append({QSizeF(at(1), at(2)), {}});
+        else if (!pages.isEmpty())
+            pages.last().words.append({m.captured(7), QRectF(QPointF(at(3), at(4)), QPointF(at(5), at(6)))});
+    }
+    return pages;
 }
 
 // "n / m" as pdftotext gives it (with or without the blanks).
@@ -263,16 +260,6 @@ inline QString squeezed(QString text)
     return text;
 }
 
-// The line of a page's layout text that holds text (blanks aside).
-inline QString lineWith(const QString& page, const QString& text)
-{
-    for (const QString& line : page.split(u'\n')) {
-        if (squeezed(line).contains(squeezed(text)))
-            return line;
-    }
-    return {};
-}
-
 // A table row of a page's layout text: a line holding text (and more) that starts with number.
 inline bool numberedRow(const QString& page, const QString& text, int number, const QString& more = {})
 {
@@ -283,6 +270,24 @@ inline bool numberedRow(const QString& page, const QString& text, int number, co
             return true;
     }
     return false;
+}
+
+// The words of the line (a table row) that holds word, left to right, joined by blanks.
+inline QString lineOf(const PdfPage& page, const QString& word)
+{
+    const auto at = std::find_if(page.words.cbegin(), page.words.cend(),
+                                 [&](const PdfWord& w) { return w.text == word; });
+    QList<PdfWord> line;
+    for (const PdfWord& w : page.words) {
+        if (at != page.words.cend() && qAbs(w.box.center().y() - at->box.center().y()) < 1)
+            line.append(w);
+    }
+    std::sort(line.begin(), line.end(),
+              [](const PdfWord& a, const PdfWord& b) { return a.box.x() < b.box.x(); });
+    QStringList texts;
+    for (const PdfWord& w : line)
+        texts << w.text;
+    return texts.join(u' ');
 }
 
 // The CJK radicals (U+2E80-U+2FDF) in text: a PDF writer that maps a shared glyph back to its first
@@ -301,16 +306,12 @@ inline QString radicalsIn(const QString& text)
 // and per mask).
 inline int pdfImages(const QString& pdf)
 {
-    QProcess p;
-    p.start(u"pdfimages"_s, {u"-list"_s, pdf});
-    p.waitForFinished(60000);
-    const QStringList lines = QString::fromUtf8(p.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
-    int images = 0;
-    for (const QString& line : lines.mid(2)) {
-        if (line.split(u' ', Qt::SkipEmptyParts).value(2) == u"image"_s) // not its mask
-            ++images;
-    }
-    return images;
+    const QStringList lines =
+        runProgram(u"pdfimages"_s, {u"-list"_s, pdf}).err.split(u'\n', Qt::SkipEmptyParts);
+    return int(
+        std::count_if(lines.cbegin() + qMin(2, int(lines.size())), lines.cend(), [](const QString& line) {
+            return line.split(u' ', Qt::SkipEmptyParts).value(2) == u"image"_s; // not its mask
+        }));
 }
 
 } // namespace enginetest

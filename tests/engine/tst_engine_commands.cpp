@@ -1,13 +1,12 @@
-// The command file "WfdCom.dat": every command, what each does to the output, and every kind of
-// bad input, which must end the engine with one message naming the file and line and status 2.
+// The command file "WfdCom.dat" and the layout: every rendering property of a layout and every
+// command, read back from where the words land in the PDF, and every kind of bad input, which must
+// end the engine with one message naming the file and line and status 2.
 
 #include "EngineTestData.h"
 #include "engine/CommandFile.h"
 #include "engine/CsvLine.h"
-#include "engine/LayoutReader.h"
 #include "engine/ValueFormat.h"
 
-#include <QImage>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -16,55 +15,40 @@ using namespace enginetest;
 using qelprn::engine::EngineError;
 using qelprn::engine::EngineJob;
 
-namespace {
-
-// Left and right edge of the ink on a rendered page.
-std::pair<int, int> inkColumns(const QString& png)
-{
-    const QImage image(png);
-    int left = image.width();
-    int right = -1;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (qGray(image.pixel(x, y)) < 200) {
-                left = qMin(left, x);
-                right = qMax(right, x);
-            }
-        }
-    }
-    return {left, right};
-}
-
-} // namespace
-
 class tst_engine_commands : public QObject
 {
     Q_OBJECT
 
+public:
+    // How a word must sit in its item's box.
+    enum Check { Left, Right, Center, Fits, Overflows, Wraps, Empty, Paper };
+    Q_ENUM(Check)
+
 private:
     QTemporaryDir m_dir;
+    QHash<QString, QList<PdfPage>> m_rendered; // by the extra command lines
     QString path(const QString& name) const { return m_dir.filePath(name); }
 
-    QString facilityData(int rows)
+    // tests/engine/properties.wfd over five rows in two groups: A (4 rows, 3 slots a page: two
+    // pages) and B (one page), with the extra command lines. The data file has no title line
+    // (",,,1"): the layout names the columns by position.
+    const QList<PdfPage>& rendered(const QStringList& extra)
     {
-        QStringList lines = {header(facilityTitles())};
-        for (int i = 1; i <= rows; ++i)
-            lines << facilityRow(i, 12, u"さくら苑"_s, 0, u"さくら苑 %1号館"_s.arg(i), 1, 10000, 1000, {},
-                                 {});
-        const QString file = u"data%1.csv"_s.arg(rows);
-        return writeCp932(path(file), lines) ? file : QString();
-    }
-
-    // Runs the facility invoice with extra command lines into name.pdf (and PNGs at 60 dpi).
-    Run renderWith(const QString& name, const QStringList& extra, int rows = 10, bool png = false)
-    {
-        const QString command = path(name + u".dat"_s);
-        writeCommandFile(command, layoutPath(u"施設別請求書.wfd"_s), u"施設請求データ"_s, facilityData(rows),
-                         extra);
-        QStringList args = {u"--pdf"_s, path(name + u".pdf"_s)};
-        if (png)
-            args << u"--png"_s << path(name) << u"--dpi"_s << u"60"_s;
-        return runEngine(args << u"/c"_s << command);
+        const QString key = extra.join(u'|');
+        if (!m_rendered.contains(key)) {
+            writeCp932(path(u"props.csv"_s), {u"\"A\",\"Alpha\",1234,0,1"_s, u"\"A\",\"Beta\",0,101,0"_s,
+                                              u"\"A\",\"\",5678,102,1"_s, u"\"A\",\"Delta\",900,103,0"_s,
+                                              u"\"B\",\"Echo\",42,0,1"_s});
+            const QString name = path(u"props%1"_s.arg(m_rendered.size()));
+            const QString layout =
+                qEnvironmentVariable("QELPRN_SOURCE_DIR") + u"/tests/engine/properties.wfd"_s;
+            writeCp932(name + u".dat"_s,
+                       QStringList{u"FileName,"_s + q(layout), u"SetDataText,\"props\",\"props.csv\",,,1"_s} +
+                           extra + QStringList{u"PrintOut"_s});
+            runEngine({u"--pdf"_s, name + u".pdf"_s, u"/c"_s, name + u".dat"_s});
+            m_rendered.insert(key, pdfWords(name + u".pdf"_s));
+        }
+        return m_rendered[key];
     }
 
 private slots:
@@ -72,49 +56,26 @@ private slots:
 
     void readsEveryCommand()
     {
-        const QString folder = path(u"job"_s);
-        const QString text = u"FileName,\"SYS\\施設別請求書.wfd\"\r\n"
-                             u"Title,\"施設請求書印刷\"\r\n"
-                             u"SetDataText,\"施設請求データ\",\"施設請求データ.csv\"\r\n"
-                             u"SetDataText,\"明細\",\"/data/明細.csv\",,,1\r\n"
-                             u"PrintOffsetX, 15\r\n"
-                             u"PrintOffsetY, -20\r\n"
-                             u"PrintZoom, 90\r\n"
-                             u"SectionRepeatStart, 3\r\n"
-                             u"PrintPaper, B5\r\n"
-                             u"SetItemValue,\"pageHeader.表題\",\"御請求書\"\r\n"
-                             u"SetItemValue,\"宛名\",\"A,B\"\r\n"
+        // Paths relative to the command file, a data file without titles, a value holding a comma.
+        const QString text = u"FileName,\"SYS\\施設別請求書.wfd\"\r\nTitle,\"施設請求書印刷\"\r\n"
+                             u"SetDataText,\"明細\",\"明細.csv\",,,1\r\nSetItemValue,\"宛名\",\"A,B\"\r\n"
                              u"PrintOutFromDialog\r\n"_s;
         EngineJob job;
         EngineError error;
-        QVERIFY2(
-            qelprn::engine::parseCommandFile(qelprn::toCp932(text), folder + u"/WfdCom.dat"_s, job, &error),
-            qPrintable(error.text()));
-        QCOMPARE(job.layoutPath, folder + u"/SYS/施設別請求書.wfd"_s); // relative to the command file
+        QVERIFY2(qelprn::engine::parseCommandFile(qelprn::toCp932(text), path(u"WfdCom.dat"_s), job, &error),
+                 qPrintable(error.text()));
+        QCOMPARE(job.layoutPath, path(u"SYS/施設別請求書.wfd"_s));
         QCOMPARE(job.title, u"施設請求書印刷"_s);
-        QCOMPARE(job.data.size(), 2);
-        QCOMPARE(job.data[0].name, u"施設請求データ"_s);
-        QCOMPARE(job.data[0].path, folder + u"/施設請求データ.csv"_s);
-        QVERIFY(!job.data[0].noTitle);
-        QCOMPARE(job.data[1].path, u"/data/明細.csv"_s);
-        QVERIFY(job.data[1].noTitle);
-        QCOMPARE(job.offsetX, 15);
-        QCOMPARE(job.offsetY, -20);
-        QCOMPARE(job.zoom, 90);
-        QCOMPARE(job.repeatStart, 3);
-        QCOMPARE(job.paper, u"B5"_s);
-        QCOMPARE(job.items.size(), 2);
-        QCOMPARE(job.items[0].item, u"pageHeader.表題"_s);
-        QCOMPARE(job.items[1].value, u"A,B"_s);
+        QCOMPARE(job.data.value(0).path, path(u"明細.csv"_s));
+        QVERIFY(job.data.value(0).noTitle);
+        QCOMPARE(job.items.value(0).value, u"A,B"_s);
         QCOMPARE(job.action, EngineJob::Action::PrintOutFromDialog);
-
         for (const auto& [line, action] : {std::pair{u"ShowWindow,2"_s, EngineJob::Action::Preview},
                                            std::pair{u"PrintOut"_s, EngineJob::Action::PrintOut}}) {
             QVERIFY(qelprn::engine::parseCommandFile(
                 qelprn::toCp932(u"FileName,\"/a.wfd\"\r\n"_s + line + u"\r\n"_s), path(u"c.dat"_s), job,
                 &error));
             QCOMPARE(job.action, action);
-            QCOMPARE(job.zoom, 2); // unchanged unless given
         }
     }
 
@@ -135,11 +96,7 @@ private slots:
     void formatsValues()
     {
         using qelprn::engine::formatValue;
-        QCOMPARE(formatValue(u"1234567"_s, u"number"_s), u"1,234,567"_s);
         QCOMPARE(formatValue(u"-1234.5"_s, u"number"_s), u"-1,234.5"_s);
-        QCOMPARE(formatValue(u"375368"_s, u"yen"_s), u"¥375,368"_s);
-        QCOMPARE(formatValue(u"0"_s, u"number"_s, true), QString());
-        QCOMPARE(formatValue(u"0"_s, u"number"_s), u"0"_s);
         QCOMPARE(formatValue(u"2024/05/01"_s, u"month"_s), u"2024年5月分"_s);
         QCOMPARE(formatValue(u"2024/05/01"_s, u"era-month"_s), u"令和6年5月分"_s);
         QCOMPARE(formatValue(u"2019/05/01"_s, u"era-month"_s), u"令和元年5月分"_s);
@@ -164,91 +121,108 @@ private slots:
         QCOMPARE(formatValue(u"0"_s, u"share"_s), QString());
         QCOMPARE(formatValue(QString(), u"share"_s), QString());
         QCOMPARE(formatValue(u"x"_s, u"share"_s), u"x"_s);
+    }
 
-        // One date style per form: the form's setting wins over the format an item names.
-        using qelprn::engine::DateStyle;
-        using qelprn::engine::formatForDateStyle;
-        QCOMPARE(formatForDateStyle(u"date"_s, DateStyle::Era), u"era-date"_s);
-        QCOMPARE(formatForDateStyle(u"month"_s, DateStyle::Era), u"era-month"_s);
-        QCOMPARE(formatForDateStyle(u"era-date"_s, DateStyle::Western), u"date"_s);
-        QCOMPARE(formatForDateStyle(u"md"_s, DateStyle::Era), u"md"_s);
-        for (const QString& name :
-             {u"施設別請求書.wfd"_s, u"一部負担金一覧表_02.wfd"_s, u"一部負担金一覧表_回数区分あり.wfd"_s,
-              u"請求書兼領収書_回数区分あり.wfd"_s, u"請求書兼領収書_回数区分あり_自費.wfd"_s}) {
-            qelprn::engine::Layout layout;
-            qelprn::engine::EngineError error;
-            QVERIFY2(qelprn::engine::readLayout(layoutPath(name), layout, &error), qPrintable(error.message));
-            QVERIFY(layout.dateStyle == DateStyle::Era);
-            for (const auto& band : layout.bands + QList<qelprn::engine::LayoutBand>{layout.detail}) {
-                for (const auto& item : band.items)
-                    QVERIFY2(item.format != u"date"_s && item.format != u"month"_s, qPrintable(name));
+    void rendersEachProperty_data()
+    {
+        QTest::addColumn<QStringList>("commands"); // extra lines of the command file
+        QTest::addColumn<int>("page");
+        QTest::addColumn<QString>("text"); // the words whose centres lie in the box, joined
+        QTest::addColumn<QRectF>("box");   // the item's box on the paper, mm
+        QTest::addColumn<Check>("check");
+
+        // Margins 10 mm; detail slots of 10 mm from 40 mm down the paper.
+        const QRectF amount(30, 40, 40, 10), yen(80, 40, 40, 10), room(130, 40, 20, 10),
+            name(155, 40, 30, 10);
+        const QRectF kind(188, 40, 12, 10), number(10, 40, 10, 10), footer(30, 100, 40, 6);
+        const QRectF firstOnly(10, 20, 40, 6), lastOnly(10, 90, 40, 6);
+        auto slot = [](QRectF box, int n) { return box.translated(0, 10 * n); };
+        auto row = [](const char* what, int page, const QString& text, QRectF box, Check check,
+                      const QStringList& commands = {}) {
+            QTest::newRow(what) << commands << page << text << box << check;
+        };
+        row("blank zero", 1, {}, slot(amount, 1), Empty);
+        row("zero printed", 1, u"¥0"_s, slot(yen, 1), Center);
+        row("right alignment", 1, u"1,234"_s, amount, Right);
+        row("centre alignment", 1, u"¥1,234"_s, yen, Center);
+        row("left alignment", 1, u"101"_s, slot(room, 1), Left);
+        row("blank zero of a text column", 1, {}, room, Empty);
+        row("prefix and suffix", 1, u"[Alpha]"_s, name, Left);
+        row("no prefix without a value", 1, {}, slot(name, 2), Empty);
+        row("condition met", 1, u"自費"_s, kind, Left);
+        row("condition not met", 1, {}, slot(kind, 1), Empty);
+        row("row number goes on over pages", 2, u"4"_s, number, Right);
+        row("row number starts per group", 3, u"1"_s, number, Right);
+        row("page of the group", 2, u"P2/2"_s, {10, 10, 30, 6}, Left);
+        row("pages of the next group", 3, u"P1/1"_s, {10, 10, 30, 6}, Left);
+        row("sheet of the job", 2, u"S2/3"_s, {50, 10, 30, 6}, Left);
+        row("shrink to fit", 1, u"縮小して枠に収める長い見出し"_s, {90, 10, 25, 6}, Fits);
+        row("no shrink", 1, u"はみ出したままの長い見出し"_s, {120, 10, 25, 6}, Overflows);
+        row("wrap", 1, u"折り返して二行になる長い説明文"_s, {60, 20, 30, 12}, Wraps);
+        // A radical beside its ideograph and both wave dashes, each pair one glyph in the font: the
+        // text layer names each as drawn.
+        row("characters as drawn", 1, u"⽇本日本〜～"_s, {110, 20, 40, 6}, Center);
+        row("first-page band", 1, u"初頁だけ"_s, firstOnly, Left);
+        row("first-page band later", 2, {}, firstOnly, Empty);
+        row("last-page band", 2, u"最終頁だけ"_s, lastOnly, Left);
+        row("last-page band earlier", 1, {}, lastOnly, Empty);
+        row("continued", 1, u"次頁へ続く"_s, footer, Right);
+        row("group sum on its last page", 2, u"7,812"_s, footer, Right);
+        row("sum of the next group", 3, u"42"_s, footer, Right);
+
+        row("SetItemValue on a text", 1, u"差替"_s, firstOnly, Left,
+            {u"SetItemValue,\"groupHeader.見出し\",\"差替\""_s});
+        row("SetItemValue on a field", 2, u"[固定]"_s, name, Left, {u"SetItemValue,\"名前\",\"固定\""_s});
+        row("PrintOffsetX and Y", 1, u"1,234"_s, amount.translated(10, -5), Right,
+            {u"PrintOffsetX, 100"_s, u"PrintOffsetY, -50"_s});
+        row("PrintZoom", 1, u"1,234"_s, {15, 20, 20, 5}, Right, {u"PrintZoom, 50"_s});
+        row("PrintPaper", 1, {}, {0, 0, 182, 257}, Paper, {u"PrintPaper, B5"_s});
+        const qreal b5 = 257.0 / 297; // the A4 form scaled as a whole to fit B5
+        row("PrintPaper scales", 1, u"1,234"_s, {30 * b5, 40 * b5, 40 * b5, 10 * b5}, Right,
+            {u"PrintPaper, B5"_s});
+        row("SectionRepeatStart", 1, u"1,234"_s, slot(amount, 2), Right, {u"SectionRepeatStart, 3"_s});
+        row("SectionRepeatStart next page", 2, u"[Beta]"_s, name, Left, {u"SectionRepeatStart, 3"_s});
+    }
+
+    void rendersEachProperty()
+    {
+        QFETCH(QStringList, commands);
+        QFETCH(int, page);
+        QFETCH(QString, text);
+        QFETCH(QRectF, box);
+        QFETCH(Check, check);
+        const QList<PdfPage>& pages = rendered(commands);
+        QVERIFY(pages.size() >= page);
+        const PdfPage& on = pages[page - 1];
+        if (check == Paper) {
+            QVERIFY2(qAbs(on.size.width() - box.width()) < 1 && qAbs(on.size.height() - box.height()) < 1,
+                     qPrintable(u"%1 x %2 mm"_s.arg(on.size.width()).arg(on.size.height())));
+            return;
+        }
+        QStringList words;
+        QRectF ink;
+        for (const PdfWord& w : on.words) {
+            if (box.contains(w.box.center())) {
+                words << w.text;
+                ink |= w.box;
             }
         }
-    }
-
-    void commandsChangeTheOutput()
-    {
-        // SetItemValue on a fixed text (with its section) and on a field.
-        Run r = renderWith(u"items"_s, {u"SetItemValue,\"pageHeader.表題\",\"御請求書\""_s,
-                                        u"SetItemValue,\"宛名\",\"テスト施設\""_s});
-        QCOMPARE(r.exitCode, 0);
-        const QString text = pdfText(path(u"items.pdf"_s));
-        QVERIFY(text.contains(u"御請求書"_s));
-        QVERIFY(text.contains(u"テスト施設"_s));
-        QVERIFY(!text.contains(u"さくら苑\n"_s));
-
-        // PrintPaper: the pages are B5 (182 x 257 mm).
-        QCOMPARE(renderWith(u"b5"_s, {u"PrintPaper, B5"_s}).exitCode, 0);
-        const Run info = runProgram(u"pdfinfo"_s, {path(u"b5.pdf"_s)});
-        QVERIFY2(info.err.contains(QRegularExpression(u"Page size:\\s+51[56]\\.?\\d* x 72[89]"_s)),
-                 qPrintable(info.err));
-
-        // SectionRepeatStart: ten rows starting at slot 20 of 25 run onto a second page.
-        QCOMPARE(renderWith(u"one"_s, {}).exitCode, 0);
-        QCOMPARE(pdfPages(path(u"one.pdf"_s)), 1);
-        QCOMPARE(renderWith(u"repeat"_s, {u"SectionRepeatStart, 20"_s}).exitCode, 0);
-        QCOMPARE(pdfPages(path(u"repeat.pdf"_s)), 2);
-
-        // PrintOffsetX moves the ink right (10 mm = 24 px at 60 dpi); PrintZoom shrinks it.
-        QCOMPARE(renderWith(u"plain"_s, {}, 10, true).exitCode, 0);
-        QCOMPARE(renderWith(u"offset"_s, {u"PrintOffsetX, 100"_s}, 10, true).exitCode, 0);
-        QCOMPARE(renderWith(u"zoom"_s, {u"PrintZoom, 50"_s}, 10, true).exitCode, 0);
-        const auto plain = inkColumns(path(u"plain/page-0001.png"_s));
-        const auto offset = inkColumns(path(u"offset/page-0001.png"_s));
-        const auto zoom = inkColumns(path(u"zoom/page-0001.png"_s));
-        QVERIFY(qAbs(offset.first - plain.first - 24) <= 1);
-        QVERIFY2(
-            qAbs((zoom.second - zoom.first) * 2 - (plain.second - plain.first)) <= 4,
-            qPrintable(u"%1-%2 %3-%4"_s.arg(zoom.first).arg(zoom.second).arg(plain.first).arg(plain.second)));
-    }
-
-    void dataWithoutTitleLine()
-    {
-        // ",,,1": the file has no title line; a layout names its columns by position.
-        QVERIFY(writeCp932(path(u"notitle.csv"_s), {u"\"A社\",1200"_s, u"\"B社\",3400"_s}));
-        QFile layout(path(u"list.wfd"_s));
-        QVERIFY(layout.open(QIODevice::WriteOnly));
-        layout.write("{ \"data\": \"一覧\", \"groupBy\": \"#1\",\n"
-                     "  \"pageHeader\": { \"items\": [ { \"type\": \"text\", \"text\": \"一覧表 ⽇本日本〜～ "
-                     "{page}/{pages}\", \"x\": 0, \"y\": 0, \"w\": 100, \"h\": 8 } ] },\n"
-                     "  \"detail\": { \"top\": 10, \"rows\": 5, \"rowHeight\": 6, \"items\": [\n"
-                     "    { \"type\": \"field\", \"column\": \"#1\", \"suffix\": \" 御中\", \"x\": 0, \"y\": "
-                     "0, \"w\": 60, \"h\": 6 },\n"
-                     "    { \"type\": \"field\", \"column\": \"#2\", \"format\": \"yen\", \"x\": 60, \"y\": "
-                     "0, \"w\": 40, \"h\": 6, \"align\": \"right\" } ] } }\n");
-        layout.close();
-        QVERIFY(writeCp932(
-            path(u"notitle.dat"_s),
-            {u"FileName,\"list.wfd\""_s, u"SetDataText,\"一覧\",\"notitle.csv\",,,1"_s, u"PrintOut"_s}));
-        const Run r = runEngine({u"--pdf"_s, path(u"notitle.pdf"_s), u"/c"_s, path(u"notitle.dat"_s)});
-        QCOMPARE(r.exitCode, 0);
-        QCOMPARE(pdfPages(path(u"notitle.pdf"_s)), 2);
-        const QString text = pdfText(path(u"notitle.pdf"_s));
-        QVERIFY(text.contains(u"A社 御中"_s));
-        // The title holds a radical beside its ideograph and both wave dashes: the text layer names
-        // each as drawn, though each pair shares one glyph in the font.
-        QVERIFY2(text.contains(u"一覧表 ⽇本日本〜～ 1/1"_s), qPrintable(text));
-        QVERIFY(text.contains(u"¥3,400"_s));
+        const QString seen = u"%1 at %2-%3 mm"_s.arg(words.join(u' ')).arg(ink.left()).arg(ink.right());
+        QVERIFY2(words.join(QString()) == text, qPrintable(seen));
+        constexpr qreal near = 0.3; // mm: whole engine units and the PDF's rounding
+        const bool left = qAbs(ink.left() - box.left()) < near;
+        const bool right = qAbs(ink.right() - box.right()) < near;
+        // Wraps: two lines (of 3.5 mm) from the box's top ("valign": "top"), neither past its edge.
+        const bool wraps = words.size() == 2 && ink.height() > 6 && qAbs(ink.top() - box.top()) < 1 &&
+                           ink.right() <= box.right() + near;
+        const QHash<Check, bool> holds = {{Left, left},
+                                          {Right, right},
+                                          {Center, qAbs(ink.center().x() - box.center().x()) < near},
+                                          {Fits, left && right},
+                                          {Overflows, left && ink.right() > box.right() + 5},
+                                          {Wraps, left && wraps},
+                                          {Empty, true}};
+        QVERIFY2(holds.value(check), qPrintable(seen));
     }
 
     void badInputEndsWithOneMessage_data()
@@ -295,8 +269,8 @@ private slots:
         QTest::newRow("unknown item") << with(2, u"SetItemValue,\"detail.なし\",\"1\""_s) << good
                                       << u"WfdCom.dat:3"_s << u"detail.なし"_s;
         QTest::newRow("column missing")
-            << ok << QString(header(facilityTitles().mid(0, 21)) + u'\n' + u"\"1\",1"_s) << u"data.csv:1"_s
-            << u"社印保存先"_s;
+            << ok << QString(header(facilityTitles().section(u',', 0, 20)) + u'\n' + u"\"1\",1"_s)
+            << u"data.csv:1"_s << u"社印保存先"_s;
         QTest::newRow("malformed data line")
             << ok << QString(good + u'\n' + u"\"1\",2,\"2024/05/01"_s) << u"data.csv:3"_s << u"\""_s;
         QTest::newRow("no data rows") << ok << header(facilityTitles()) << u"data.csv"_s << u"データ行"_s;

@@ -21,19 +21,11 @@ private:
 
     QString path(const QString& name) const { return m_dir.filePath(name); }
 
-    // Renders layout over the data file to a PDF; fails the test on a non-zero exit.
+    QHash<QString, QString> m_pdfs; // by print kind: "1" ... "5"
+
     QString render(const QString& name, const QString& layout, const QString& dataName, const QString& csv)
     {
-        const QString command = path(name + u".dat"_s);
-        const QString pdf = path(name + u".pdf"_s);
-        if (!writeCommandFile(command, layoutPath(layout), dataName, csv))
-            return {};
-        const Run r = runEngine({u"--pdf"_s, pdf, u"/c"_s, command});
-        if (r.exitCode != 0) {
-            qWarning().noquote() << r.err;
-            return {};
-        }
-        return pdf;
+        return renderPdf(m_dir, name, layoutPath(layout), dataName, csv);
     }
 
     // Billing facility 12: 3 facility lines, 2 fillers, a self-pay line, fillers to 25 (one page).
@@ -76,61 +68,58 @@ private slots:
         p.end();
         m_seal = path(u"corpseal.bmp"_s);
         QVERIFY(seal.save(m_seal, "BMP"));
+
+        QVERIFY(writeCp932(path(u"施設請求データ.csv"_s), facilityLines(m_seal)));
+        // 20 patients in one facility (18 rows a page: two pages) and 5 in another (one page).
+        QStringList patients = {header(patientTitles())};
+        for (int i = 1; i <= 25; ++i)
+            patients << patientRow(i, i <= 20 ? 3 : 4,
+                                   i <= 20 ? u"介護付き有料老人ホーム あおば"_s : u"ケアハウス みどり"_s,
+                                   u"佐藤 花子%1"_s.arg(i), 45600, 4560 + i, i <= 20 ? m_seal : QString());
+        QVERIFY(writeCp932(path(u"patients.csv"_s), patients));
+        // Two patients of 8 days, one of 13 (days 1-11 on its first line, 12-13 on its second).
+        QVERIFY(writeCp932(path(u"請求書兼領収書.csv"_s),
+                           {header(receiptTitles()), receiptRow(7000, u"田中 一郎0"_s, 8, m_seal),
+                            receiptRow(7001, u"田中 一郎1"_s, 11, m_seal, 1, 13),
+                            receiptRow(7001, u"田中 一郎1"_s, 2, m_seal, 12, 13),
+                            receiptRow(7002, u"田中 一郎2"_s, 8, m_seal)}));
+        const QString facility = u"施設請求データ"_s, receipt = u"請求書兼領収書"_s;
+        m_pdfs = {
+            {u"1"_s, render(u"kind1"_s, u"施設別請求書.wfd"_s, facility, u"施設請求データ.csv"_s)},
+            {u"2"_s, render(u"kind2"_s, u"一部負担金一覧表_02.wfd"_s, facility, u"patients.csv"_s)},
+            {u"3"_s, render(u"kind3"_s, u"一部負担金一覧表_回数区分あり.wfd"_s, facility, u"patients.csv"_s)},
+            {u"4"_s,
+             render(u"kind4"_s, u"請求書兼領収書_回数区分あり.wfd"_s, receipt, u"請求書兼領収書.csv"_s)},
+            {u"5"_s, render(u"kind5"_s, u"請求書兼領収書_回数区分あり_自費.wfd"_s, receipt,
+                            u"請求書兼領収書.csv"_s)}};
     }
 
-    void facilityInvoicePagesPerBillingFacility()
+    // Pages per group, the seal on every page that has one, and a text layer that names the
+    // characters drawn: 日, 月, 人, 老, 行 ... share a glyph with a radical in the font, and must not
+    // come out as the radical. Everything Japanese is in an embedded font.
+    void everyForm_data()
     {
-        QVERIFY(writeCp932(path(u"施設請求データ.csv"_s), facilityLines(m_seal)));
-        const QString pdf =
-            render(u"kind1"_s, u"施設別請求書.wfd"_s, u"施設請求データ"_s, u"施設請求データ.csv"_s);
-        QVERIFY(!pdf.isEmpty());
-        QCOMPARE(pdfPages(pdf), 5); // 1 + 2 + 2
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<int>("pages");
+        QTest::addColumn<int>("images");
+        QTest::newRow("1") << u"1"_s << 5 << 5; // billing facilities of 1, 2 and 2 pages
+        QTest::newRow("2") << u"2"_s << 3 << 2; // facilities of 2 and 1 pages, the second without seal
+        QTest::newRow("3") << u"3"_s << 3 << 2;
+        QTest::newRow("4") << u"4"_s << 4 << 8; // a sheet per patient and 11 days; both halves sealed
+        QTest::newRow("5") << u"5"_s << 4 << 8;
+    }
 
-        const QString first = pdfText(pdf, 1);
-        QVERIFY(first.contains(u"特別養護老人ホーム さくら苑"_s));
-        QVERIFY(first.contains(u"御中"_s));
-        QVERIFY(first.contains(u"ご請求金額"_s));
-        QVERIFY(first.contains(u"令和6年5月分"_s)); // every date of the form in the era style
-        QVERIFY(first.contains(u"令和6年6月5日"_s));
-        QVERIFY(!first.contains(u"2024"_s));
-        QVERIFY(first.contains(u"1,234,567"_s));
-        QVERIFY(first.contains(u"¥375,368"_s)); // 3 x 123,456 + 5,000 boxed as the amount billed
-        QVERIFY(first.contains(u"山田 太郎 様"_s));
-        QVERIFY(hasPageNumber(first, 1, 1));
-        QVERIFY(!first.contains(u"ひまわり"_s));
-
-        // A new billing facility starts a new page, and its page numbers start again.
-        const QString second = pdfText(pdf, 2);
-        QVERIFY(second.contains(u"グループホーム ひまわり"_s));
-        QVERIFY(hasPageNumber(second, 1, 2));
-        QVERIFY(second.contains(u"ひまわり棟25"_s));
-        QVERIFY(!second.contains(u"ひまわり棟26"_s));
-        const QString third = pdfText(pdf, 3);
-        QVERIFY(third.contains(u"ひまわり棟26"_s));
-        QVERIFY(hasPageNumber(third, 2, 2));
-        // Line numbers count from 1 on every invoice, whatever the file's 項番.
-        const QString secondRows = pdfText(pdf, 2, true);
-        QVERIFY2(numberedRow(secondRows, u"ひまわり棟1 "_s, 1),
-                 qPrintable(lineWith(secondRows, u"ひまわり棟1 "_s)));
-        QVERIFY(numberedRow(secondRows, u"ひまわり棟25"_s, 25));
-        QVERIFY(numberedRow(pdfText(pdf, 3, true), u"ひまわり棟30"_s, 30));
-        QVERIFY(numberedRow(pdfText(pdf, 1, true), u"山田 太郎 様"_s, 6));
-        QVERIFY(third.contains(u"¥90,000"_s));
-        QVERIFY(pdfText(pdf, 5).contains(u"ケアハウス"_s));
-        QVERIFY(hasPageNumber(pdfText(pdf, 5), 2, 2));
-
-        // The text layer names the characters drawn: 日, 月, 人, 老, 行 ... share a glyph with a
-        // radical in the font, and must not come out as the radical.
+    void everyForm()
+    {
+        QFETCH(QString, kind);
+        QFETCH(int, pages);
+        QFETCH(int, images);
+        const QString pdf = m_pdfs.value(kind);
+        QCOMPARE(pdfPages(pdf), pages);
+        QCOMPARE(pdfImages(pdf), images);
         const QString all = pdfText(pdf);
         QVERIFY2(radicalsIn(all).isEmpty(), qPrintable(radicalsIn(all)));
-        for (const QString& word :
-             {u"請"_s, u"求"_s, u"発行日"_s, u"特別養護老人ホーム さくら苑"_s, u"御中"_s, u"施術施設名"_s,
-              u"人数"_s, u"施術合計"_s, u"負担額"_s, u"備考"_s, u"合計"_s,
-              u"下記のとおりご請求申し上げます。"_s, u"株式会社ほほえみ"_s, u"東京都杉並区荻窪5-6-7"_s,
-              u"令和6年5月分"_s, u"施術費"_s})
-            QVERIFY2(all.contains(word), qPrintable(word));
-
-        // Everything Japanese is in an embedded font: the text-layer copy of IPAex.
+        QVERIFY(!all.contains(u"2024"_s)); // every date of the form in the era style
         const Run fonts = runProgram(u"pdffonts"_s, {pdf});
         QVERIFY(fonts.err.contains(u"QelprnTextLayer"_s));
         for (const QString& line : fonts.err.split(u'\n').mid(2)) {
@@ -139,24 +128,94 @@ private slots:
         }
     }
 
+    // What a page shows. Each check is a text the page holds, "!text" for one it must not hold,
+    // "2×text" for a text it holds twice, "p/n" for the page number of the group and
+    // "word: start" for the table row holding word, read left to right.
+    void pagesShow_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<int>("page");
+        QTest::addColumn<QStringList>("checks");
+        auto row = [](const char* what, const QString& kind, int page, const QStringList& checks) {
+            QTest::newRow(what) << kind << page << checks;
+        };
+        // Facility invoice: a billing facility per invoice; line numbers count from 1 on every
+        // invoice, whatever the file's 項番; zero people and amounts blank; 3 x 123,456 + 5,000
+        // boxed as the amount billed.
+        row("1: first invoice", u"1"_s, 1,
+            {u"特別養護老人ホーム さくら苑"_s, u"御中"_s, u"令和6年5月分"_s, u"令和6年6月5日"_s,
+             u"1,234,567"_s, u"¥375,368"_s, u"1/1"_s, u"山田: 6 さくら苑(自費) 5,000 山田 太郎 様"_s,
+             u"発行日"_s, u"人数"_s, u"施術合計"_s, u"下記のとおりご請求申し上げます。"_s, u"!ひまわり"_s});
+        row("1: next facility", u"1"_s, 2,
+            {u"グループホーム ひまわり"_s, u"1/2"_s, u"ひまわり棟1: 1 ひまわり棟1 3 30,000 3,000"_s});
+        row("1: its last page", u"1"_s, 3, {u"2/2"_s, u"ひまわり棟30: 30 "_s, u"¥90,000"_s});
+        row("1: a page of fillers", u"1"_s, 5, {u"2/2"_s});
+        // Co-payment lists: the share code 2 printed as the share, 1割; the footer on the last page.
+        for (const auto& [kind, title] :
+             {std::pair{u"2"_s, u"ご請求額"_s}, std::pair{u"3"_s, u"5回以上請求額"_s}}) {
+            row(qPrintable(kind + u": first page"_s), kind, 1,
+                {u"介護付き有料老人ホーム あおば"_s, u"御中"_s, u"令和6年5月分"_s, u"令和6年5月1日"_s,
+                 u"令和6年5月31日"_s, u"令和6年6月5日"_s, title, u"1/2"_s,
+                 u"花子1: 1 101 佐藤 花子1 様 後期高齢 1割 8回 45,600 4,561 "_s, u"!2割"_s, u"!お振込先"_s});
+            row(qPrintable(kind + u": last page"_s), kind, 2,
+                {u"2/2"_s, u"912,000"_s, u"お振込先"_s, u"ホホエミシンキュウイン"_s}); // 20 x 45,600
+            row(qPrintable(kind + u": next facility"_s), kind, 3,
+                {u"ケアハウス みどり"_s, u"1/1"_s, u"花子21: 1 "_s});
+        }
+        // Invoice-receipts: invoice and receipt halves; the month totals only on a patient's last
+        // sheet (13 x 5,700; 13 x 570.5), "次頁へ続く" in the amount billed and the total row before.
+        for (const auto& [kind, amount] :
+             {std::pair{u"4"_s, u"2×¥12,564-"_s}, std::pair{u"5"_s, u"2×¥8,000-"_s}}) {
+            row(qPrintable(kind + u": eight days"_s), kind, 1,
+                {u"2×田中 一郎0"_s, amount, u"2×1割負担"_s, u"令和6年5月分"_s, u"令和6年6月5日"_s,
+                 u"領収日"_s, u"5/16"_s, u"!5/18"_s, u"45,600"_s, u"4,564"_s, u"後期高齢"_s, u"1/1"_s,
+                 u"!次頁へ続く"_s});
+            row(qPrintable(kind + u": goes on"_s), kind, 2,
+                {u"1/2"_s, u"5/22"_s, u"4×次頁へ続く"_s, u"!74,100"_s, u"!¥"_s});
+            row(qPrintable(kind + u": last sheet"_s), kind, 3,
+                {u"2/2"_s, u"5/24"_s, u"5/26"_s, u"!5/22"_s, u"!次頁へ続く"_s, u"2×74,100"_s, u"7,416.5"_s});
+        }
+    }
+
+    void pagesShow()
+    {
+        QFETCH(QString, kind);
+        QFETCH(int, page);
+        QFETCH(QStringList, checks);
+        const QString pdf = m_pdfs.value(kind);
+        const QString text = pdfText(pdf, page);
+        const PdfPage words = pdfWords(pdf).value(page - 1);
+        static const QRegularExpression count(u"^(\\d)×(.*)"_s), pageNumber(u"^(\\d+)/(\\d+)$"_s);
+        for (const QString& check : checks) {
+            QRegularExpressionMatch m;
+            QString row;
+            bool ok = false;
+            if (check.startsWith(u'!'))
+                ok = !text.contains(check.mid(1));
+            else if ((m = count.match(check)).hasMatch())
+                ok = text.count(m.captured(2)) == m.captured(1).toInt();
+            else if ((m = pageNumber.match(check)).hasMatch())
+                ok = hasPageNumber(text, m.captured(1).toInt(), m.captured(2).toInt());
+            else if (check.contains(u": "_s))
+                ok =
+                    (row = lineOf(words, check.section(u": "_s, 0, 0))).startsWith(check.section(u": "_s, 1));
+            else
+                ok = text.contains(check);
+            QVERIFY2(ok, qPrintable(check + u" ("_s + row + u')'));
+        }
+    }
+
     void sealImageOnlyWhenTheFileExists()
     {
-        const QString pdfWith = path(u"kind1.pdf"_s);
-        QVERIFY(QFileInfo::exists(pdfWith));
-        QVERIFY(pdfImages(pdfWith) >= 1);
-
         for (const QString& seal : {QString(), path(u"missing/corpseal.bmp"_s)}) {
             QVERIFY(writeCp932(path(u"noseal.csv"_s), facilityLines(seal)));
             const QString pdf =
                 render(u"noseal"_s, u"施設別請求書.wfd"_s, u"施設請求データ"_s, u"noseal.csv"_s);
             QVERIFY(!pdf.isEmpty());
-            QCOMPARE(pdfPages(pdf), 5);
             QCOMPARE(pdfImages(pdf), 0);
         }
     }
 
-    // The seal lies over the end of the company name, wherever the name ends, and never over the
-    // address lines below it.
     void sealOverTheEndOfTheName()
     {
         auto sealBox = [this](const QString& name, const QString& corp) {
@@ -193,122 +252,6 @@ private slots:
             QVERIFY2(seal.bottom() < (12 + 20 + 14) * mm, qPrintable(QString::number(seal.bottom() / mm)));
             QVERIFY(seal.bottom() > (12 + 20 + 8) * mm);
         }
-    }
-
-    void coPaymentListsPerFacility_data()
-    {
-        QTest::addColumn<QString>("layout");
-        QTest::addColumn<QString>("extraTitle");
-        QTest::newRow("kind 2") << u"一部負担金一覧表_02.wfd"_s << u"ご請求額"_s;
-        QTest::newRow("kind 3") << u"一部負担金一覧表_回数区分あり.wfd"_s << u"5回以上請求額"_s;
-    }
-
-    void coPaymentListsPerFacility()
-    {
-        QFETCH(QString, layout);
-        QFETCH(QString, extraTitle);
-        // 20 patients in one facility (18 rows a page: two pages) and 5 in another (one page).
-        QStringList lines = {header(patientTitles())};
-        for (int i = 1; i <= 25; ++i)
-            lines << patientRow(i, i <= 20 ? 3 : 4,
-                                i <= 20 ? u"介護付き有料老人ホーム あおば"_s : u"ケアハウス みどり"_s,
-                                u"佐藤 花子%1"_s.arg(i), 45600, 4560 + i, i <= 20 ? m_seal : QString());
-        QVERIFY(writeCp932(path(u"patients.csv"_s), lines));
-        const QString pdf = render(u"kind23"_s, layout, u"施設請求データ"_s, u"patients.csv"_s);
-        QVERIFY(!pdf.isEmpty());
-        QCOMPARE(pdfPages(pdf), 3);
-        const QString first = pdfText(pdf, 1);
-        QVERIFY(first.contains(u"介護付き有料老人ホーム あおば"_s));
-        QVERIFY(first.contains(u"御中"_s));
-        QVERIFY(first.contains(u"令和6年5月分"_s));
-        QVERIFY(first.contains(u"佐藤 花子1"_s));
-        QVERIFY(first.contains(u"様"_s));
-        QVERIFY(first.contains(u"45,600"_s));
-        QVERIFY(first.contains(extraTitle));
-        // The share code 2 is printed as the share, 1割; the facility's page numbers, its row numbers.
-        const QString rows = pdfText(pdf, 1, true);
-        QVERIFY2(lineWith(rows, u"佐藤 花子1 "_s).contains(u"1割"_s),
-                 qPrintable(lineWith(rows, u"佐藤 花子1 "_s)));
-        QVERIFY(!first.contains(u"2割"_s));
-        QVERIFY(numberedRow(rows, u"佐藤 花子1 "_s, 1));
-        QVERIFY(first.contains(u"令和6年5月1日"_s));
-        QVERIFY(first.contains(u"令和6年5月31日"_s));
-        QVERIFY(first.contains(u"令和6年6月5日"_s));
-        QVERIFY(hasPageNumber(first, 1, 2));
-        QVERIFY(radicalsIn(pdfText(pdf)).isEmpty());
-        QVERIFY(!first.contains(u"お振込先"_s)); // the group footer is on the group's last page
-        const QString second = pdfText(pdf, 2);
-        QVERIFY(second.contains(u"佐藤 花子19"_s));
-        QVERIFY(hasPageNumber(second, 2, 2));
-        QVERIFY(second.contains(u"912,000"_s)); // 20 x 45,600
-        QVERIFY(second.contains(u"お振込先"_s));
-        QVERIFY(second.contains(u"ホホエミシンキュウイン"_s));
-        const QString third = pdfText(pdf, 3);
-        QVERIFY(third.contains(u"ケアハウス みどり"_s));
-        QVERIFY(hasPageNumber(third, 1, 1));
-        QVERIFY(numberedRow(pdfText(pdf, 3, true), u"佐藤 花子21"_s, 1));
-    }
-
-    void invoiceReceiptSheetsPerPatient_data()
-    {
-        QTest::addColumn<QString>("layout");
-        QTest::addColumn<QString>("amount");
-        QTest::newRow("kind 4") << u"請求書兼領収書_回数区分あり.wfd"_s
-                                << u"¥12,564-"_s; // 4,564 co-payment + 8,000 self-pay
-        QTest::newRow("kind 5") << u"請求書兼領収書_回数区分あり_自費.wfd"_s << u"¥8,000-"_s;
-    }
-
-    void invoiceReceiptSheetsPerPatient()
-    {
-        QFETCH(QString, layout);
-        QFETCH(QString, amount);
-        // Two patients of 8 days, one of 13 (days 1-11 on its first line, 12-13 on its second).
-        QStringList lines = {header(receiptTitles())};
-        lines << receiptRow(7000, u"田中 一郎0"_s, 8, m_seal);
-        lines << receiptRow(7001, u"田中 一郎1"_s, 11, m_seal, 1, 13)
-              << receiptRow(7001, u"田中 一郎1"_s, 2, m_seal, 12, 13);
-        lines << receiptRow(7002, u"田中 一郎2"_s, 8, m_seal);
-        QVERIFY(writeCp932(path(u"請求書兼領収書.csv"_s), lines));
-        const QString pdf = render(u"kind45"_s, layout, u"請求書兼領収書"_s, u"請求書兼領収書.csv"_s);
-        QVERIFY(!pdf.isEmpty());
-        QCOMPARE(pdfPages(pdf), 4);
-        const QString first = pdfText(pdf, 1);
-        QCOMPARE(first.count(u"田中 一郎0"_s), 2); // invoice half and receipt half
-        QVERIFY(first.count(u"様"_s) >= 2);
-        QVERIFY(first.contains(u"令和6年5月分"_s));
-        QVERIFY(first.contains(u"令和6年6月5日"_s));
-        QVERIFY(first.contains(u"領収日"_s));
-        QCOMPARE(first.count(amount), 2);
-        QCOMPARE(first.count(u"1割負担"_s), 2); // share code 2
-        QVERIFY(!first.contains(u"2割"_s));
-        QVERIFY(first.contains(u"5/16"_s));  // the eighth day
-        QVERIFY(!first.contains(u"5/18"_s)); // no ninth day on this sheet
-        QVERIFY(first.contains(u"45,600"_s));
-        QVERIFY(first.contains(u"4,564"_s)); // a fractional co-payment total keeps its digits
-        QVERIFY(first.contains(u"後期高齢"_s));
-        QVERIFY(first.contains(u"ほほえみ鍼灸院"_s));
-        QVERIFY(hasPageNumber(first, 1, 1));
-        QVERIFY(!first.contains(u"次頁へ続く"_s));
-
-        // The 13-day patient: page numbers of the patient, the month totals only on the last sheet.
-        const QString goesOn = pdfText(pdf, 2, true);
-        QVERIFY(hasPageNumber(goesOn, 1, 2));
-        QVERIFY(goesOn.contains(u"5/22"_s));        // the eleventh day
-        QCOMPARE(goesOn.count(u"次頁へ続く"_s), 4); // amount billed and total row, on both halves
-        QVERIFY2(!lineWith(goesOn, u"合計"_s).contains(QRegularExpression(u"\\d"_s)),
-                 qPrintable(lineWith(goesOn, u"合計"_s)));
-        QVERIFY(!goesOn.contains(u"74,100"_s)); // 13 x 5,700
-        QVERIFY(!goesOn.contains(u"¥"_s));
-        const QString last = pdfText(pdf, 3, true);
-        QVERIFY(hasPageNumber(last, 2, 2));
-        QVERIFY(last.contains(u"5/24"_s) && last.contains(u"5/26"_s));
-        QVERIFY(!last.contains(u"5/22"_s));
-        QVERIFY(!last.contains(u"次頁へ続く"_s));
-        QCOMPARE(last.count(u"74,100"_s), 2);
-        QVERIFY(last.contains(u"7,416.5"_s)); // 13 x 570.5
-        QVERIFY(hasPageNumber(pdfText(pdf, 4), 1, 1));
-        QVERIFY(radicalsIn(pdfText(pdf)).isEmpty());
-        QCOMPARE(pdfImages(pdf), 8); // the seal on both halves of four sheets
     }
 };
 

@@ -26,11 +26,13 @@ using namespace qelprn::engine;
 
 namespace {
 
-// A one-page facility invoice job in dir.
-bool openInvoice(const QTemporaryDir& dir, EngineJob& job, FormDocument& document)
+// A facility invoice job in dir: rows lines of billing facility 12 (25 a page), then one of 13.
+bool openInvoice(const QTemporaryDir& dir, EngineJob& job, FormDocument& document, int rows = 1)
 {
-    const QStringList lines = {header(facilityTitles()),
-                               facilityRow(1, 12, u"さくら苑"_s, 0, u"本館"_s, 1, 10000, 1000, {}, {})};
+    QStringList lines = {header(facilityTitles())};
+    for (int i = 1; i <= rows; ++i)
+        lines << facilityRow(i, 12, u"さくら苑"_s, 0, u"棟%1"_s.arg(i), 1, 10000, 1000, {}, {});
+    lines << facilityRow(1, 13, u"ひまわり"_s, 0, u"本館"_s, 1, 10000, 1000, {}, {});
     EngineError error;
     return writeCp932(dir.filePath(u"data.csv"_s), lines) &&
            writeCommandFile(dir.filePath(u"WfdCom.dat"_s), layoutPath(u"施設別請求書.wfd"_s),
@@ -92,17 +94,14 @@ private slots:
         window.setZoom(PreviewWindow::Fit::Percent, 150);
         window.move(40, 30);
         PreviewWindowSettings kept = window.settings();
-        QCOMPARE(kept.zoomIndex, 7);
-        QCOMPARE(kept.geometry, window.normalGeometry());
         kept.pdfFolder = dir.path();
         kept.save();
         const PreviewWindowSettings loaded = PreviewWindowSettings::load();
         QCOMPARE(loaded.zoomIndex, 7);
-        QCOMPARE(loaded.geometry, kept.geometry);
+        QCOMPARE(loaded.geometry, window.normalGeometry());
         QCOMPARE(loaded.pdfFolder, dir.path());
 
         // The PDF is proposed as "<form>_<billing month>.pdf", in the last folder or the documents.
-        QCOMPARE(pdfBaseName(job), u"施設別請求書_202405"_s);
         window.setPdfBaseName(pdfBaseName(job));
         QCOMPARE(QFileInfo(window.proposedPdfPath()).fileName(), u"施設別請求書_202405.pdf"_s);
         QCOMPARE(QFileInfo(window.proposedPdfPath()).absolutePath(),
@@ -164,18 +163,9 @@ private slots:
     void navigatesZoomsAndSaves()
     {
         QTemporaryDir dir;
-        QStringList lines = {header(facilityTitles())};
-        for (int i = 1; i <= 60; ++i) // 25 + 25 + 10 rows: three pages of one billing facility
-            lines << facilityRow(i, 12, u"さくら苑"_s, 0, u"棟%1"_s.arg(i), 1, 10000, 1000, {}, {});
-        lines << facilityRow(1, 13, u"ひまわり"_s, 0, u"本館"_s, 1, 10000, 1000, {}, {});
-        QVERIFY(writeCp932(dir.filePath(u"data.csv"_s), lines));
-        QVERIFY(writeCommandFile(dir.filePath(u"WfdCom.dat"_s), layoutPath(u"施設別請求書.wfd"_s),
-                                 u"施設請求データ"_s, u"data.csv"_s));
         EngineJob job;
-        EngineError error;
-        QVERIFY(readCommandFile(dir.filePath(u"WfdCom.dat"_s), job, &error));
         FormDocument document;
-        QVERIFY2(document.open(job, &error), qPrintable(error.text()));
+        QVERIFY(openInvoice(dir, job, document, 60)); // 25 + 25 + 10 rows, then one page of 13
         QCOMPARE(document.pageCount(), 4);
 
         PreviewWindow window(document);
@@ -212,16 +202,10 @@ private slots:
         QTest::keyClick(&window, Qt::Key_Plus, Qt::ControlModifier);
         QCOMPARE(qRound(window.scale() * FormDocument::kUnitsPerInch / window.logicalDpiX() * 100), 75);
 
-        // The page shows ink, and saving writes every page.
-        const QImage page = window.pageImage();
-        bool ink = false;
-        for (int y = 0; y < page.height() && !ink; y += 3) {
-            for (int x = 0; x < page.width() && !ink; x += 3)
-                ink = qGray(page.pixel(x, y)) < 100;
-        }
-        QVERIFY(ink);
+        // Saving writes every page, as drawn.
         QVERIFY(window.saveAsPdf(dir.filePath(u"saved.pdf"_s)));
         QCOMPARE(pdfPages(dir.filePath(u"saved.pdf"_s)), 4);
+        QVERIFY(pdfText(dir.filePath(u"saved.pdf"_s), 4).contains(u"ひまわり"_s));
         QVERIFY(!window.failed());
     }
 };
