@@ -258,7 +258,8 @@ qint16 SearchDialogBase::iDsp1ranSub()
 bool SearchDialogBase::vWhenSeledOK()
 {
     const int row = spr_1ran->currentRow();
-    if (spr_1ran->rowCount() == 0 || row < 0 || !spr_1ran->item(row, 0)->isSelected()) {
+    const QTableWidgetItem* first = row >= 0 ? spr_1ran->item(row, 0) : nullptr;
+    if (first == nullptr || !first->isSelected()) {
         m_ctx.interaction().messageBox(u"有効な行が選択されていません！"_s, csSeikyuTitle(),
                                        MsgIcon::Exclamation);
         return false;
