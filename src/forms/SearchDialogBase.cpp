@@ -131,7 +131,9 @@ void SearchDialogBase::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         QWidget* focus = focusWidget();
-        if (focus && m_filters->parentWidget()->isAncestorOf(focus)) {
+        if (focus == nullptr)
+            return QDialog::keyPressEvent(event);
+        if (m_filters->parentWidget()->isAncestorOf(focus)) {
             search();
             return;
         }
