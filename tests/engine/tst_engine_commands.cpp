@@ -271,6 +271,11 @@ private slots:
         QTest::newRow("column missing")
             << ok << QString(header(facilityTitles().section(u',', 0, 20)) + u'\n' + u"\"1\",1"_s)
             << u"data.csv:1"_s << u"社印保存先"_s;
+        QTest::newRow("malformed title line")
+            << ok
+            << QString(u"\"施設ID,施設名\n"_s +
+                       facilityRow(1, 1, u"さくら苑"_s, 0, u"本館"_s, 1, 100, 10, {}, {}))
+            << u"data.csv:1"_s << u"\""_s;
         QTest::newRow("malformed data line")
             << ok << QString(good + u'\n' + u"\"1\",2,\"2024/05/01"_s) << u"data.csv:3"_s << u"\""_s;
         QTest::newRow("no data rows") << ok << header(facilityTitles()) << u"data.csv"_s << u"データ行"_s;

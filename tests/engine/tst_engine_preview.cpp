@@ -6,12 +6,14 @@
 #include "app/JapaneseTranslation.h"
 #include "engine/CommandFile.h"
 #include "engine/FormDocument.h"
+#include "engine/FormOutput.h"
 #include "engine/PreviewWindow.h"
 #include "engine/PreviewWindowSlot.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QPrintDialog>
+#include <QPrinter>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QSignalSpy>
@@ -19,6 +21,8 @@
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest>
+#include <algorithm>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 using namespace enginetest;
@@ -182,6 +186,14 @@ private slots:
         QTest::keyClick(&window, Qt::Key_End);
         QCOMPARE(window.currentPage(), 3);
         QVERIFY(window.pageText().contains(u"1 / 1"_s));
+        // On the last page only the backward buttons are live.
+        const auto live = [&window](const QString& text) {
+            const QList<QAction*> actions = window.findChildren<QAction*>();
+            const auto it =
+                std::find_if(actions.begin(), actions.end(), [&](QAction* a) { return a->text() == text; });
+            return it != actions.end() && (*it)->isEnabled();
+        };
+        QVERIFY(!live(u"▶"_s) && !live(u"▶|"_s) && live(u"◀"_s) && live(u"|◀"_s));
         QTest::keyClick(&window, Qt::Key_PageDown);
         QCOMPARE(window.currentPage(), 3);
         QTest::keyClick(&window, Qt::Key_Home);
@@ -206,6 +218,24 @@ private slots:
         QVERIFY(window.saveAsPdf(dir.filePath(u"saved.pdf"_s)));
         QCOMPARE(pdfPages(dir.filePath(u"saved.pdf"_s)), 4);
         QVERIFY(pdfText(dir.filePath(u"saved.pdf"_s), 4).contains(u"ひまわり"_s));
+        // A printer given a page range gets those pages, as saved; a range past the end stops at
+        // the last page.
+        for (const auto& [from, to, pages] : {std::tuple{2, 3, 2}, std::tuple{4, 9, 1}}) {
+            QPrinter printer(QPrinter::HighResolution);
+            printer.setOutputFormat(QPrinter::PdfFormat);
+            printer.setOutputFileName(dir.filePath(u"range.pdf"_s));
+            EngineError error;
+            QVERIFY(printDocument(document, printer, &error, from, to));
+            QCOMPARE(pdfPages(dir.filePath(u"range.pdf"_s)), pages);
+            // The same letters: how pdftotext orders and splits words depends on the resolution.
+            const auto letters = [](const QString& text) {
+                QString all = text.simplified().remove(u' ');
+                std::sort(all.begin(), all.end());
+                return all;
+            };
+            QCOMPARE(letters(pdfText(dir.filePath(u"range.pdf"_s), pages)),
+                     letters(pdfText(dir.filePath(u"saved.pdf"_s), from + pages - 1)));
+        }
         QVERIFY(!window.failed());
     }
 };

@@ -251,6 +251,8 @@ private slots:
         QCOMPARE(corps.iDataRead(&main), qint16(0));
         QCOMPARE(corps.nデータ数(), 1);
         QCOMPARE(corps.clsCORP(0).cShamei1(), u"本院"_s);
+        QCOMPARE(corps.iDataReadChk(nullptr), qint16(-1));
+        QVERIFY(corps.sErrMsg.endsWith(u"が無効です。"_s));
         QCOMPARE(corps.iMapDataInsert(1, {u"東京都'港区"_s, u"芝"_s, QString()}), qint16(0));
         QCOMPARE(corps.iMapDataUpdate(1, {u"東京都港区"_s, u"芝公園"_s, u"1-1"_s}), qint16(0));
         QStringList map;
