@@ -92,6 +92,8 @@ private slots:
     {
         // The NEC-selected duplicates read as the same characters.
         QCOMPARE(qelprn::fromCp932(QByteArray("\xEE\xEF\xED\x40\x87\x90\xFA\x54")), u"ⅰ纊≒￢"_s);
+        // A file cut after a lead byte keeps the cut visible instead of dropping it.
+        QCOMPARE(qelprn::fromCp932(QByteArray("A\x82")), u"A\uFFFD"_s);
         // One "?" per code point, also outside the basic plane.
         QCOMPARE(qelprn::toCp932(u"a€😀b"), QByteArray("a?\x3F"
                                                       "b")
