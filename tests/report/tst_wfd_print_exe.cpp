@@ -135,7 +135,9 @@ private slots:
 
         // A bare name is looked up on the PATH.
         const QByteArray path = qgetenv("PATH");
-        qputenv("PATH", QFile::encodeName(folder.filePath(u"bin"_s)) + ":" + path);
+        qputenv("PATH", QFile::encodeName(QDir::toNativeSeparators(folder.filePath(u"bin"_s)) +
+                                          QDir::listSeparator()) +
+                            path);
         folder.writeSettingsFile(u"Tovara.ini"_s, kTovara + u"FORM_ENGINE=fake engine\n"_s);
         QCOMPARE(wfd.iInit(u"a.wfd"_s, u"t"_s), 0);
         QCOMPARE(wfd.resolveEngine(), QFileInfo(engine).absoluteFilePath());
@@ -153,7 +155,9 @@ private slots:
                 folder.filePath(u"bin/"_s + name + u".exe"_s),
                 {.copyArg = 2, .copyTo = folder.filePath(u"bin/"_s + name + u".dat"_s)});
         const QByteArray path = qgetenv("PATH");
-        qputenv("PATH", QFile::encodeName(folder.filePath(u"bin"_s)) + ":" + path);
+        qputenv("PATH", QFile::encodeName(QDir::toNativeSeparators(folder.filePath(u"bin"_s)) +
+                                          QDir::listSeparator()) +
+                            path);
         const auto restore = qScopeGuard([&] { qputenv("PATH", path); });
         const QString tmp = folder.path() + u"\\TMP\\"_s;
 

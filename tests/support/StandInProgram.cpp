@@ -1,7 +1,11 @@
 #include "support/StandInProgram.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QStringList>
 #include <QTest>
 
@@ -11,58 +15,44 @@ namespace qelprn::test {
 
 namespace {
 
+QString exeSuffix()
+{
 #ifdef Q_OS_WIN
-QByteArray script(const StandIn& b)
-{
-    const auto quoted = [](const QString& path) {
-        return u"\""_s + QDir::toNativeSeparators(path) + u"\""_s;
-    };
-    QString s = u"@echo off\r\nsetlocal EnableDelayedExpansion\r\n"_s;
-    if (b.copyArg > 0)
-        s += u"copy /y \"%~%1\" %2 >nul\r\n"_s.arg(b.copyArg).arg(quoted(b.copyTo));
-    if (b.writeArg > 0)
-        s += u"<nul set /p =\"%1\" > \"%~%2\"\r\n"_s.arg(QString::fromUtf8(b.writeBytes)).arg(b.writeArg);
-    if (!b.argsFile.isEmpty()) {
-        s += u"set n=0\r\nfor %%a in (%*) do set /a n+=1\r\n"_s;
-        s += u">> %1 echo !n!\r\nfor %%a in (%*) do >> %1 echo %%~a\r\n"_s.arg(quoted(b.argsFile));
-    }
-    if (!b.stderrText.isEmpty())
-        s += u"echo %1 1>&2\r\n"_s.arg(b.stderrText);
-    return (s + u"exit /b %1\r\n"_s.arg(b.exitCode)).toLocal8Bit();
-}
+    return u".exe"_s;
 #else
-QByteArray script(const StandIn& b)
-{
-    // Single quotes keep every character of a path; a quote inside one is closed and escaped.
-    const auto quoted = [](QString text) { return u"'"_s + text.replace(u"'"_s, u"'\\''"_s) + u"'"_s; };
-    QString s = u"#!/bin/sh\n"_s;
-    if (b.copyArg > 0)
-        s += u"cp \"$%1\" %2.part && mv %2.part %2\n"_s.arg(b.copyArg).arg(quoted(b.copyTo));
-    if (b.writeArg > 0)
-        s += u"printf '%s' %1 > \"$%2\"\n"_s.arg(quoted(QString::fromUtf8(b.writeBytes))).arg(b.writeArg);
-    if (!b.argsFile.isEmpty())
-        s += u"printf '%s\\n' \"$#\" \"$@\" >> %1\n"_s.arg(quoted(b.argsFile));
-    if (!b.stderrText.isEmpty())
-        s += u"printf '%s\\n' "_s + quoted(b.stderrText) + u" >&2\n"_s;
-    return (s + u"exit %1\n"_s.arg(b.exitCode)).toUtf8();
-}
+    return {};
 #endif
+}
+
+QByteArray behaviourJson(const StandIn& b)
+{
+    return QJsonDocument(QJsonObject{{u"copyArg"_s, b.copyArg},
+                                     {u"copyTo"_s, b.copyTo},
+                                     {u"writeArg"_s, b.writeArg},
+                                     {u"writeBytes"_s, QString::fromLatin1(b.writeBytes.toBase64())},
+                                     {u"argsFile"_s, b.argsFile},
+                                     {u"stderrText"_s, b.stderrText},
+                                     {u"exitCode"_s, b.exitCode}})
+        .toJson();
+}
 
 } // namespace
 
 QString writeStandInProgram(const QString& path, const StandIn& behaviour)
 {
-#ifdef Q_OS_WIN
-    const QString program = path + u".cmd"_s;
-#else
-    const QString program = path;
-#endif
+    QString program = path;
+    if (!program.endsWith(u".exe"_s, Qt::CaseInsensitive))
+        program += exeSuffix();
+    const QString source = QCoreApplication::applicationDirPath() + u"/qelprn-standin"_s + exeSuffix();
     QDir().mkpath(QFileInfo(program).absolutePath());
-    QFile file(program);
-    if (!file.open(QIODevice::WriteOnly) || file.write(script(behaviour)) < 0)
-        return {};
-    file.close();
-    if (!file.setPermissions(file.permissions() | QFileDevice::ExeOwner))
+    // A copy already in place is kept: Windows does not let a running program be replaced.
+    if (!QFile::exists(program) || QFileInfo(program).size() != QFileInfo(source).size()) {
+        QFile::remove(program);
+        if (!QFile::copy(source, program))
+            return {};
+    }
+    QFile file(program + u".standin"_s);
+    if (!file.open(QIODevice::WriteOnly) || file.write(behaviourJson(behaviour)) < 0)
         return {};
     return program;
 }
@@ -75,8 +65,7 @@ QStringList waitForArgs(const QString& argsFile, int lines)
             QFile file(argsFile);
             if (!file.open(QIODevice::ReadOnly))
                 return false;
-            // A batch file's echo ends its lines with CR LF.
-            read = QString::fromUtf8(file.readAll()).remove(u'\r').split(u'\n', Qt::SkipEmptyParts);
+            read = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
             return read.size() >= lines;
         },
         20000);

@@ -19,8 +19,9 @@ struct StandIn
     int exitCode = 0;
 };
 
-// Writes an executable stand-in at path: a /bin/sh script, or on Windows a batch file at
-// path + ".cmd" doing the same. Returns the path to start; "" when it could not be written.
+// Puts the stand-in program at path (with ".exe" added on Windows when path lacks it) and the
+// behaviour beside it, in path + ".standin". Returns the path to start; "" when it could not be
+// written. A stand-in already at path is kept and only given the new behaviour.
 QString writeStandInProgram(const QString& path, const StandIn& behaviour);
 
 // The lines a stand-in appended to its arguments file, waiting up to twenty seconds for at least
