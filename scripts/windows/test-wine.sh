@@ -33,8 +33,13 @@ if [[ ! -f $zip ]]; then
 fi
 export WINEPREFIX=${WINEPREFIX:-$HOME/.cache/qelprn/wine64}
 export WINEARCH=win64 WINEDEBUG=-all QT_QPA_PLATFORM=offscreen LANG=C.UTF-8 LC_ALL=C.UTF-8
-# Debian installs the 64-bit loader as "wine" (and keeps "wine64" out of PATH).
-wine=$(command -v wine || command -v wine64)
+# Debian's "wine" package puts the loader on PATH; "wine64" alone keeps it in /usr/lib/wine.
+wine=$(command -v wine || command -v wine64 || ls /usr/lib/wine/wine64 2>/dev/null || true)
+if [[ -z $wine ]]; then
+    echo "test-wine: Wine is missing (apt-get install wine64)" >&2
+    exit 1
+fi
+export PATH=$PATH:$(dirname "$wine")
 if [[ ! -d $WINEPREFIX/drive_c ]]; then
     echo "test-wine: preparing the Wine prefix $WINEPREFIX"
     "$wine" wineboot --init >/dev/null 2>&1 || true
@@ -47,6 +52,13 @@ rm -rf "$work"
 mkdir -p "$work/program" "$work/logs"
 unzip -q "$zip" -d "$work/program"
 program=$work/program
+# Wine does not hand Linux variables starting with QT_ to Windows programs; the user environment of
+# the prefix does: headless, Qt's plugins from the zip, and the zip's fonts for Qt's offscreen
+# platform, which on Windows knows no system fonts.
+for var in "QT_QPA_PLATFORM=offscreen" "QT_PLUGIN_PATH=$(winpath "$program")" "QT_QPA_FONTDIR=$(winpath "$program/fonts")"; do
+    "$wine" reg add 'HKCU\Environment' /v "${var%%=*}" /d "${var#*=}" /f >/dev/null 2>&1
+done
+wineserver -w
 # The programs find their DLLs beside them (the month-end job proves the zip is complete); the test
 # executables also need Qt's test library, which the zip does not carry.
 cache=${QELPRN_QT_MINGW:-$HOME/.cache/qelprn/qt-6.4.2-mingw64}
@@ -68,10 +80,9 @@ for exe in "$build"/tests/*_tst_*.exe; do
         echo "  skip $name: ${skipped[$name]}"
         continue
     fi
-    # Qt's offscreen platform on Windows knows only the fonts of QT_QPA_FONTDIR (no system fonts):
-    # the tests that draw in their own process get the zip's fonts that way.
-    if WINEPATH=$test_dll_path QT_QPA_FONTDIR=$(winpath "$program/fonts") QELPRN_SOURCE_DIR=$(winpath "$root") QELPRN_BIN_DIR=$(winpath "$program") \
-        QT_PLUGIN_PATH=$(winpath "$program") timeout 900 "$wine" "$exe" >"$work/logs/$name.log" 2>&1; then
+    # Qt Test writes its log into a file: Wine's console does not always pass it on.
+    if WINEPATH=$test_dll_path QELPRN_SOURCE_DIR=$(winpath "$root") QELPRN_BIN_DIR=$(winpath "$program") \
+        timeout 900 "$wine" "$exe" -o "$(winpath "$work/logs")\\$name.log,txt" >"$work/logs/$name.out" 2>&1; then
         passed=$((passed + 1))
         echo "  pass $name"
     else

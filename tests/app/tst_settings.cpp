@@ -16,6 +16,7 @@
 #include <QDir>
 #include <QFile>
 #include <QScopeGuard>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
 #include <functional>
@@ -329,15 +330,27 @@ private slots:
     void programFolderLookupOrder()
     {
         QTemporaryDir dir;
+#ifdef Q_OS_WIN
+        // Windows has no variable that moves the folder: Qt's test mode keeps the user's own apart.
+        QStandardPaths::setTestModeEnabled(true);
+        const QString userData =
+            QDir::fromNativeSeparators(qEnvironmentVariable("APPDATA")) + u"/qttest/qelprn"_s;
+#else
         const QString userData = dir.filePath(u"data/qelprn"_s);
+        qputenv("XDG_DATA_HOME", QFile::encodeName(dir.filePath(u"data"_s)));
+#endif
         const QString exeDir = QCoreApplication::applicationDirPath();
         const QString ownName = QCoreApplication::applicationName();
         QVERIFY(!QFile::exists(exeDir + u"/Tovara.ini"_s));
-        qputenv("XDG_DATA_HOME", QFile::encodeName(dir.filePath(u"data"_s)));
         qunsetenv("QELPRN_APP_DIR");
         const auto restore = qScopeGuard([&] {
             QFile::remove(exeDir + u"/Tovara.ini"_s);
+#ifdef Q_OS_WIN
+            QDir(userData).removeRecursively();
+            QStandardPaths::setTestModeEnabled(false);
+#else
             qunsetenv("XDG_DATA_HOME");
+#endif
         });
 
         qelprn::AppDirLookup lookup = qelprn::findAppDir();
@@ -347,7 +360,8 @@ private slots:
         QCOMPARE(lookup.tried[1].folder, userData);
         QCOMPARE(lookup.suggested(), userData);
         QCOMPARE(QCoreApplication::applicationName(), ownName); // asked as "qelprn", then restored
-        QVERIFY(lookup.describeMissing().endsWith(u"\n・利用者のデータフォルダ："_s + userData));
+        QVERIFY(lookup.describeMissing().endsWith(u"\n・利用者のデータフォルダ："_s +
+                                                  QDir::toNativeSeparators(userData)));
         TestInteraction ui;
         try {
             qelprn::loadAppContext(ui);
@@ -373,8 +387,8 @@ private slots:
         QCOMPARE(lookup.found, QString());
         QCOMPARE(lookup.tried.size(), 1);
         QCOMPARE(lookup.suggested(), dir.filePath(u"chosen"_s));
-        QVERIFY(
-            lookup.describeMissing().contains(u"環境変数 QELPRN_APP_DIR："_s + dir.filePath(u"chosen"_s)));
+        QVERIFY(lookup.describeMissing().contains(u"環境変数 QELPRN_APP_DIR："_s +
+                                                  QDir::toNativeSeparators(dir.filePath(u"chosen"_s))));
         QVERIFY(QDir().mkpath(dir.filePath(u"chosen"_s)));
         writeBytes(dir.filePath(u"chosen/Tovara.ini"_s), "");
         QCOMPARE(qelprn::findAppDir().found, dir.filePath(u"chosen"_s));
