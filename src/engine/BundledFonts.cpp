@@ -35,11 +35,15 @@ void loadBundledFonts()
 bool fontFamilyAvailable(const QString& family)
 {
     loadBundledFonts();
+    // Listing the families also fills the font database, which hasFamily's alias look-up needs.
     if (QFontDatabase::families().contains(family, Qt::CaseInsensitive))
         return true;
-    // A Japanese Windows lists such fonts under their Japanese names and knows the English one only
-    // as an alias: the family is there when it resolves to another font than a family no machine
-    // has (which gets the stand-in).
+    // A Japanese system lists such fonts under their Japanese names ("IPAexゴシック") and knows the
+    // English one only as an alias, which hasFamily resolves where the platform registers it.
+    if (QFontDatabase::hasFamily(family))
+        return true;
+    // Elsewhere the family is there when it resolves to another font than a family no machine has
+    // (which gets the stand-in).
     const QString standIn = QFontInfo(QFont(u"qelprn-no-such-family"_s)).family();
     return QFontInfo(QFont(family)).family() != standIn;
 }

@@ -5,6 +5,7 @@
 
 #include <QImage>
 #include <QPainter>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -214,6 +215,19 @@ private slots:
             QVERIFY(!pdf.isEmpty());
             QCOMPARE(pdfImages(pdf), 0);
         }
+    }
+
+    // A Japanese desktop lists the IPAex fonts under their Japanese names ("IPAexゴシック"); the
+    // layouts' English family names must still find them.
+    void japaneseLocaleFindsTheFonts()
+    {
+        if (!runProgram(u"locale"_s, {u"-a"_s}).err.contains(u"ja_JP.utf8"_s))
+            QSKIP("the ja_JP.UTF-8 locale is not installed (scripts/setup.sh adds it)");
+        const QByteArray saved = qgetenv("LC_ALL");
+        qputenv("LC_ALL", "ja_JP.UTF-8");
+        const auto restore = qScopeGuard([&] { qputenv("LC_ALL", saved); });
+        QVERIFY(
+            !render(u"ja"_s, u"施設別請求書.wfd"_s, u"施設請求データ"_s, u"施設請求データ.csv"_s).isEmpty());
     }
 
     void sealOverTheEndOfTheName()
