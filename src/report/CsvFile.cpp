@@ -35,10 +35,14 @@ CsvResult writeCsvFile(const QString& path, const std::function<CsvResult(QIODev
         result = CsvWriteError::writeFailed(file);
     if (!result) {
         std::error_code error;
-        std::filesystem::rename(QFile::encodeName(part).toStdString(), QFile::encodeName(path).toStdString(),
-                                error);
-        if (error)
-            result = CsvWriteError::cannotCreate(path, QString::fromStdString(error.message()));
+        // From UTF-16: on Windows a narrow path would pass through the ANSI code page, which may
+        // not hold the Japanese file names. Unlike QFile::rename, this replaces the target.
+        std::filesystem::rename(part.toStdU16String(), path.toStdU16String(), error);
+        if (error) {
+            const QString reason = QString::fromLocal8Bit(error.message());
+            result = QFileInfo(path).isFile() ? CsvWriteError::cannotReplace(path, reason)
+                                              : CsvWriteError::cannotCreate(path, reason);
+        }
     }
     if (result) {
         // The clerk knows the file by its own name, not the temporary one.

@@ -56,4 +56,9 @@ CsvWriteError CsvWriteError::cannotCreate(const QString& localPath, const QStrin
     return make(75, u"パス名が無効です。"_s, detail);
 }
 
+CsvWriteError CsvWriteError::cannotReplace(const QString& localPath, const QString& reason)
+{
+    return make(70, u"書き込みできません。"_s, localPath + u"\r\n"_s + reason);
+}
+
 } // namespace qelprn

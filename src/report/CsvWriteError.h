@@ -30,6 +30,9 @@ struct CsvWriteError
     static CsvWriteError writeFailed(const QIODevice& device);
     // A file that could not be opened for output, or an old one that could not be deleted.
     static CsvWriteError cannotCreate(const QString& localPath, const QString& reason);
+    // An existing file that the new one could not replace: on Windows, one another program (the
+    // engine, a spreadsheet) holds open.
+    static CsvWriteError cannotReplace(const QString& localPath, const QString& reason);
 };
 
 } // namespace qelprn

@@ -293,8 +293,19 @@ private slots:
                  QStringList{u"施設請求データ.csv"_s}); // no part file
         // An engine still reading the old file reads it whole; the new file takes its name.
         QVERIFY(file.seek(0));
+#ifdef Q_OS_WIN
+        // Windows replaces no file another program holds open: the run says so, the old file stays.
+        const CsvResult held = writeSeikyuCsv(path, {row, row}, QString());
+        QVERIFY(held);
+        QVERIFY2(held->message().startsWith(u"(70)書き込みできません。\r\n"_s + path + u"\r\n"_s),
+                 qPrintable(held->message()));
+        QCOMPARE(file.readAll(), buffer.data());
+        file.close();
+        QVERIFY(!writeSeikyuCsv(path, {row, row}, QString()));
+#else
         QVERIFY(!writeSeikyuCsv(path, {row, row}, QString()));
         QCOMPARE(file.readAll(), buffer.data());
+#endif
         QFile now(path);
         QVERIFY(now.open(QIODevice::ReadOnly));
         QCOMPARE(now.readAll().count("\r\n"), 3);
