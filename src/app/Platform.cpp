@@ -56,6 +56,19 @@ bool isTerminal(int fd)
     return fd >= 0 && _isatty(fd) != 0;
 }
 
+Utf8Console::Utf8Console()
+{
+    const UINT current = GetConsoleOutputCP(); // 0 without a console
+    if (current != 0 && current != CP_UTF8 && SetConsoleOutputCP(CP_UTF8))
+        m_previous = current;
+}
+
+Utf8Console::~Utf8Console()
+{
+    if (m_previous != 0)
+        SetConsoleOutputCP(m_previous);
+}
+
 #else
 
 std::optional<FileStamp> fileStamp(const QString& localPath)
@@ -73,6 +86,10 @@ bool isTerminal(int fd)
 {
     return fd >= 0 && isatty(fd) != 0;
 }
+
+Utf8Console::Utf8Console() = default;
+
+Utf8Console::~Utf8Console() = default;
 
 #endif
 

@@ -28,4 +28,19 @@ QString windowsPath(const QString& path);
 // window on Windows), not a file or pipe.
 bool isTerminal(int fd);
 
+// While it lives, a Windows console shows the program's output, which Qt writes in UTF-8, as
+// UTF-8; the console's own code page comes back after it, for what a batch file runs next.
+// Nothing happens elsewhere, or without a console.
+class Utf8Console
+{
+public:
+    Utf8Console();
+    ~Utf8Console();
+    Utf8Console(const Utf8Console&) = delete;
+    Utf8Console& operator=(const Utf8Console&) = delete;
+
+private:
+    [[maybe_unused]] unsigned m_previous = 0; // the code page to restore; 0 for none
+};
+
 } // namespace qelprn::platform

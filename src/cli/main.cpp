@@ -1,3 +1,4 @@
+#include "app/Platform.h"
 #include "app/QtMessageFilter.h"
 #include "app/Version.h"
 #include "cli/CliMain.h"
@@ -29,6 +30,7 @@ int main(int argc, char* argv[])
     QCoreApplication::setApplicationName(QStringLiteral("qelprn-cli"));
     QCoreApplication::setApplicationVersion(qelprn::productVersion());
 
+    const qelprn::platform::Utf8Console console;
     QTextStream out(stdout);
     QTextStream err(stderr);
     QStringList args = QCoreApplication::arguments();
