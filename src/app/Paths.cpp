@@ -110,8 +110,19 @@ QString defaultAppDir()
 
 QString installedLayoutsDir()
 {
-    const QDir dir(QCoreApplication::applicationDirPath() + u"/../share/qelprn/layouts"_s);
-    return dir.exists() ? QDir::cleanPath(dir.absolutePath()) : QString();
+    // <prefix>/share/qelprn/layouts beside <prefix>/bin, as installed on Linux and in the build
+    // tree; the Windows zip carries them in SYS beside the programs.
+    const QString exeDir = QCoreApplication::applicationDirPath();
+    QStringList candidates{exeDir + u"/../share/qelprn/layouts"_s};
+#ifdef Q_OS_WIN
+    candidates.prepend(exeDir + u"/SYS"_s);
+#endif
+    for (const QString& candidate : std::as_const(candidates)) {
+        const QDir dir(candidate);
+        if (dir.exists())
+            return QDir::cleanPath(dir.absolutePath());
+    }
+    return {};
 }
 
 } // namespace qelprn

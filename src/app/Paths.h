@@ -38,7 +38,8 @@ QString defaultAppDir();
 QString userDataDir();
 
 // The form layouts installed with the programs ("<prefix>/share/qelprn/layouts", found from the
-// executable's folder "<prefix>/bin"), or "" when there is none.
+// executable's folder "<prefix>/bin"; on Windows first "SYS" beside the programs, where the zip
+// puts them), or "" when there is none.
 QString installedLayoutsDir();
 
 } // namespace qelprn
