@@ -19,6 +19,7 @@ namespace {
 
 using Run = qelprn::test::CliRun;
 using qelprn::test::binDir;
+using qelprn::test::builtProgram;
 using qelprn::test::callCli;
 using qelprn::test::runCli;
 
@@ -224,7 +225,7 @@ private slots:
     // the CSV file is in the text layer.
     void demoMonthOfEveryKind()
     {
-        const QString engine = QDir(binDir()).filePath(u"qelprn-engine"_s);
+        const QString engine = builtProgram(u"qelprn-engine"_s);
         if (!QFileInfo(engine).isExecutable())
             QSKIP("qelprn-engine is not built");
         QTemporaryDir dir;
@@ -245,7 +246,13 @@ private slots:
                 callCli({u"print"_s, u"--app-dir"_s, demo, u"--kind"_s, QString::number(kind), u"--month"_s,
                          u"2026/10"_s, u"--issue-date"_s, u"2026/11/05"_s, u"--pdf"_s, pdf});
             QVERIFY2(r.exitCode == 0, qPrintable(r.err));
-            QCOMPARE(r.out.trimmed(), pdf);
+            QCOMPARE(r.out.trimmed(), QDir::toNativeSeparators(pdf));
+#ifdef Q_OS_WIN
+            // Reading the text back needs poppler, which Windows lacks; the Wine proof compares
+            // these PDFs with the Linux ones page by page.
+            QVERIFY(readAll(pdf).startsWith("%PDF"));
+            continue;
+#endif
             const QString layer = enginetest::pdfText(pdf, 0, true);
             QCOMPARE(layer.count(u'\f'), pages.at(kind - 1)); // one form feed ends each page
             const QString text = enginetest::squeezed(layer);
@@ -269,7 +276,7 @@ private slots:
     // the engine and the layouts installed beside the program (a suite folder has neither).
     void builtProgramEndToEnd()
     {
-        QVERIFY2(QFileInfo(QDir(binDir()).filePath(u"qelprn-cli"_s)).isExecutable(),
+        QVERIFY2(QFileInfo(builtProgram(u"qelprn-cli"_s)).isExecutable(),
                  "qelprn-cli is not built in QELPRN_BIN_DIR");
         QTemporaryDir dir;
         const QString demo = dir.filePath(u"demo"_s);
@@ -291,18 +298,22 @@ private slots:
         r = runCli({u"check"_s, u"--app-dir"_s, demo});
         QVERIFY2(r.exitCode == 0, qPrintable(r.err));
 
-        if (!QFileInfo(QDir(binDir()).filePath(u"qelprn-engine"_s)).isExecutable())
+        if (!QFileInfo(builtProgram(u"qelprn-engine"_s)).isExecutable())
             QSKIP("qelprn-engine is not built");
         PrintFixture suite;
         const QString pdf = suite.folder.filePath(u"suite.pdf"_s);
         r = runCli(suite.args(1, {u"--pdf="_s + pdf}));
         QVERIFY2(r.exitCode == 0, qPrintable(r.err));
-        QCOMPARE(r.out.trimmed(), pdf);
+        QCOMPARE(r.out.trimmed(), QDir::toNativeSeparators(pdf));
         QVERIFY(readAll(pdf).startsWith("%PDF"));
         const QString command = qelprn::fromCp932(readAll(suite.folder.filePath(u"TMP/WfdCom.dat"_s)));
+#ifdef Q_OS_WIN
+        const QString installed = binDir() + u"/SYS"_s;
+#else
+        const QString installed = QDir::cleanPath(binDir() + u"/../share/qelprn/layouts"_s);
+#endif
         QVERIFY2(command.startsWith(u"FileName,\""_s +
-                                    QDir::cleanPath(binDir() + u"/../share/qelprn/layouts"_s) +
-                                    u"/施設別請求書.wfd\""_s),
+                                    QDir::toNativeSeparators(installed + u"/施設別請求書.wfd\""_s)),
                  qPrintable(command));
         r = runCli(suite.args(1, {u"--pdf"_s, suite.folder.filePath(u"no/such/folder/x.pdf"_s)}));
         QCOMPARE(r.exitCode, 2);

@@ -43,7 +43,7 @@ struct FaultFixture : BillingFixture
     Run print(const QStringList& more = {}, const QString& shellLimit = {}, int kind = 1,
               bool asNobody = false)
     {
-        const QString cli = QDir(qEnvironmentVariable("QELPRN_BIN_DIR")).filePath(u"qelprn-cli"_s);
+        const QString cli = qelprn::test::builtProgram(u"qelprn-cli"_s);
         const QStringList args =
             QStringList{u"print"_s,   u"--app-dir"_s, folder.path(), u"--kind"_s, QString::number(kind),
                         u"--month"_s, u"2024/10"_s} +

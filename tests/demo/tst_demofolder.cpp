@@ -1,3 +1,4 @@
+#include "app/Cp932.h"
 #include "db/AdodbIni.h"
 #include "db/DatabaseList.h"
 #include "demo/DemoProgramFolder.h"
@@ -11,7 +12,6 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
-#include <QStringDecoder>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -66,9 +66,8 @@ QString decodeCp932(const QString& file, bool* crlfOnly)
     const QByteArray bytes = f.readAll();
     // Every LF must follow a CR.
     *crlfOnly = bytes.count('\n') == bytes.count("\r\n") && bytes.count('\n') > 0;
-    QStringDecoder decoder("CP932");
-    const QString text = decoder.decode(bytes);
-    return decoder.hasError() ? QString() : text;
+    const QString text = qelprn::fromCp932(bytes);
+    return text.contains(QChar::ReplacementCharacter) ? QString() : text;
 }
 
 } // namespace
@@ -106,7 +105,7 @@ private slots:
             {u"Tovara.ini"_s,
              {u"SYSTEM_SYS=\\SYS"_s, u"SYSTEM_TMP=\\TMP"_s, u"SYSTEM_ICON=\\ICON"_s, u"SYSTEM_DATA=\\DATA"_s,
               u"WALLPAPER=wallpaper.png"_s, u"BASEID=0101"_s, u"終了患者施術期間=3"_s,
-              u"FORM_ENGINE=/opt/qelprn/bin/qelprn-engine"_s}},
+              u"FORM_ENGINE="_s + QDir::toNativeSeparators(u"/opt/qelprn/bin/qelprn-engine"_s)}},
             {u"adodb.ini"_s,
              {u"[接続情報]"_s,
               u"接続情報=Provider=SQLOLEDB;Data Source=sqlite:db;Database=suite;uid=sa;pwd=tqz4187"_s}},

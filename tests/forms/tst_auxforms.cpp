@@ -170,8 +170,9 @@ private slots:
         ui.setNextAnswers({qelprn::MsgResult::No});
         QCOMPARE(qelprn::chooseProgramFolder(ui), QString());
         QCOMPARE(ui.messages.size(), 1);
-        QVERIFY2(ui.messages[0].text.contains(u"環境変数 QELPRN_APP_DIR："_s + chosen),
-                 qPrintable(ui.messages[0].text));
+        QVERIFY2(
+            ui.messages[0].text.contains(u"環境変数 QELPRN_APP_DIR："_s + QDir::toNativeSeparators(chosen)),
+            qPrintable(ui.messages[0].text));
         QVERIFY(ui.messages[0].text.contains(u"デモ プログラムフォルダ"_s));
         QCOMPARE(ui.messages[0].buttons, qelprn::MsgButtons::YesNo);
         QVERIFY(!QFile::exists(chosen));

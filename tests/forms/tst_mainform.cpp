@@ -178,7 +178,8 @@ private slots:
             QVERIFY(QFile::remove(f.folder.filePath(u"DATA/施設種類List.txt"_s)));
             QVERIFY(f.load());
             QCOMPARE(f.ui.messages.size(), 1);
-            QVERIFY(f.ui.messages[0].text.endsWith(u"DATA/施設種類List.txtがありません。"_s));
+            QVERIFY(f.ui.messages[0].text.endsWith(QDir::toNativeSeparators(u"DATA/施設種類List.txt"_s) +
+                                                   u"がありません。"_s));
         }
         {
             Fixture f;

@@ -218,7 +218,13 @@ private slots:
     {
         RunFixture f; // no FORM_ENGINE: our engine beside the program, which a test folder lacks
         const PrintRun::Result r = f.run(0, 1);
-        const QString tried = QDir(QCoreApplication::applicationDirPath()).filePath(u"qelprn-engine"_s);
+#ifdef Q_OS_WIN
+        const QString engineName = u"qelprn-engine.exe"_s;
+#else
+        const QString engineName = u"qelprn-engine"_s;
+#endif
+        const QString tried =
+            QDir::toNativeSeparators(QDir(QCoreApplication::applicationDirPath()).filePath(engineName));
         QCOMPARE(f.texts(), QStringList({u"帳票の印刷に失敗しました。\r[帳票印刷エンジン "_s + tried +
                                          u" が見つかりません。]"_s}));
         QCOMPARE(f.ui.messages.at(0).icon, MsgIcon::Critical);
@@ -251,8 +257,9 @@ private slots:
         QCOMPARE(r.outcome, Outcome::Done);
         QCOMPARE(test::waitForArgs(f.folder.filePath(u"args"_s), 6).size(), 6);
         QCOMPARE(readAll(seen),
-                 toCp932(u"FileName,\""_s + installed +
-                         u"/請求書兼領収書_回数区分あり.wfd\"\r\n"
+                 toCp932(u"FileName,\""_s +
+                         QDir::toNativeSeparators(installed + u"/請求書兼領収書_回数区分あり.wfd"_s) +
+                         u"\"\r\n"
                          u"Title,\"施設請求書印刷\"\r\nSetDataText,\"請求書兼領収書\",\""_s +
                          tmp + u"請求書兼領収書.csv\"\r\nPrintPaper, A4\r\nPrintOutFromDialog\r\n"_s));
         QVERIFY(r.times.engineMs >= 0);

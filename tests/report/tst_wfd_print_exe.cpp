@@ -102,8 +102,9 @@ private slots:
         stale.close();
         QCOMPARE(wfd.iInit(u"a.wfd"_s, u"t"_s), 0);
         QVERIFY(wfd.iPreview(false) != 0);
-        QCOMPARE(wfd.sErrMsg,
-                 u"帳票印刷エンジン "_s + cls_WfdPrintExe::bundledEngine() + u" が見つかりません。"_s);
+        QCOMPARE(wfd.sErrMsg, u"帳票印刷エンジン "_s +
+                                  QDir::toNativeSeparators(cls_WfdPrintExe::bundledEngine()) +
+                                  u" が見つかりません。"_s);
         QVERIFY(cls_WfdPrintExe::bundledEngine().startsWith(QCoreApplication::applicationDirPath()));
         QCOMPARE(readAll(commandFile), wfd.commandFileBytes(cls_WfdPrintExe::Action::Preview, false));
         QVERIFY(wfd.iRenderPdf(true, folder.filePath(u"x.pdf"_s)) != 0);
@@ -117,7 +118,7 @@ private slots:
         QVERIFY(wfd.iPreview(false) != 0);
         QVERIFY2(
             wfd.sErrMsg.startsWith(u"帳票印刷エンジン wfrfv10.exe が見つかりません。（PATH のフォルダと "_s +
-                                   QCoreApplication::applicationDirPath()),
+                                   QDir::toNativeSeparators(QCoreApplication::applicationDirPath())),
             qPrintable(wfd.sErrMsg));
 
         // A path: started detached with "/c" and the command file as separate arguments.
@@ -129,7 +130,8 @@ private slots:
         QCOMPARE(wfd.iInit(u"a.wfd"_s, u"t"_s), 0);
         QCOMPARE(wfd.iSetDataText(1, u"d"_s, u"d.csv"_s), 0);
         QCOMPARE(wfd.iPrintDialog(true), 0);
-        QCOMPARE(test::waitForArgs(args, 3), (QStringList{u"2"_s, u"/c"_s, commandFile}));
+        QCOMPARE(test::waitForArgs(args, 3),
+                 (QStringList{u"2"_s, u"/c"_s, QDir::toNativeSeparators(commandFile)}));
         QCOMPARE(readAll(folder.filePath(u"bin/seen.dat"_s)),
                  wfd.commandFileBytes(cls_WfdPrintExe::Action::PrintFromDialog, true));
 
@@ -202,7 +204,9 @@ private slots:
         QCOMPARE(wfd.iRenderPdf(false, pdf), 0);
         QCOMPARE(readAll(pdf), QByteArray("pdf"));
         const QString commandFile = folder.filePath(u"TMP/WfdCom.dat"_s);
-        QCOMPARE(readAll(args), (u"4\n--pdf\n"_s + pdf + u"\n/c\n"_s + commandFile + u"\n"_s).toUtf8());
+        QCOMPARE(
+            readAll(args),
+            (u"4\n--pdf\n"_s + pdf + u"\n/c\n"_s + QDir::toNativeSeparators(commandFile) + u"\n"_s).toUtf8());
         QVERIFY(readAll(folder.filePath(u"seen.dat"_s)).endsWith("ShowWindow,2\r\n"));
 
         // Its message on standard error becomes the error text.

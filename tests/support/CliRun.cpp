@@ -12,11 +12,21 @@ QString binDir()
     return qEnvironmentVariable("QELPRN_BIN_DIR");
 }
 
+QString builtProgram(const QString& name)
+{
+#ifdef Q_OS_WIN
+    return QDir(binDir()).filePath(name + u".exe"_s);
+#else
+    return QDir(binDir()).filePath(name);
+#endif
+}
+
 CliRun runCli(const QStringList& args)
 {
     CliRun run;
     QProcess p;
-    p.start(QDir(binDir()).filePath(u"qelprn-cli"_s), args);
+    // Text mode: Windows ends the program's lines with CR LF.
+    p.start(builtProgram(u"qelprn-cli"_s), args, QIODevice::ReadOnly | QIODevice::Text);
     if (!p.waitForFinished(300000) || p.exitStatus() != QProcess::NormalExit)
         return run;
     run.exitCode = p.exitCode();

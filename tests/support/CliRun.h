@@ -20,6 +20,10 @@ struct CliRun
 // The program's folder, as CTest passes it (QELPRN_BIN_DIR).
 QString binDir();
 
+// A built program of the product in that folder by its base name ("qelprn-cli"), with ".exe" on
+// Windows.
+QString builtProgram(const QString& name);
+
 // Runs the built qelprn-cli with args and waits for it (up to five minutes).
 CliRun runCli(const QStringList& args);
 
