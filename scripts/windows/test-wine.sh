@@ -32,7 +32,15 @@ if [[ ! -f $zip ]]; then
     exit 1
 fi
 export WINEPREFIX=${WINEPREFIX:-$HOME/.cache/qelprn/wine64}
-export WINEARCH=win64 WINEDEBUG=-all QT_QPA_PLATFORM=offscreen LANG=C.UTF-8 LC_ALL=C.UTF-8
+# A Japanese Windows, as at the clinics: Wine takes its code page (932) and language from the locale,
+# which glibc must know for Wine to name files in UTF-8.
+if ! locale -a 2>/dev/null | grep -qix 'ja_JP.utf8'; then
+    localedef -i ja_JP -f UTF-8 ja_JP.UTF-8 || {
+        echo "test-wine: the ja_JP.UTF-8 locale is missing (as root: localedef -i ja_JP -f UTF-8 ja_JP.UTF-8)" >&2
+        exit 1
+    }
+fi
+export WINEARCH=win64 WINEDEBUG=-all QT_QPA_PLATFORM=offscreen LANG=ja_JP.UTF-8 LC_ALL=ja_JP.UTF-8
 # Debian's "wine" package puts the loader on PATH; "wine64" alone keeps it in /usr/lib/wine.
 wine=$(command -v wine || command -v wine64 || ls /usr/lib/wine/wine64 2>/dev/null || true)
 if [[ -z $wine ]]; then
@@ -49,9 +57,15 @@ winpath() { "$wine" winepath -w "$1" 2>/dev/null | tr -d '\r'; }
 
 # The program folder exactly as a clinic gets it.
 rm -rf "$work"
-mkdir -p "$work/program" "$work/logs"
+mkdir -p "$work/program" "$work/logs" "$work/drives"
 unzip -q "$zip" -d "$work/program"
 program=$work/program
+# Wine's odbc32 hands the calls to the host's unixODBC, whose SQLite driver is a Linux library: it
+# opens a Windows path such as "C:/users/.../suite.sqlite" as a relative one. Windows programs run
+# from a folder where "C:" and "Z:" lead to those drives, so such paths find their files.
+ln -s "$WINEPREFIX/drive_c" "$work/drives/C:"
+ln -s / "$work/drives/Z:"
+cd "$work/drives"
 # Wine does not hand Linux variables starting with QT_ to Windows programs; the user environment of
 # the prefix does: headless, Qt's plugins from the zip, and the zip's fonts for Qt's offscreen
 # platform, which on Windows knows no system fonts.
@@ -131,7 +145,7 @@ run_month linux "$linux/bin/qelprn-cli"
 odbc_note="not tried (the Windows month-end job failed)"
 if [[ -f $work/out-windows/1/form.pdf ]]; then
     mkdir -p "$work/out-odbc"
-    if (cd "$work/demo-windows" && QELPRN_ODBC_DRIVER=SQLite3 QELPRN_APP_DIR=$(winpath "$work/demo-windows") \
+    if (QELPRN_ODBC_DRIVER=SQLite3 QELPRN_APP_DIR=$(winpath "$work/demo-windows") \
         "$wine" "$program/qelprn-cli.exe" print --kind 1 --month "$month" --issue-date 2026/11/05 --csv-only \
         >"$work/logs/print-odbc.log" 2>&1) && cmp -s "$work/demo-windows/TMP/施設請求データ.csv" \
         "$work/out-linux/1/施設請求データ.csv"; then
