@@ -148,10 +148,10 @@ if [[ -f $work/out-windows/1/form.pdf ]]; then
     if (QELPRN_ODBC_DRIVER=SQLite3 QELPRN_APP_DIR=$(winpath "$work/demo-windows") \
         "$wine" "$program/qelprn-cli.exe" print --kind 1 --month "$month" --issue-date 2026/11/05 --csv-only \
         >"$work/logs/print-odbc.log" 2>&1) && cmp -s "$work/demo-windows/TMP/施設請求データ.csv" \
-        "$work/out-linux/1/施設請求データ.csv"; then
-        odbc_note="kind 1 through Wine's odbc32, unixODBC and the SQLite ODBC driver: same CSV as Linux"
+        "$work/out-windows/1/施設請求データ.csv"; then
+        odbc_note="kind 1 through Wine's odbc32, unixODBC and the SQLite ODBC driver: the same CSV bytes as the embedded database"
     else
-        odbc_note="kind 1 through Wine's odbc32 did not give the Linux CSV (log: $work/logs/print-odbc.log)"
+        odbc_note="kind 1 through Wine's odbc32 did not give the embedded database's CSV (log: $work/logs/print-odbc.log)"
     fi
 fi
 echo "test-wine: ODBC under Wine: $odbc_note"
