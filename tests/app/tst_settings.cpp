@@ -221,7 +221,7 @@ private slots:
         writeBytes(path,
                    qelprn::toCp932(
                        u"; comment\r\n[ 接続情報 ]\r\n 接続情報 = \"Provider=SQLOLEDB;Data Source=x\" \r\n"
-                       "Port=42abc\r\n\tTabbed=1\r\n[OTHER]\r\nlong="_s +
+                       "Port=42abc\r\n\tTabbed=1\r\nQuoted='a b'\r\nHalf='x\"\r\n[OTHER]\r\nlong="_s +
                        QString(300, u'x') + u"\r\n[接続情報]\r\nLate=1\r\n"_s));
         QCOMPARE(ini.iInit(path), qint16(0));
         QCOMPARE(qelprn::csCutNull(ini.csGetProfileString(u"接続情報"_s, u"接続情報"_s)),
@@ -230,6 +230,9 @@ private slots:
         QCOMPARE(ini.nGetProfileLong(u"接続情報"_s, u"PORT"_s), 42);
         QCOMPARE(ini.nGetProfileLong(u"接続情報"_s, u"none"_s), 0);
         QCOMPARE(ini.nGetProfileLong(u"接続情報"_s, u"Tabbed"_s), 0); // only spaces are trimmed
+        // A matching pair of single or double quotes is taken off, a mismatched one stays.
+        QCOMPARE(qelprn::csCutNull(ini.csGetProfileString(u"接続情報"_s, u"Quoted"_s)), u"a b"_s);
+        QCOMPARE(qelprn::csCutNull(ini.csGetProfileString(u"接続情報"_s, u"Half"_s)), u"'x\""_s);
         QVERIFY(QDir(dir.path()).mkdir(u"folder.ini"_s));
         QCOMPARE(ini.iInit(dir.filePath(u"folder.ini"_s)), qint16(-1));
         QCOMPARE(ini.iInit(path), qint16(0));
