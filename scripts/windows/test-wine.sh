@@ -144,7 +144,6 @@ run_month linux "$linux/bin/qelprn-cli"
 # can serve the Windows program. One kind is run that way; the outcome is reported, not required.
 odbc_note="not tried (the Windows month-end job failed)"
 if [[ -f $work/out-windows/1/form.pdf ]]; then
-    mkdir -p "$work/out-odbc"
     if (QELPRN_ODBC_DRIVER=SQLite3 QELPRN_APP_DIR=$(winpath "$work/demo-windows") \
         "$wine" "$program/qelprn-cli.exe" print --kind 1 --month "$month" --issue-date 2026/11/05 --csv-only \
         >"$work/logs/print-odbc.log" 2>&1) && cmp -s "$work/demo-windows/TMP/施設請求データ.csv" \

@@ -5,6 +5,7 @@
 #include "billing/BillingFixture.h"
 #include "db/ConnectionPool.h"
 #include "report/PrintRun.h"
+#include "support/ExeName.h"
 #include "support/StandInProgram.h"
 
 #include <QCoreApplication>
@@ -218,13 +219,8 @@ private slots:
     {
         RunFixture f; // no FORM_ENGINE: our engine beside the program, which a test folder lacks
         const PrintRun::Result r = f.run(0, 1);
-#ifdef Q_OS_WIN
-        const QString engineName = u"qelprn-engine.exe"_s;
-#else
-        const QString engineName = u"qelprn-engine"_s;
-#endif
-        const QString tried =
-            QDir::toNativeSeparators(QDir(QCoreApplication::applicationDirPath()).filePath(engineName));
+        const QString tried = QDir::toNativeSeparators(
+            QDir(QCoreApplication::applicationDirPath()).filePath(test::exeName(u"qelprn-engine"_s)));
         QCOMPARE(f.texts(), QStringList({u"帳票の印刷に失敗しました。\r[帳票印刷エンジン "_s + tried +
                                          u" が見つかりません。]"_s}));
         QCOMPARE(f.ui.messages.at(0).icon, MsgIcon::Critical);

@@ -1,5 +1,7 @@
 #include "support/CliRun.h"
 
+#include "support/ExeName.h"
+
 #include <QDir>
 #include <QProcess>
 
@@ -14,11 +16,7 @@ QString binDir()
 
 QString builtProgram(const QString& name)
 {
-#ifdef Q_OS_WIN
-    return QDir(binDir()).filePath(name + u".exe"_s);
-#else
-    return QDir(binDir()).filePath(name);
-#endif
+    return QDir(binDir()).filePath(exeName(name));
 }
 
 CliRun runCli(const QStringList& args)

@@ -1,5 +1,7 @@
 #include "support/StandInProgram.h"
 
+#include "support/ExeName.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -14,15 +16,6 @@ using namespace Qt::StringLiterals;
 namespace qelprn::test {
 
 namespace {
-
-QString exeSuffix()
-{
-#ifdef Q_OS_WIN
-    return u".exe"_s;
-#else
-    return {};
-#endif
-}
 
 QByteArray behaviourJson(const StandIn& b)
 {
@@ -40,10 +33,8 @@ QByteArray behaviourJson(const StandIn& b)
 
 QString writeStandInProgram(const QString& path, const StandIn& behaviour)
 {
-    QString program = path;
-    if (!program.endsWith(u".exe"_s, Qt::CaseInsensitive))
-        program += exeSuffix();
-    const QString source = QCoreApplication::applicationDirPath() + u"/qelprn-standin"_s + exeSuffix();
+    const QString program = path.endsWith(u".exe"_s, Qt::CaseInsensitive) ? path : exeName(path);
+    const QString source = QCoreApplication::applicationDirPath() + exeName(u"/qelprn-standin"_s);
     QDir().mkpath(QFileInfo(program).absolutePath());
     // A copy already in place is kept: Windows does not let a running program be replaced.
     if (!QFile::exists(program) || QFileInfo(program).size() != QFileInfo(source).size()) {
