@@ -1,5 +1,6 @@
 #include "engine/EngineMain.h"
 
+#include "app/EngineReceipt.h"
 #include "engine/CommandFile.h"
 #include "engine/FormDocument.h"
 #include "engine/FormOutput.h"
@@ -7,6 +8,7 @@
 #include "engine/PreviewWindowSlot.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -71,6 +73,18 @@ bool parseArgs(const QStringList& args, Options& o, QString& problem)
     return true;
 }
 
+// Tells the print run that started this engine that the command file and the data have been read
+// (or could not be): the run may then write the next job into the same folder.
+void confirmInputsRead()
+{
+    const QString receipt = qEnvironmentVariable(kEngineReceiptVariable);
+    if (receipt.isEmpty())
+        return;
+    QFile file(receipt);
+    if (file.open(QIODevice::WriteOnly))
+        file.close();
+}
+
 } // namespace
 
 int runEngine(const QStringList& args, QTextStream& err)
@@ -94,13 +108,17 @@ int runEngine(const QStringList& args, QTextStream& err)
 
     EngineJob job;
     EngineError error;
-    if (!readCommandFile(options.commandFile, job, &error))
+    if (!readCommandFile(options.commandFile, job, &error)) {
+        confirmInputsRead();
         return report(error, true);
+    }
     if (!job.title.isEmpty())
         title = job.title;
     const bool windowed = job.action != EngineJob::Action::PrintOut;
     FormDocument document;
-    if (!document.open(job, &error))
+    const bool opened = document.open(job, &error);
+    confirmInputsRead();
+    if (!opened)
         return report(error, windowed);
 
     if (files) {
