@@ -6,10 +6,12 @@
 
 #include <QString>
 #include <QtGlobal>
+#include <chrono>
 
 namespace qelprn {
 
 struct PrintKind;
+class PrintFolderLock;
 
 // The print run: reads the print conditions from its caller (the main form or the command line),
 // runs the query of the chosen print kind, writes the print-data CSV file and hands it with the
@@ -30,6 +32,9 @@ public:
         NothingToPrint,   // the query found nothing, or the writer wrote no data line
         Failed,           // query or CSV writer failed
         EngineFailed,     // the engine could not be started, or failed to render
+        Declined,         // the person answered No to the kind's question before printing
+        WaitCancelled,    // another run held the temporary folder and the person stopped waiting
+        FolderBusy,       // another run held the temporary folder past the time limit
         CsvWritten,       // stopped after the CSV (Handoff::CsvOnly)
         Done,             // handed to the engine (or rendered to PDF)
     };
@@ -61,16 +66,21 @@ public:
     // order of the invoice-receipts stays from the previous run of this object when form sets none.
     Result PrintSisetsuSeikyu(qint16 mode, PrintConditionSource& form);
 
+    // How long a run waits for another run that holds the temporary folder.
+    void setFolderWaitLimit(std::chrono::milliseconds limit) { m_folderWaitLimit = limit; }
+
 private:
     bool iGetPrintJouken(PrintConditionSource& form);
     void iExecPrint(qint16 mode, Result& result);
-    void handToEngine(const PrintKind& kind, qint16 mode, Result& result);
+    void handToEngine(const PrintKind& kind, qint16 mode, Result& result, PrintFolderLock& lock);
+    bool lockFolder(PrintFolderLock& lock, Result& result);
     void showInfo(const QString& text);
 
     AppContext& m_context;
     Handoff m_handoff;
     QString m_pdfPath;
     modPrint施設請求書 m_data; // conditions, query results
+    std::chrono::milliseconds m_folderWaitLimit = std::chrono::minutes(2);
 };
 
 } // namespace qelprn
