@@ -47,8 +47,8 @@ bool confirmUnbilledFacilities(const modPrint施設請求書& data, Interaction&
         lines.append(u"　ほか %1 施設"_s.arg(facilities.size() - kListed));
     const QString text = u"請求先施設が設定されていない施設が %1 件あります。\r\n"_s.arg(facilities.size()) +
                          lines.join(u"\r\n"_s) +
-                         u"\r\nこれらの施設の明細は、宛名を「請求先未設定」とした請求書に印刷されます。"
-                         u"\r\n施設マスタで請求先を設定すると、請求先ごとの請求書になります。"
+                         u"\r\nこの明細は、宛名「【請求先未設定】」の請求書に印刷されます。"
+                         u"\r\n施設マスタで請求先施設を設定すると、請求先ごとに分かれます。"
                          u"\r\n\r\nこのまま印刷しますか？"_s;
     return ui.messageBox(text, u"請求先の確認"_s, MsgIcon::Exclamation, MsgButtons::YesNo) == MsgResult::Yes;
 }
