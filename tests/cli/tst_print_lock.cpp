@@ -6,6 +6,7 @@
 #include "report/PrintFolderLock.h"
 #include "support/StandInProgram.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -123,6 +124,22 @@ private slots:
         holder.process.kill();
         QVERIFY(holder.process.waitForFinished());
         QVERIFY(QFile::exists(f.folder.filePath(u"TMP/"_s + qelprn::PrintFolderLock::kFileName)));
+        const qelprn::test::CliRun r = f.print(1, {u"--csv-only"_s});
+        QVERIFY2(r.exitCode == 0, qPrintable(r.err));
+        QVERIFY2(!r.err.contains(u"待っています"_s), qPrintable(r.err));
+    }
+
+    // A lock left on a shared folder by another PC that was switched off: its process cannot be
+    // asked, so a lock older than ten minutes is taken over.
+    void lockOfASwitchedOffMachineIsTakenOver()
+    {
+        PrintFixture f;
+        QFile lock(f.folder.filePath(u"TMP/"_s + qelprn::PrintFolderLock::kFileName));
+        QVERIFY(lock.open(QIODevice::WriteOnly) && lock.write("4242\nqelprn\nanother-pc\n") > 0 &&
+                lock.flush());
+        QVERIFY(lock.setFileTime(QDateTime::currentDateTime().addSecs(-11 * 60),
+                                 QFileDevice::FileModificationTime));
+        lock.close();
         const qelprn::test::CliRun r = f.print(1, {u"--csv-only"_s});
         QVERIFY2(r.exitCode == 0, qPrintable(r.err));
         QVERIFY2(!r.err.contains(u"待っています"_s), qPrintable(r.err));
