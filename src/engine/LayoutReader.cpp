@@ -278,6 +278,10 @@ private:
                 item.columns.clear();
                 for (const QJsonValue& c : o.value(u"sum"_s).toArray())
                     item.columns.append(c.toString());
+                if (item.columns.isEmpty()) {
+                    fail(where + u" の項目 \"%1\" の sum に列がありません"_s.arg(near), u"sum"_s);
+                    return false;
+                }
             }
         } else if (o.value(u"rowNumber"_s).toBool(false)) {
             item.source = LayoutItem::Source::RowNumber;

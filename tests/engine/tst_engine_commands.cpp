@@ -276,6 +276,8 @@ private slots:
                                        << u"broken.wfd:3"_s << u"JSON"_s;
         QTest::newRow("unknown rounding") << QStringList{u"FileName,\"badround.wfd\""_s, ok[1], ok[2]} << good
                                           << u"badround.wfd:5"_s << u"round"_s;
+        QTest::newRow("sum of no columns") << QStringList{u"FileName,\"emptysum.wfd\""_s, ok[1], ok[2]}
+                                           << good << u"emptysum.wfd"_s << u"sum"_s;
         QTest::newRow("font not found") << QStringList{u"FileName,\"nofont.wfd\""_s, ok[1], ok[2]} << good
                                         << u"nofont.wfd"_s << u"存在しない明朝"_s;
         QTest::newRow("missing data file")
@@ -322,6 +324,10 @@ private slots:
         QVERIFY(badRound.open(QIODevice::WriteOnly));
         badRound.write(QByteArray(invoiceLayout).replace("\"round\": \"up\"", "\"round\": \"nearest\""));
         badRound.close();
+        QFile emptySum(dir.filePath(u"emptysum.wfd"_s));
+        QVERIFY(emptySum.open(QIODevice::WriteOnly));
+        emptySum.write(QByteArray(invoiceLayout).replace("\"sum\": \"施術施設負担額\"", "\"sum\": []"));
+        emptySum.close();
         QVERIFY(writeCp932(dir.filePath(u"data.csv"_s), csv.split(u'\n')));
         for (QString& c : commands)
             c.replace(u"{layout}"_s, layoutPath(u"施設別請求書.wfd"_s)).replace(u"{data}"_s, u"data.csv"_s);
