@@ -10,7 +10,7 @@ scripts/setup.sh
 
 packages=(
     g++-mingw-w64-x86-64-posix gcc-mingw-w64-x86-64-posix mingw-w64-tools binutils-mingw-w64-x86-64
-    wine64 nsis tcl dpkg-dev python3 openbox x11-utils xdotool
+    wine64 nsis tcl dpkg-dev python3 unzip openbox x11-utils xdotool imagemagick xvfb
 )
 
 sudo_cmd=()
