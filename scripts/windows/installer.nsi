@@ -55,6 +55,8 @@ VIAddVersionKey /LANG=1041 "LegalCopyright" "2026 the qelprn authors"
 !define MUI_WELCOMEPAGE_TITLE "${PRODUCT} ${VERSION} のセットアップ"
 !define MUI_WELCOMEPAGE_TEXT "${PRODUCT} を、スイートのプログラムフォルダー（$\"Tovara.ini$\" があるフォルダー）に導入します。$\r$\n$\r$\n前の版が入っているときは、その版のファイルを新しい版に置き換えます。スイートの設定ファイル、データベース、データのフォルダーには触れません。$\r$\n$\r$\n導入の前に、${PRODUCT} を閉じてください。"
 !insertmacro MUI_PAGE_WELCOME
+!define MUI_PAGE_HEADER_TEXT "導入先の選択"
+!define MUI_PAGE_HEADER_SUBTEXT "${PRODUCT} を入れるスイートのプログラムフォルダーを選んでください。"
 !define MUI_DIRECTORYPAGE_TEXT_TOP "スイートのプログラムフォルダー（$\"Tovara.ini$\" と $\"adodb.ini$\" があるフォルダー）を選んでください。"
 !define MUI_DIRECTORYPAGE_TEXT_DESTINATION "スイートのプログラムフォルダー"
 !define MUI_PAGE_CUSTOMFUNCTION_LEAVE CheckSuiteFolder
