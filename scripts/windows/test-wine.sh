@@ -319,7 +319,8 @@ before, after = load(sys.argv[1]), load(sys.argv[2])
 in_tmp = lambda f: f.startswith("./TMP/")
 bad = [f"gone or changed: {f}" for f in before if not in_tmp(f) and after.get(f) != before[f]]
 bad += [f"left behind: {f}" for f in after if f not in before and not in_tmp(f)]
-print("\n".join("    " + b for b in bad))
+for b in bad:
+    print("    " + b)
 sys.exit(1 if bad else 0)
 PY
     echo "  silent uninstall: the suite folder holds what it held before (and the job's print data in TMP)"
