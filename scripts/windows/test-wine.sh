@@ -329,6 +329,26 @@ else
 fi
 "$wine" reg query "$regkey" >/dev/null 2>&1 && ifail "the installed-programs entry is still there"
 [[ -e $shortcut ]] && ifail "the Start-menu shortcut is still there"
+# A folder without "Tovara.ini": refused when silent, unless /DEMO asks for the demo data there.
+fresh=$work/fresh
+mkdir -p "$fresh"
+if "$wine" "$setup" /S "/D=$(winpath "$fresh")" >>"$work/logs/installer.log" 2>&1; then
+    ifail "a silent install into a folder without Tovara.ini was not refused"
+fi
+wineserver -w
+[[ -e $fresh/qelprn.exe ]] && ifail "the refused install wrote its files"
+if "$wine" "$setup" /S /DEMO "/D=$(winpath "$fresh")" >>"$work/logs/installer.log" 2>&1 && wineserver -w &&
+    [[ -f $fresh/Tovara.ini && -f $fresh/qelprn.exe ]]; then
+    "$wine" "$fresh/qelprn-uninstall.exe" /S >>"$work/logs/installer.log" 2>&1 || true
+    wineserver -w
+    if [[ -f $fresh/Tovara.ini && ! -e $fresh/qelprn.exe ]]; then
+        echo "  a folder without Tovara.ini: refused, and with /DEMO given the demo data (kept on uninstall)"
+    else
+        ifail "the uninstall after /DEMO did not keep the demo data or left the programs"
+    fi
+else
+    ifail "/DEMO did not install with the demo data"
+fi
 if ((installer_failed == 0)); then
     passed=$((passed + 1))
     echo "  installer round trip passed ($(du -h "$setup" | cut -f1) installer)"
