@@ -2,7 +2,8 @@
 # Sets up what is missing, then builds and runs every test twice: a normal build with warnings as
 # errors, and an AddressSanitizer + UndefinedBehaviorSanitizer build. Both must pass. The normal
 # build is linted (scripts/lint.sh) before its tests run. Last, every fuzz target runs briefly from
-# its seeds (scripts/fuzz.sh).
+# its seeds (scripts/fuzz.sh). Then the Windows build under Wine, when Qt for MinGW is built and
+# Wine is installed (else one line says why it was skipped).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup.sh
@@ -31,4 +32,22 @@ run_suite build/asan no-lint -DQELPRN_SANITIZE=ON
 echo "== libFuzzer targets, a short run each =="
 QELPRN_CLI=build/test/bin/qelprn-cli scripts/fuzz.sh 7
 fuzzers=$(ls build/fuzz/fuzz-bin | wc -l)
-echo "tests and fuzz targets: $((passed + fuzzers)) passed, 0 failed"
+
+# The Windows build under Wine (the zip, the installer, the tests and the month-end job), where it
+# can run: the MinGW Qt must already be built, since building it (scripts/windows/build-qt.sh) takes
+# about an hour, and the Windows tools must be installed (scripts/windows/setup.sh).
+windows=0
+qt_mingw=${QELPRN_QT_MINGW:-$HOME/.cache/qelprn/qt-6.4.2-mingw64}
+wine=$(command -v wine || command -v wine64 || ls /usr/lib/wine/wine64 2>/dev/null || true)
+if [[ ! -f $qt_mingw/qt/.complete ]]; then
+    echo "== Windows build under Wine: skipped, Qt for MinGW is not built in $qt_mingw (scripts/windows/build-qt.sh) =="
+elif [[ -z $wine ]] || ! command -v makensis >/dev/null || ! command -v x86_64-w64-mingw32-g++-posix >/dev/null; then
+    echo "== Windows build under Wine: skipped, Wine, NSIS or MinGW-w64 is not installed (scripts/windows/setup.sh) =="
+else
+    echo "== Windows build under Wine =="
+    scripts/windows/package.sh
+    mkdir -p build/windows-mingw
+    scripts/windows/test-wine.sh | tee build/windows-mingw/test-wine.log
+    windows=$(sed -n 's/^\([0-9]*\) passed, 0 failed$/\1/p' build/windows-mingw/test-wine.log | tail -n 1)
+fi
+echo "tests, fuzz targets and Windows checks: $((passed + fuzzers + ${windows:-0})) passed, 0 failed"

@@ -2,7 +2,8 @@
 # Writes dist/qelprn-<version>-win64.zip from the Windows build (the windows-mingw preset, built
 # first when missing): the three programs, the Qt DLLs and plugins they load, the MinGW runtime,
 # the layouts (SYS), the IPAex fonts with their license, Qt's Japanese translation and 導入手順.txt.
-# The zip is unpacked as it is into the suite's program folder.
+# The zip is unpacked as it is into the suite's program folder. Then the installer,
+# dist/qelprn-<version>-setup.exe (NSIS, installer.nsi), from the same files.
 set -euo pipefail
 
 here=$(cd "$(dirname "$0")" && pwd)
@@ -19,6 +20,10 @@ gcc_dir=$(dirname "$(x86_64-w64-mingw32-g++-posix -print-libgcc-file-name)")
 # Where the DLLs a program imports can come from, first match wins.
 dll_dirs=("$qt/bin" "$cache/sqlite/bin" "$gcc_dir" /usr/x86_64-w64-mingw32/lib)
 
+if ! command -v makensis >/dev/null; then
+    echo "package: makensis is missing (scripts/windows/setup.sh installs nsis)" >&2
+    exit 1
+fi
 if [[ ! -f $qt/.complete ]]; then
     echo "package: Qt for MinGW is not built; run scripts/windows/build-qt.sh" >&2
     exit 1
@@ -98,3 +103,36 @@ with zipfile.ZipFile(out, "w", zipfile.ZIP_DEFLATED, compresslevel=9) as z:
 PY
 files=$(find "$stage" -type f | wc -l)
 echo "package: $zip ($(du -h "$zip" | cut -f1), $files files)"
+
+# The installer: the same files, listed for it by name, so that its uninstaller removes exactly
+# those. Layouts (SYS/*.wfd) go through the Layout macro, which leaves a suite's own layout alone.
+setup=$root/dist/qelprn-$version-setup.exe
+nsh=$build/package/files.nsh
+python3 - "$stage" >"$nsh" <<'PY'
+import os, sys
+stage = sys.argv[1]
+files = sorted(os.path.relpath(os.path.join(d, f), stage) for d, _, fs in os.walk(stage) for f in fs)
+layouts = [f for f in files if os.path.dirname(f) == "SYS" and f.endswith(".wfd")]
+plain = [f for f in files if f not in layouts]
+win = lambda p: ("\\" + p.replace("/", "\\")) if p else ""
+out = ["!macro InstallFiles"]
+folder = None
+for f in plain:
+    if os.path.dirname(f) != folder:
+        folder = os.path.dirname(f)
+        out.append(f'    SetOutPath "$INSTDIR{win(folder)}"')
+    out.append(f'    File "{stage}/{f}"')
+out += [f'    !insertmacro Layout "{os.path.basename(f)}"' for f in layouts]
+out += ["!macroend", "!macro UninstallFiles"]
+out += [f'    Delete "$INSTDIR{win(f)}"' for f in plain]
+out += [f'    !insertmacro Layout "{os.path.basename(f)}"' for f in layouts]
+out += ["!macroend", "!macro RemoveFolders"]
+folders = sorted({os.path.dirname(f) for f in files if os.path.dirname(f)}, key=lambda d: (-d.count("/"), d))
+out += [f'    RMDir "$INSTDIR{win(d)}"' for d in folders]
+out.append("!macroend")
+print("\n".join(out))
+PY
+size_kb=$(du -sk "$stage" | cut -f1)
+makensis -V2 -INPUTCHARSET UTF8 -DVERSION="$version" -DSTAGE="$stage" -DFILES="$nsh" -DSIZE_KB="$size_kb" \
+    -DICON="$root/packaging/icons/qelprn.ico" -DOUTFILE="$setup" "$here/installer.nsi"
+echo "package: $setup ($(du -h "$setup" | cut -f1))"

@@ -1,9 +1,11 @@
 #include "engine/BundledFonts.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDir>
+#include <QFont>
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QRawFont>
 #include <mutex>
 
 using namespace Qt::StringLiterals;
@@ -19,6 +21,17 @@ void loadFontFolder(const QString& folder)
     const QDir dir(folder);
     for (const QString& name : dir.entryList({u"*.ttf"_s, u"*.otf"_s, u"*.ttc"_s}, QDir::Files, QDir::Name))
         QFontDatabase::addApplicationFont(dir.filePath(name));
+}
+
+// True when the family is installed and its own glyphs cover Japanese (not a stand-in's).
+bool drawsJapanese(const QString& family)
+{
+    // Listing the families fills the font database, which hasFamily's alias look-up needs.
+    QFontDatabase::families();
+    if (!QFontDatabase::hasFamily(family))
+        return false;
+    const QRawFont raw = QRawFont::fromFont(QFont(family));
+    return raw.isValid() && raw.supportsCharacter(u'あ') && raw.supportsCharacter(u'施');
 }
 
 } // namespace
@@ -46,6 +59,35 @@ bool fontFamilyAvailable(const QString& family)
     // (which gets the stand-in).
     const QString standIn = QFontInfo(QFont(u"qelprn-no-such-family"_s)).family();
     return QFontInfo(QFont(family)).family() != standIn;
+}
+
+QString useJapaneseUiFont(const QString& fontsFolder)
+{
+    QFont font = QApplication::font();
+    // The face the system's font resolves to, which is what a window draws with.
+    const QString system = QFontInfo(font).family();
+    if (drawsJapanese(system))
+        return system;
+    // Windows' Japanese UI faces, then the Gothic faces of Windows and Linux systems.
+    static const QStringList gothic{u"Yu Gothic UI"_s, u"Meiryo UI"_s,  u"MS UI Gothic"_s,
+                                    u"Yu Gothic"_s,    u"Meiryo"_s,     u"MS PGothic"_s,
+                                    u"IPAexGothic"_s,  u"IPAPGothic"_s, u"Noto Sans CJK JP"_s};
+    QString family;
+    for (const QString& candidate : gothic) {
+        if (drawsJapanese(candidate)) {
+            family = candidate;
+            break;
+        }
+    }
+    if (family.isEmpty()) {
+        const int id = QFontDatabase::addApplicationFont(QDir(fontsFolder).filePath(u"ipaexg.ttf"_s));
+        family = QFontDatabase::applicationFontFamilies(id).value(0);
+    }
+    if (family.isEmpty())
+        return system;
+    font.setFamilies({family});
+    QApplication::setFont(font);
+    return family;
 }
 
 } // namespace qelprn::engine

@@ -36,6 +36,9 @@ int main(int argc, char* argv[])
     icon.addFile(QStringLiteral(":/icons/qelprn-48.png"));
     QApplication::setWindowIcon(icon);
     qelprn::engine::loadBundledFonts();
+#ifdef Q_OS_WIN
+    qelprn::engine::useJapaneseUiFont(QApplication::applicationDirPath() + QStringLiteral("/fonts"));
+#endif
     QTextStream err(stderr);
     return qelprn::engine::runEngine(QApplication::arguments().mid(1), err);
 }

@@ -10,7 +10,9 @@
 #include <QScreen>
 #include <QSpinBox>
 #include <QStyle>
+#include <QStyleOptionComboBox>
 #include <QTimer>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -100,6 +102,20 @@ QDateEdit* makeDateBox(QWidget* parent, const QString& name)
     box->setDisplayFormat(u"yyyy/MM/dd"_s);
     box->setCalendarPopup(true);
     new SectionOnClick(box);
+    // QDateEdit's own size hint asks the style about a default combo box; Windows' style then
+    // leaves the text field too narrow for a full date ("2026/11/2"). The field's width comes from
+    // the style's edit-field rectangle for this box instead: wide enough for the widest date.
+    QStyleOptionComboBox option;
+    option.initFrom(box);
+    option.editable = true;
+    option.frame = true;
+    option.subControls = QStyle::SC_All;
+    const QFontMetrics metrics = box->fontMetrics();
+    const int text = metrics.horizontalAdvance(u"0000/00/00 "_s) + 4;
+    option.rect = QRect(0, 0, text * 2, box->sizeHint().height());
+    const QRect field =
+        box->style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, box);
+    box->setMinimumWidth(std::max(box->sizeHint().width(), text + option.rect.width() - field.width()));
     return box;
 }
 

@@ -8,6 +8,7 @@
 #include "app/Paths.h"
 #include "app/QtMessageFilter.h"
 #include "app/Version.h"
+#include "engine/BundledFonts.h"
 #include "forms/DesktopInteraction.h"
 #include "forms/ProgramFolderSetup.h"
 #include "forms/ScreenshotTour.h"
@@ -36,6 +37,9 @@ int main(int argc, char* argv[])
     QApplication::setApplicationName(u"qelprn"_s);
     // No display name: Qt would append it to every window and message box title.
     qelprn::installJapaneseTranslation(app);
+#ifdef Q_OS_WIN
+    qelprn::engine::useJapaneseUiFont(QApplication::applicationDirPath() + u"/fonts"_s);
+#endif
     QApplication::setApplicationVersion(qelprn::productVersion());
     QIcon icon(u":/icons/qelprn-256.png"_s);
     icon.addFile(u":/icons/qelprn-48.png"_s);

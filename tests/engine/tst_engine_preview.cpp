@@ -4,6 +4,7 @@
 
 #include "EngineTestData.h"
 #include "app/JapaneseTranslation.h"
+#include "engine/BundledFonts.h"
 #include "engine/CommandFile.h"
 #include "engine/FormDocument.h"
 #include "engine/FormOutput.h"
@@ -12,9 +13,12 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QFontInfo>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
+#include <QRawFont>
+#include <QScopeGuard>
 #include <QScrollArea>
 #include <QSignalSpy>
 #include <QStandardPaths>
@@ -60,6 +64,26 @@ private slots:
     {
         // Settings and the documents folder go to a test location, not the user's.
         QStandardPaths::setTestModeEnabled(true);
+    }
+
+    // The UI font: a face without Japanese gives way to a Japanese Gothic face of the same size
+    // (under Wine, Qt's fallback drew the form's Japanese in a Mincho face); one with it stays.
+    void uiFontDrawsJapaneseInAGothicFace()
+    {
+        const QFont saved = QApplication::font();
+        const auto restore = qScopeGuard([&] { QApplication::setFont(saved); });
+        const QFont latin(u"DejaVu Sans"_s, 11);
+        if (QFontInfo(latin).family() != u"DejaVu Sans"_s)
+            QSKIP("DejaVu Sans is not installed");
+        QApplication::setFont(latin);
+        const QString family = qelprn::engine::useJapaneseUiFont(QString());
+        const QRawFont raw = QRawFont::fromFont(QApplication::font());
+        QVERIFY2(raw.supportsCharacter(u'施'), qPrintable(family));
+        QVERIFY2(!raw.familyName().contains(u"Mincho"_s) && !raw.familyName().contains(u"明朝"_s),
+                 qPrintable(raw.familyName()));
+        QCOMPARE(QApplication::font().pointSize(), 11);
+        // A face that draws Japanese stays.
+        QCOMPARE(qelprn::engine::useJapaneseUiFont(QString()), QFontInfo(QApplication::font()).family());
     }
 
     void firstPaintPlacementAndMemory()

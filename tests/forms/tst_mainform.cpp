@@ -11,6 +11,7 @@
 #include "support/StandInProgram.h"
 #include "support/TestInteraction.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
@@ -18,10 +19,13 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScopeGuard>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSpinBox>
 #include <QStatusBar>
+#include <QStyle>
+#include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest>
@@ -450,6 +454,28 @@ private slots:
         scroll->ensureWidgetVisible(preview);
         QVERIFY(!preview->visibleRegion().isEmpty());
         QVERIFY(f.form->rect().contains(f.c<QStatusBar>(u"StatusBar1"_s)->geometry()));
+    }
+
+    // Both dates show whole in every style of the platform (Windows' own style cut the issue date
+    // to "2026/11/2").
+    void datesShowWhole()
+    {
+        const QString before = QApplication::style()->name();
+        const auto restore = qScopeGuard([&] { QApplication::setStyle(before); });
+        for (const QString& style : QStyleFactory::keys()) {
+            QApplication::setStyle(style);
+            Fixture f;
+            QVERIFY(f.load());
+            for (const QString& name : {u"imD_Out"_s, u"imD_Teis"_s}) {
+                auto* text = f.c<QDateEdit>(name)->findChild<QLineEdit*>();
+                QVERIFY(text);
+                // A line edit keeps 2 px free on either side of its text.
+                const int needed = text->fontMetrics().horizontalAdvance(text->text()) + 4;
+                QVERIFY2(text->width() >= needed,
+                         qPrintable(u"%1 in %2: %3 px for %4 px"_s.arg(
+                             name, style, QString::number(text->width()), QString::number(needed))));
+            }
+        }
     }
 
     // From the preview button through the real print run to the engine's start, on a demo folder;

@@ -1,0 +1,153 @@
+#!/usr/bin/env bash
+# The Windows programs on a desktop: runs the zip's programs under Wine (a Japanese Windows) on
+# Xvfb with the openbox window manager, 1366×768, and keeps pictures of what a clerk sees in
+# docs/windows-*.png: the main form for form kinds 1, 4 and 6, the patient search, the question
+# before printing (a message box), the preview and the print dialog. Each picture is one window as
+# Windows draws it (its own title bar comes from the window manager, so it is left out). Look at
+# every picture after a run. Not part of the test run (the pictures need a person's eye).
+#
+#   scripts/windows/screenshots-wine.sh      (after scripts/windows/package.sh)
+set -euo pipefail
+
+here=$(cd "$(dirname "$0")" && pwd)
+root=$(cd "$here/../.." && pwd)
+version=$(sed -n 's/^project(qelprn VERSION \([0-9.]*\).*/\1/p' "$root/CMakeLists.txt")
+zip=$root/dist/qelprn-$version-win64.zip
+work=$root/build/windows-mingw/wine-desktop
+docs=$root/docs
+
+for tool in Xvfb openbox xdotool xwininfo import; do
+    command -v "$tool" >/dev/null || {
+        echo "screenshots-wine: $tool is missing (scripts/windows/setup.sh installs it)" >&2
+        exit 1
+    }
+done
+[[ -f $zip ]] || {
+    echo "screenshots-wine: $zip is missing; run scripts/windows/package.sh" >&2
+    exit 1
+}
+wine=$(command -v wine || command -v wine64 || ls /usr/lib/wine/wine64 2>/dev/null || true)
+[[ -n $wine ]] || {
+    echo "screenshots-wine: Wine is missing (scripts/windows/setup.sh)" >&2
+    exit 1
+}
+export PATH=$PATH:$(dirname "$wine")
+# A prefix of its own: the test prefix tells Qt to draw off screen.
+export WINEPREFIX=${QELPRN_WINE_DESKTOP_PREFIX:-$HOME/.cache/qelprn/wine64-desktop}
+export WINEARCH=win64 WINEDEBUG=-all LANG=ja_JP.UTF-8 LC_ALL=ja_JP.UTF-8
+
+pids=()
+cleanup() {
+    wineserver -k 2>/dev/null || true
+    for pid in "${pids[@]}"; do kill "$pid" 2>/dev/null || true; done
+}
+trap cleanup EXIT
+
+display=:$((70 + RANDOM % 9))
+Xvfb "$display" -screen 0 1366x768x24 -nolisten tcp &
+pids+=($!)
+export DISPLAY=$display
+for _ in $(seq 1 40); do xdpyinfo >/dev/null 2>&1 && break; sleep 0.25; done
+openbox &
+pids+=($!)
+if [[ ! -d $WINEPREFIX/drive_c ]]; then
+    echo "screenshots-wine: preparing the Wine prefix $WINEPREFIX"
+    "$wine" wineboot --init >/dev/null 2>&1 || true
+fi
+wineserver -w
+
+rm -rf "$work"
+mkdir -p "$work/program" "$work/logs"
+unzip -q "$zip" -d "$work/program"
+program=$work/program
+winpath() { "$wine" winepath -w "$1" 2>/dev/null | tr -d '\r'; }
+"$wine" "$program/qelprn-cli.exe" init-demo "$(winpath "$work/demo")" --seed 1 >"$work/logs/init-demo.log" 2>&1
+
+# The id of the newest visible window whose title is exactly $1, or of class $2 (waits up to 30 s).
+window() {
+    local id=""
+    for _ in $(seq 1 120); do
+        if [[ -n ${2:-} ]]; then
+            id=$(xdotool search --onlyvisible --class "$2" 2>/dev/null | tail -1 || true)
+        else
+            id=$(xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | tail -1 || true)
+        fi
+        [[ -n $id ]] && break
+        sleep 0.25
+    done
+    echo "$id"
+}
+shot() { # window-id name
+    sleep 1.5
+    import -window "$1" "$docs/windows-$2.png"
+    echo "  docs/windows-$2.png"
+}
+# Keys go to the window that has the focus; each key waits for the program.
+keys() {
+    for key in "$@"; do
+        xdotool key --clearmodifiers "$key"
+        sleep 0.6
+    done
+}
+
+echo "screenshots-wine: the desktop program under Wine"
+rm -f "$docs"/windows-*.png
+(cd "$work" && QELPRN_APP_DIR=$(winpath "$work/demo") "$wine" "$program/qelprn.exe" 1 >"$work/logs/qelprn.log" 2>&1) &
+form=$(window 施設請求書印刷)
+[[ -n $form ]] || {
+    echo "screenshots-wine: the main form did not open (log: $work/logs/qelprn.log)" >&2
+    exit 1
+}
+xdotool windowactivate --sync "$form" 2>/dev/null || true
+sleep 3
+shot "$form" main-kind1
+# The kinds stand in two columns of three; the arrow keys move the choice.
+keys Right
+shot "$form" main-kind4
+keys Down Down
+shot "$form" main-kind6
+keys Up Up Left
+
+keys F4
+search=$(window 患者検索)
+if [[ -n $search ]]; then
+    keys Return
+    shot "$search" search-patient
+    keys Escape
+else
+    echo "  the patient search did not open" >&2
+fi
+
+xdotool windowactivate --sync "$form" 2>/dev/null || true
+keys ctrl+p
+box=$(xdotool getactivewindow)
+if [[ $box != "$form" ]]; then
+    shot "$box" message
+    keys n
+else
+    echo "  no question before printing" >&2
+fi
+
+xdotool windowactivate --sync "$form" 2>/dev/null || true
+keys F5
+preview=$(window "" qelprn-engine.exe)
+if [[ -n $preview ]]; then
+    xdotool windowactivate --sync "$preview" 2>/dev/null || true
+    sleep 3
+    shot "$preview" preview
+    keys ctrl+p
+    dialog=$(xdotool getactivewindow)
+    if [[ $dialog != "$preview" ]]; then
+        shot "$dialog" print-dialog
+        keys Escape
+    else
+        echo "  the print dialog did not open" >&2
+    fi
+    xdotool windowactivate --sync "$preview" 2>/dev/null || true
+    keys Escape
+else
+    echo "  the preview did not open (log: $work/logs/qelprn.log)" >&2
+fi
+xdotool windowactivate --sync "$form" 2>/dev/null || true
+keys F12
+ls -1 "$docs"/windows-*.png
