@@ -140,7 +140,7 @@ run_month() { # os cli-command...
     for kind in 1 2 3 4 5 6; do
         mkdir -p "$work/out-$os/$kind"
         if QELPRN_APP_DIR=$(native "$os" "$demo") "$@" print --kind "$kind" --month "$month" --issue-date 2026/11/05 \
-            --pdf "$(native "$os" "$work/out-$os/$kind/form.pdf")" >"$work/logs/print-$os-$kind.log" 2>&1; then
+            --pdf "$(native "$os" "$work/out-$os/$kind/form.pdf")" --yes >"$work/logs/print-$os-$kind.log" 2>&1; then
             cp "$demo"/TMP/*.csv "$work/out-$os/$kind/"
         else
             echo "  FAIL print --kind $kind on $os (log: $work/logs/print-$os-$kind.log)"
@@ -287,7 +287,7 @@ cmp -s "$suite/qelprn-cli.exe" "$program/qelprn-cli.exe" && echo "  installing a
 for kind in 1 2 3 4 5 6; do
     mkdir -p "$work/out-installed/$kind"
     if "$wine" "$suite/qelprn-cli.exe" print --kind "$kind" --month "$month" --issue-date 2026/11/05 \
-        --pdf "$(winpath "$work/out-installed/$kind/form.pdf")" >"$work/logs/print-installed-$kind.log" 2>&1; then
+        --pdf "$(winpath "$work/out-installed/$kind/form.pdf")" --yes >"$work/logs/print-installed-$kind.log" 2>&1; then
         for csv in "$work/out-windows/$kind"/*.csv; do
             python3 - "$csv" "$suite/TMP/$(basename "$csv")" "$win_demo" "$win_suite" <<'PY' ||
 import sys
