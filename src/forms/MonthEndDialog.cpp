@@ -23,6 +23,7 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -156,11 +157,29 @@ MonthEndDialog::MonthEndDialog(AppContext& ctx, QDate month, QDate issue, PrintC
     layout->addWidget(txtSummary, 1);
     layout->addLayout(buttons);
 
+    // Until a folder is chosen, the documents folder's 施設請求書/<month> (and the kind's folder for
+    // one kind), following the month.
+    const auto defaultFolder = [this, form] {
+        QString folder = QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
+                             .filePath(u"施設請求書/"_s + imMonth->date().toString(u"yyyy-MM"_s));
+        for (qsizetype i = 0; form && i < chkKinds.size(); ++i) {
+            if (chkKinds[i]->isChecked())
+                folder = QDir(folder).filePath(kindFolderName(*printKind(int(i) + 1)));
+        }
+        return QDir::toNativeSeparators(folder);
+    };
+    txtFolder->setText(defaultFolder());
+    connect(imMonth, &QDateEdit::dateChanged, this, [this, defaultFolder] {
+        if (!txtFolder->isModified())
+            txtFolder->setText(defaultFolder());
+    });
     connect(cbBrowse, &QPushButton::clicked, this, [this] {
         const QString chosen =
             QFileDialog::getExistingDirectory(this, u"出力先フォルダ"_s, txtFolder->text());
-        if (!chosen.isEmpty())
+        if (!chosen.isEmpty()) {
             txtFolder->setText(QDir::toNativeSeparators(chosen));
+            txtFolder->setModified(true);
+        }
     });
     connect(cbStart, &QPushButton::clicked, this, &MonthEndDialog::start);
     connect(cbCancel, &QPushButton::clicked, this, &MonthEndDialog::cancel);
