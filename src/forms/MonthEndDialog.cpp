@@ -194,6 +194,11 @@ void MonthEndDialog::setRunning(bool running)
     m_running = running;
     for (QWidget* w : std::initializer_list<QWidget*>{cbStart, cbClose, cbBrowse, txtFolder})
         w->setEnabled(!running);
+    // The form's own run keeps its kind and dates fixed; the month end's are locked while it runs.
+    for (QWidget* w : std::initializer_list<QWidget*>{imMonth, imIssue})
+        w->setEnabled(!running && !m_form);
+    for (QCheckBox* box : std::as_const(chkKinds))
+        box->setEnabled(!running && !m_form);
     cbCancel->setEnabled(running);
     cbOpen->setEnabled(!running && QDir(QDir::fromNativeSeparators(txtFolder->text())).exists());
 }
