@@ -4,6 +4,7 @@
 #include "cli/Command.h"
 #include "cli/OptionValues.h"
 #include "cli/PrintOptions.h"
+#include "cli/StopRequest.h"
 #include "report/AddresseeFolder.h"
 #include "report/PrintKind.h"
 #include "report/PrintRun.h"
@@ -127,6 +128,7 @@ public:
                                        MsgIcon::Question, MsgButtons::YesNo) != MsgResult::Yes)
                 return 1;
             const QLocale locale(QLocale::Japanese, QLocale::Japan);
+            const StopRequest stop;
             int failed = 0;
             int done = 0;
             QStringList summary;
@@ -151,9 +153,11 @@ public:
                 FolderOutput folder;
                 folder.folder = kindFolder(outDir, kind);
                 folder.replace = replace;
+                folder.stopRequested = &StopRequest::requested;
                 PrintRun run(ctx, print ? PrintRun::Handoff::Engine : PrintRun::Handoff::PdfFolder);
                 run.setFolderOutput(&folder);
                 const PrintRun::Result result = run.PrintSisetsuSeikyu(print ? 1 : 0, form);
+                const bool stopped = StopRequest::requested();
                 const QString head = u"%1 %2: "_s.arg(number).arg(kind.label);
                 switch (result.outcome) {
                 case PrintRun::Outcome::NothingToPrint:
@@ -177,10 +181,15 @@ public:
                     break;
                 default:
                     ++failed;
-                    summary << head + u"失敗"_s +
+                    summary << head + (stopped ? u"中止"_s : u"失敗"_s) +
                                    (folder.files.isEmpty()
                                         ? QString()
                                         : u"（できた %1 件は送付一覧にあります）"_s.arg(folder.files.size()));
+                    break;
+                }
+                if (stopped) {
+                    summary << u"中止しました（Ctrl+C）。できた PDF は各フォルダの送付一覧.csv にあります"_s;
+                    ++failed;
                     break;
                 }
             }

@@ -3,6 +3,7 @@
 #include "app/StartupCheck.h"
 #include "cli/Command.h"
 #include "cli/PrintOptions.h"
+#include "cli/StopRequest.h"
 #include "db/SiteGrid.h"
 #include "db/cT_KyotenDbAcs.h"
 #include "report/AddresseeFolder.h"
@@ -207,6 +208,8 @@ public:
             FolderOutput folder;
             folder.folder = options.pdfDir;
             folder.replace = options.replace;
+            folder.stopRequested = &StopRequest::requested;
+            const StopRequest stop;
             PrintRun printRun(ctx, handoff, options.pdfFile);
             printRun.setFolderOutput(&folder);
             const PrintRun::Result run = printRun.PrintSisetsuSeikyu(mode, form);

@@ -14,6 +14,13 @@
 #include <QProcess>
 #include <cmath>
 
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
+
 using namespace Qt::StringLiterals;
 
 namespace qelprn {
@@ -159,6 +166,15 @@ qint16 writeAddresseeFolder(const AppContext& context, cls_WfdPrintExe& wfd, con
     if (!environment.contains(u"QT_QPA_PLATFORM"_s))
         environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
     process.setProcessEnvironment(environment);
+    // The engine stops when asked through the cancel file; Ctrl+C at a terminal, which reaches the
+    // whole foreground process group, must not end it in the middle of a file.
+#ifdef Q_OS_UNIX
+    process.setChildProcessModifier([] { ::setpgid(0, 0); });
+#endif
+#ifdef Q_OS_WIN
+    process.setCreateProcessArgumentsModifier(
+        [](QProcess::CreateProcessArguments* args) { args->flags |= CREATE_NEW_PROCESS_GROUP; });
+#endif
     process.start(engine, arguments);
     if (!process.waitForStarted()) {
         output.error = u"帳票印刷エンジン "_s + engine + u" を起動できません。"_s + process.errorString();
@@ -174,6 +190,11 @@ qint16 writeAddresseeFolder(const AppContext& context, cls_WfdPrintExe& wfd, con
                 stop.open(QIODevice::WriteOnly);
             }
         } else {
+            if (output.stopRequested && output.stopRequested() && !stopAsked) {
+                stopAsked = true;
+                QFile stop(cancelFile);
+                stop.open(QIODevice::WriteOnly);
+            }
             context.interaction().progress(kind.label + u" "_s + QString::number(output.files.size()) +
                                                u" / "_s + QString::number(total) + u" 件"_s,
                                            output.files.size(), total);

@@ -37,6 +37,8 @@ struct FolderOutput
     // known); false asks the engine to stop after the file it is writing. Without it, progress goes
     // to the interaction.
     std::function<bool(int done, int total)> progress;
+    // Without progress: the run goes on while this says no (the command line's Ctrl+C).
+    std::function<bool()> stopRequested;
 
     QList<SentFile> files;
     bool cancelled = false;

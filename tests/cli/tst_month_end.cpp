@@ -14,9 +14,11 @@
 #include "support/TestInteraction.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QLocale>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -285,6 +287,39 @@ private slots:
         QVERIFY2(r.exitCode == 0, qPrintable(r.err));
         QVERIFY(!QFile::exists(QDir(kind1).filePath(u"20261105_旧_1.pdf"_s)));
         QCOMPARE(listRows(kind4).size(), rows.size());
+    }
+
+    // Ctrl+C (here SIGTERM, which the command line treats alike) during a month end stops it after
+    // the file being written: the built program ends with status 2, leaving whole files and a list
+    // naming exactly them.
+    void interruptedMonthEnd()
+    {
+#ifndef Q_OS_UNIX
+        QSKIP("signals to a console program are a Unix test");
+#endif
+        Demo demo;
+        QVERIFY(demo.init());
+        const QString out = demo.dir.filePath(u"out"_s);
+        const QString kind4 = QDir(out).filePath(u"4_請求書兼領収書"_s);
+        QProcess cli;
+        cli.start(builtProgram(u"qelprn-cli"_s), {u"month-end"_s, u"--app-dir"_s, demo.folder, u"--month"_s,
+                                                  u"2026/10"_s, u"--out"_s, out, u"--kinds"_s, u"4,5"_s});
+        QVERIFY(cli.waitForStarted());
+        QElapsedTimer clock;
+        clock.start();
+        while (QDir(kind4).entryList({u"*.pdf"_s}, QDir::Files).size() < 2 && clock.elapsed() < 60000)
+            QTest::qWait(5);
+        cli.terminate();
+        QVERIFY(cli.waitForFinished(60000));
+        const QString err = QString::fromUtf8(cli.readAllStandardError());
+        QCOMPARE(cli.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(cli.exitCode(), 2);
+        QVERIFY2(QString::fromUtf8(cli.readAllStandardOutput()).contains(u"中止しました"_s), qPrintable(err));
+        const QStringList pdfs = QDir(kind4).entryList({u"*.pdf"_s}, QDir::Files);
+        QVERIFY2(pdfs.size() >= 2 && pdfs.size() < 59, qPrintable(QString::number(pdfs.size())));
+        QCOMPARE(listRows(kind4).size(), pdfs.size());
+        QCOMPARE(QDir(kind4).entryList(QDir::Files | QDir::Hidden).size(), pdfs.size() + 1);
+        QVERIFY(!QFileInfo::exists(QDir(out).filePath(u"5_請求書兼領収書(自費分)"_s)));
     }
 
     // A run stopped between addressees keeps the files finished, whole, and a list naming exactly
