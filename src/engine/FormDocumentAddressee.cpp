@@ -23,7 +23,7 @@ bool FormDocument::addressee(int group, AddresseeKey& key, EngineError* error)
                 if (m_amountItem || item.kind != LayoutItem::Kind::Field)
                     continue;
                 const bool match = wanted.isEmpty()
-                                       ? item.format == u"yen"_s
+                                       ? item.format.startsWith(u"yen"_s)
                                        : item.name == name && (section.isEmpty() || section == band.name);
                 if (match) {
                     m_amountItem = &item;
