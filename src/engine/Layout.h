@@ -101,8 +101,8 @@ struct DetailBand : LayoutBand
 
 // Whom each group of the form is addressed to, for one file per addressee ("addressee" in the
 // layout): the columns of the addressee's name and ID, and the item that prints the amount
-// requested ("band.item" or "item"; none: the first field of format yen, else the last sum of the
-// group footer) and the column of the issuer.
+// requested ("band.item" or "item"; none: the first field whose format begins with yen, else the
+// last sum of the group footer) and the column of the issuer.
 struct LayoutAddressee
 {
     QString nameColumn; // default: the last groupBy column
