@@ -126,7 +126,7 @@ for kind in 1 2 3 4 5 6; do
     floor=$(floor_seconds "$csv")
     # The engine alone on the command file the run hands it, under its own memory measurement.
     QELPRN_APP_DIR=$big "$cli" print --kind "$kind" --month "$month" --issue-date 2026/11/05 \
-        --pdf "$work/k$kind.pdf" >/dev/null 2>&1 || true
+        --pdf "$work/k$kind.pdf" --yes >/dev/null 2>&1 || true
     command=$(ls "$big"/TMP/*.dat 2>/dev/null | head -n 1)
     /usr/bin/time -v -o "$log.engine" "$engine" --pdf "$work/e$kind.pdf" /c "$command" >/dev/null 2>&1 || true
     pages=$(pdfinfo "$work/e$kind.pdf" 2>/dev/null | awk '/^Pages:/ {print $2}')

@@ -23,7 +23,7 @@ echo "Sites of the demo databases (name, database, code, branch):"
 echo
 echo "Facility invoice of $month:"
 "$build/bin/qelprn-cli" print --kind 1 --month "$month" --csv-only
-"$build/bin/qelprn-cli" print --kind 1 --month "$month" --pdf "$folder/施設請求書.pdf"
+"$build/bin/qelprn-cli" print --kind 1 --month "$month" --pdf "$folder/施設請求書.pdf" --yes
 echo "PDF: $folder/施設請求書.pdf ($(pdfinfo "$folder/施設請求書.pdf" | awk '/^Pages/ {print $2}') pages)"
 echo
 echo "Preview it with: QELPRN_APP_DIR=$PWD/$folder $build/bin/qelprn-cli print --kind 1 --month $month --preview"

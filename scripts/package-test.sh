@@ -29,7 +29,7 @@ qelprn-cli sites >/dev/null 2>"$home/missing.txt" || status=$?
 folder="$home/.local/share/qelprn"
 qelprn-cli init-demo "$folder" --patients 30 --month 2026/10 >/dev/null
 sed -i '/^FORM_ENGINE=/d' "$folder/Tovara.ini"
-qelprn-cli print --kind 1 --month 2026/10 --pdf "$home/invoice.pdf" >/dev/null
+qelprn-cli print --kind 1 --month 2026/10 --pdf "$home/invoice.pdf" --yes >/dev/null
 head -c 4 "$home/invoice.pdf" | grep -q '%PDF'
 QELPRN_QUIT_WHEN_READY=1 qelprn 1 | grep -q '^startup-ms '
 echo "installed programs: version, demo folder, PDF with the default engine, desktop start: ok"

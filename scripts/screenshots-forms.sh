@@ -72,19 +72,30 @@ for n in range(1, 12):
     receipt += ["施術日%d" % n, "保険内金額%d" % n, "一部負担金%d" % n, "自費金額%d" % n]
 receipt += ("保険内金額合計,一部負担金合計,自費合計,備考_部位,備考_変形,備考_鍼灸,備考_往療,備考_日別施術内容,請求元〒,"
             "請求元住所,請求元社名,請求元屋号,請求元電話番号,請求元FAX番号,保険略名,社印保存先").split(",")
-days = [2, 6, 9, 13, 16, 20, 23, 27]
-r = [q("1"), q("2024/05/01"), q("2024/06/05"), q("2024/05/01"), q("2024/05/31"), "5001", q("佐藤 花子"), "1", "2",
-     str(len(days))]
-for n in range(11):
-    if n < len(days):
-        r += [q("2024/05/%02d" % days[n]), "5700", "570", "1000" if n >= 4 else "0"]
-    else:
-        r += [q(""), "0", "0", "0"]
-r += [str(5700 * len(days)), str(570 * len(days)), "4000", q("マッサージ 5部位"), q("徒手矯正"), q(""),
-      q("往療料加算"), q("5/2 マッサージ、温あんあり、電気なし"), q("167-0051"), q("東京都杉並区荻窪5-6-7"),
-      q("株式会社ほほえみケア"), q("ほほえみ鍼灸マッサージ院"), q("03-1234-5678"), q("03-1234-5679"), q("後期高齢"),
-      q(seal)]
-write("receipt.csv", receipt, [r])
+def receipt_row(days, copay, selfpay):
+    # A 3割 patient: 4,555 yen of treatment a day is a co-payment of 1366.5 in the print data, which
+    # the form bills as 1,367.
+    r = [q("1"), q("2024/05/01"), q("2024/06/05"), q("2024/05/01"), q("2024/05/31"), "5001", q("佐藤 花子"), "1",
+         "4", str(len(days))]
+    for n in range(11):
+        if n < len(days):
+            d = days[n]
+            r += [q("2024/05/%02d" % d), "4555" if d in copay else "0", "1366.5" if d in copay else "0",
+                  "1000" if d in selfpay else "0"]
+        else:
+            r += [q(""), "0", "0", "0"]
+    r += [str(4555 * len(copay & set(days))), str(1366.5 * len(copay & set(days))).rstrip("0").rstrip("."),
+          str(1000 * len(selfpay & set(days))), q("マッサージ 5部位"), q("徒手矯正"), q(""), q("往療料加算"),
+          q("5/2 マッサージ、温あんあり、電気なし"), q("167-0051"), q("東京都杉並区荻窪5-6-7"), q("株式会社ほほえみケア"),
+          q("ほほえみ鍼灸マッサージ院"), q("03-1234-5678"), q("03-1234-5679"), q("後期高齢"), q(seal)]
+    return r
+
+# The co-payment days go on the invoice-receipt, the self-pay days on the self-pay receipt, as the
+# print run selects them; the 16th and 23rd have both.
+copay = {2, 6, 9, 13, 16, 20, 23, 27}
+selfpay = {11, 16, 23, 30}
+write("receipt.csv", receipt, [receipt_row(sorted(copay), copay, selfpay)])
+write("receipt-selfpay.csv", receipt, [receipt_row(sorted(selfpay), copay, selfpay)])
 PY
 
 mkdir -p docs
@@ -99,4 +110,4 @@ render facility-invoice 施設別請求書.wfd 施設請求データ facility.cs
 render copayment-list 一部負担金一覧表_02.wfd 施設請求データ patients.csv
 render copayment-list-visits 一部負担金一覧表_回数区分あり.wfd 施設請求データ patients.csv
 render invoice-receipt 請求書兼領収書_回数区分あり.wfd 請求書兼領収書 receipt.csv
-render invoice-receipt-selfpay 請求書兼領収書_回数区分あり_自費.wfd 請求書兼領収書 receipt.csv
+render invoice-receipt-selfpay 請求書兼領収書_回数区分あり_自費.wfd 請求書兼領収書 receipt-selfpay.csv

@@ -1,6 +1,7 @@
 #include "app/CliInteraction.h"
 
 #include "app/Platform.h"
+#include "app/ProgramTitle.h"
 
 #include <QFile>
 #include <cstdio>
@@ -9,7 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace qelprn {
 
-CliInteraction::CliInteraction(bool yes, QTextStream* err) : m_yes(yes), m_err(err), m_stderr(stderr)
+CliInteraction::CliInteraction(bool yes, QTextStream* err, QTextStream* in)
+    : m_yes(yes), m_err(err), m_in(in), m_stderr(stderr)
 {
     m_runTimer.start();
 }
@@ -48,8 +50,19 @@ MsgResult CliInteraction::messageBox(const QString& text, const QString& title, 
     err() << title.trimmed() << ": " << shown << '\n';
     MsgResult result = MsgResult::Ok;
     if (buttons == MsgButtons::YesNo) {
-        result = m_yes ? MsgResult::Yes : MsgResult::No;
-        err() << (m_yes ? u"  -> はい (--yes)"_s : u"  -> いいえ (--yes で「はい」)"_s) << '\n';
+        if (m_yes) {
+            result = MsgResult::Yes;
+            err() << u"  -> はい (--yes)"_s << '\n';
+        } else if (QTextStream* answers = questionInput()) {
+            err() << u"  はい / いいえ (y/N): "_s;
+            err().flush();
+            const QString answer = answers->readLine().trimmed().toLower();
+            result = answer == u"y"_s || answer == u"yes"_s || answer == u"はい"_s ? MsgResult::Yes
+                                                                                   : MsgResult::No;
+        } else {
+            result = MsgResult::No;
+            err() << u"  -> いいえ (--yes で「はい」)"_s << '\n';
+        }
     }
     err().flush();
     return result;
@@ -75,6 +88,32 @@ void CliInteraction::progress(const QString& phase, qint64 done, qint64 total)
     err() << "   ";
     err().flush();
     m_progressShown = true;
+}
+
+QTextStream* CliInteraction::questionInput()
+{
+    if (m_in)
+        return m_in;
+    // Only a person at a terminal is asked; a script or a log gets the --yes rule.
+    if (!platform::isTerminal(0) || !errIsTerminal())
+        return nullptr;
+    if (!m_stdin)
+        m_stdin = std::make_unique<QTextStream>(stdin);
+    return m_stdin.get();
+}
+
+bool CliInteraction::keepWaiting(const QString& text, qint64)
+{
+    if (!m_waitShown) {
+        messageBox(text + u"（Ctrl+C で中止）"_s, csSeikyuTitle(), MsgIcon::Information);
+        m_waitShown = true;
+    }
+    return true;
+}
+
+void CliInteraction::waitEnded()
+{
+    m_waitShown = false;
 }
 
 void CliInteraction::openUrl(const QString& url)

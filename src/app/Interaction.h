@@ -10,8 +10,9 @@ enum class MsgButtons { Ok, YesNo };
 enum class MsgResult { Ok, Yes, No };
 
 // The only way core code talks to a person: message boxes, the busy pointer, progress of long work,
-// opening an address in the browser and ending the program. The desktop program, the command-line
-// program and the tests each implement it, so core code runs unchanged in all three.
+// a wait that can be cancelled, opening an address in the browser and ending the program. The desktop
+// program, the command-line program and the tests each implement it, so core code runs unchanged in all
+// three.
 class Interaction
 {
 public:
@@ -22,6 +23,11 @@ public:
     virtual void setBusy(bool busy) = 0;
     // A phase of a long run with done / total units; total 0 means unknown.
     virtual void progress(const QString& phase, qint64 done, qint64 total) = 0;
+    // A wait the person may end (another print run holds the temporary folder): called again and
+    // again while it lasts, with the time waited so far; false once the person asked to stop
+    // waiting. waitEnded() takes the notice away.
+    virtual bool keepWaiting(const QString& text, qint64 waitedMs) = 0;
+    virtual void waitEnded() = 0;
     virtual void openUrl(const QString& url) = 0;
     // The program must end now (a missing settings file, a refused start). Implementations either
     // leave the process or, in tests, throw ProgramEnd; callers must not rely on it returning.

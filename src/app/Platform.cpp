@@ -9,9 +9,13 @@
 #include <windows.h>
 #else
 #include <QFile>
+#include <cerrno>
+#include <csignal>
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
+
+using namespace Qt::StringLiterals;
 
 namespace qelprn::platform {
 
@@ -56,6 +60,17 @@ bool isTerminal(int fd)
     return fd >= 0 && _isatty(fd) != 0;
 }
 
+bool isProcessRunning(qint64 pid)
+{
+    const HANDLE h = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, DWORD(pid));
+    if (!h)
+        return GetLastError() == ERROR_ACCESS_DENIED; // exists, but belongs to someone else
+    DWORD code = 0;
+    const bool running = GetExitCodeProcess(h, &code) != 0 && code == STILL_ACTIVE;
+    CloseHandle(h);
+    return running;
+}
+
 Utf8Console::Utf8Console()
 {
     const UINT current = GetConsoleOutputCP(); // 0 without a console
@@ -85,6 +100,20 @@ std::optional<FileStamp> fileStamp(const QString& localPath)
 bool isTerminal(int fd)
 {
     return fd >= 0 && isatty(fd) != 0;
+}
+
+bool isProcessRunning(qint64 pid)
+{
+    if (pid <= 0 || (::kill(pid_t(pid), 0) != 0 && errno != EPERM))
+        return false;
+    // A program that ended but was not yet reaped (a container whose first process reaps nothing)
+    // still answers kill(); Linux tells it apart by its state "Z".
+    QFile stat(u"/proc/%1/stat"_s.arg(pid));
+    if (!stat.open(QIODevice::ReadOnly))
+        return true;
+    const QByteArray line = stat.readAll();
+    const qsizetype end = line.lastIndexOf(')'); // the program's name may hold blanks
+    return end < 0 || line.mid(end + 2, 1) != "Z";
 }
 
 Utf8Console::Utf8Console() = default;

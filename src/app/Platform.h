@@ -28,6 +28,9 @@ QString windowsPath(const QString& path);
 // window on Windows), not a file or pipe.
 bool isTerminal(int fd);
 
+// True while the process pid exists (a detached program we started has not ended yet).
+bool isProcessRunning(qint64 pid);
+
 // While it lives, a Windows console shows the program's output, which Qt writes in UTF-8, as
 // UTF-8; the console's own code page comes back after it, for what a batch file runs next.
 // Nothing happens elsewhere, or without a console.

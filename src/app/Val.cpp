@@ -5,7 +5,9 @@ namespace qelprn {
 qint32 nVal(QStringView v)
 {
     qsizetype i = 0;
-    while (i < v.size() && v.at(i).isSpace())
+    // Val skips blanks, tabs and line feeds, and the ideographic space U+3000, nothing else.
+    const auto skipped = [](QChar c) { return c == u' ' || c == u'\t' || c == u'\n' || c == u'\u3000'; };
+    while (i < v.size() && skipped(v.at(i)))
         ++i;
     bool negative = false;
     if (i < v.size() && (v.at(i) == u'-' || v.at(i) == u'+')) {

@@ -163,6 +163,10 @@ public:
                 case PrintRun::Outcome::NothingToPrint:
                     summary << head + u"印刷するデータなし"_s;
                     break;
+                case PrintRun::Outcome::Declined:
+                    ++failed;
+                    summary << head + u"確認に「いいえ」と答えたので出力していません（--yes で「はい」）"_s;
+                    break;
                 case PrintRun::Outcome::Done:
                 case PrintRun::Outcome::Cancelled:
                     ++done;

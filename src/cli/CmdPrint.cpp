@@ -131,6 +131,8 @@ int exitStatus(const PrintRun::Result& run)
     case PrintRun::Outcome::CsvWritten:
         return 0;
     case PrintRun::Outcome::NothingToPrint:
+    case PrintRun::Outcome::Declined:
+    case PrintRun::Outcome::WaitCancelled:
         return 1;
     default:
         return 2;

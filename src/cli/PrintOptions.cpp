@@ -106,7 +106,8 @@ void addPrintOptions(QCommandLineParser& parser)
                              : QCommandLineOption(option.name, option.help.arg(kindsText), option.valueName));
     }
     parser.addOptions({
-        {u"yes"_s, u"--print の確認に「はい」と答える"_s},
+        {u"yes"_s,
+         u"確認にすべて「はい」と答える（--print の確認、請求先施設のない施設の確認）。端末では聞かれたときに答えられる"_s},
         {u"timings"_s,
          u"終わったときに、検索の時間（送った文の数と開いた接続の数つき）、CSV ファイルとエンジンの時間を標準エラーに出力する"_s},
         {u"csv-only"_s, u"CSV ファイルを書いたところで止め、そのパスを出力する"_s},

@@ -2,6 +2,8 @@
 
 #include "app/NullValue.h"
 #include "app/ProgramTitle.h"
+#include "app/SpaceTrim.h"
+#include "app/Val.h"
 #include "db/AdodbIni.h"
 #include "db/DatabaseList.h"
 #include "db/RecordSet.h"
@@ -13,9 +15,10 @@ namespace qelprn {
 namespace {
 const QString kAllDbHeader = u"iGetSeikyuData_ALLDB() でエラー\r\n"_s;
 
+// A site code as the suite reads it: spaces trimmed (nothing else), then the number it begins with.
 qint32 numberOf(const QVariant& v)
 {
-    return csNullToStr(v).trimmed().toInt();
+    return nVal(csTrim(csNullToStr(v)));
 }
 } // namespace
 

@@ -2,19 +2,24 @@
 
 #include "engine/EngineError.h"
 
-#include <QFile>
 #include <QHash>
 #include <QString>
 #include <QStringList>
+#include <QTemporaryFile>
+#include <memory>
 
 namespace qelprn::engine {
 
 // Reads a print-data file (CP932, CR LF, our quoting) one line at a time, so memory does not grow
 // with the file: the page planner walks it once, and pages are read back from remembered offsets.
+// It reads from a private copy taken when it opens: the next print run may write its own file under
+// the same name as soon as this job has been read, and on Windows a file held open could not be
+// replaced.
 class CsvFile
 {
 public:
-    // Opens path and reads the title line (unless noTitle). Columns can always be named "#1", "#2"...
+    // Copies path, opens the copy and reads the title line (unless noTitle). Columns can always be
+    // named "#1", "#2"...
     bool open(const QString& path, bool noTitle, EngineError* error);
 
     QString path() const { return m_path; }
@@ -34,9 +39,10 @@ public:
 
 private:
     bool readLine(QByteArray& bytes);
+    bool copyToPrivateFile(const QString& path, EngineError* error);
 
     QString m_path;
-    QFile m_file;
+    std::unique_ptr<QTemporaryFile> m_file; // the private copy, removed with the object
     QStringList m_columns;
     QHash<QString, int> m_index;
     bool m_noTitle = false;

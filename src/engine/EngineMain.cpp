@@ -1,5 +1,6 @@
 #include "engine/EngineMain.h"
 
+#include "app/EngineReceipt.h"
 #include "engine/AddresseeOutput.h"
 #include "engine/CommandFile.h"
 #include "engine/FormDocument.h"
@@ -9,6 +10,7 @@
 
 #include <QApplication>
 #include <QDate>
+#include <QFile>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -100,6 +102,18 @@ bool parseArgs(const QStringList& args, Options& o, QString& problem)
     return true;
 }
 
+// Tells the print run that started this engine that the command file and the data have been read
+// (or could not be): the run may then write the next job into the same folder.
+void confirmInputsRead()
+{
+    const QString receipt = qEnvironmentVariable(kEngineReceiptVariable);
+    if (receipt.isEmpty())
+        return;
+    QFile file(receipt);
+    if (file.open(QIODevice::WriteOnly))
+        file.close();
+}
+
 } // namespace
 
 int runEngine(const QStringList& args, QTextStream& err)
@@ -124,13 +138,17 @@ int runEngine(const QStringList& args, QTextStream& err)
 
     EngineJob job;
     EngineError error;
-    if (!readCommandFile(options.commandFile, job, &error))
+    if (!readCommandFile(options.commandFile, job, &error)) {
+        confirmInputsRead();
         return report(error, true);
+    }
     if (!job.title.isEmpty())
         title = job.title;
     const bool windowed = job.action != EngineJob::Action::PrintOut;
     FormDocument document;
-    if (!document.open(job, &error))
+    const bool opened = document.open(job, &error);
+    confirmInputsRead();
+    if (!opened)
         return report(error, windowed);
 
     if (!options.perAddressee.folder.isEmpty()) {

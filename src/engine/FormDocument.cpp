@@ -158,7 +158,7 @@ bool FormDocument::plan(const EngineJob& job, EngineError* error)
         ++m_groups.last().rowCount;
         double* sums = m_sums.data() + (m_groups.size() - 1) * sumCount;
         for (int s = 0; s < sumCount; ++s)
-            sums[s] += fields[m_layout.sumIndexes[s]].toDouble();
+            sums[s] += roundYen(fields[m_layout.sumIndexes[s]].toDouble(), m_layout.rounding);
     }
     if (m_groups.isEmpty()) {
         if (error)
@@ -343,15 +343,22 @@ QString FormDocument::itemText(const LayoutItem& item, const Context& context) c
         raw = item.setValue;
     } else if (item.source == LayoutItem::Source::Column) {
         raw = context.row ? context.row->at(item.indexes[0]) : QString();
+        if (item.format == u"number"_s || item.format == u"yen"_s)
+            raw = roundYenText(raw, m_layout.rounding);
     } else if (item.source == LayoutItem::Source::Sum) {
+        // The sums were taken over values already in whole yen, so a printed total is the sum of
+        // the printed lines.
         const qsizetype stride = m_layout.sumIndexes.size();
-        raw = QString::number(m_sums[context.groupIndex * stride + item.indexes[0]], 'f', 6);
+        double total = 0;
+        for (int slot : item.indexes)
+            total += m_sums[context.groupIndex * stride + slot];
+        raw = QString::number(total, 'f', 6);
     } else if (item.source == LayoutItem::Source::RowNumber) {
         raw = QString::number(context.rowNumber);
     } else if (item.source == LayoutItem::Source::Columns) {
         double total = 0;
         for (int i : item.indexes)
-            total += context.row ? context.row->at(i).toDouble() : 0;
+            total += context.row ? roundYen(context.row->at(i).toDouble(), m_layout.rounding) : 0;
         raw = QString::number(total, 'f', 6);
     }
     const QString value = formatValue(raw, item.format, item.blankZero);

@@ -46,8 +46,8 @@ struct LayoutItem
     QColor fill;              // box fill; invalid = none
     QString text;             // text: fixed text, may hold {page} {pages} {sheet} {sheets}
     Source source = Source::None;
-    QStringList columns; // field: the column, the summed column, or the columns to add up
-    QList<int> indexes;  // resolved column indexes (Sum: the index into the group's sums)
+    QStringList columns; // field: the column, the summed columns, or the columns to add up
+    QList<int> indexes;  // resolved column indexes (Sum: the indexes into the group's sums)
     QString format;      // text, number, yen, date, month, era-month, era-date, md, share
     QString prefix, suffix;
     bool blankZero = false; // a value of 0 prints nothing
@@ -120,6 +120,7 @@ struct Layout
     QString name;
     QString dataName;
     DateStyle dateStyle = DateStyle::Western; // every date of the form in this style
+    YenRounding rounding = YenRounding::None; // amounts in whole yen by this rule
     QPageSize pageSize{QPageSize::A4};
     QPageLayout::Orientation orientation = QPageLayout::Portrait;
     QMarginsF margins{10, 10, 10, 10}; // mm

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -43,6 +44,17 @@ public:
             return report(error);
         }
         m_layout.dateStyle = dates == u"era"_s ? DateStyle::Era : DateStyle::Western;
+        static const QHash<QString, YenRounding> roundings = {{u"none"_s, YenRounding::None},
+                                                              {u"up"_s, YenRounding::Up},
+                                                              {u"half-up"_s, YenRounding::HalfUp},
+                                                              {u"down"_s, YenRounding::Down}};
+        const QString round = root.value(u"round"_s).toString(u"none"_s);
+        if (!roundings.contains(round)) {
+            fail(u"round は up（切り上げ）, half-up（四捨五入）, down（切り捨て）, none のどれかです"_s,
+                 u"round"_s);
+            return report(error);
+        }
+        m_layout.rounding = roundings.value(round);
         for (const QJsonValue& k : root.value(u"groupBy"_s).toArray())
             m_layout.groupKey.append(k.toString());
         if (root.value(u"groupBy"_s).isString())
@@ -268,6 +280,15 @@ private:
         } else if (o.contains(u"sum"_s)) {
             item.source = LayoutItem::Source::Sum;
             item.columns = {str(u"sum"_s)};
+            if (o.value(u"sum"_s).isArray()) {
+                item.columns.clear();
+                for (const QJsonValue& c : o.value(u"sum"_s).toArray())
+                    item.columns.append(c.toString());
+                if (item.columns.isEmpty()) {
+                    fail(where + u" の項目 \"%1\" の sum に列がありません"_s.arg(near), u"sum"_s);
+                    return false;
+                }
+            }
         } else if (o.value(u"rowNumber"_s).toBool(false)) {
             item.source = LayoutItem::Source::RowNumber;
         } else if (o.contains(u"add"_s)) {

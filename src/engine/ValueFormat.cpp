@@ -133,4 +133,30 @@ QString formatValue(const QString& raw, const QString& format, bool blankZero)
     return raw;
 }
 
+double roundYen(double value, YenRounding rounding)
+{
+    switch (rounding) {
+    case YenRounding::None:
+        return value;
+    case YenRounding::Up:
+        return std::floor(value + 0.999999999);
+    case YenRounding::HalfUp:
+        return std::floor(value + 0.5);
+    case YenRounding::Down:
+        return std::floor(value);
+    }
+    return value;
+}
+
+QString roundYenText(const QString& raw, YenRounding rounding)
+{
+    if (rounding == YenRounding::None)
+        return raw;
+    bool ok = false;
+    const double value = raw.trimmed().toDouble(&ok);
+    if (!ok || value == std::floor(value))
+        return raw;
+    return QString::number(roundYen(value, rounding), 'f', 0);
+}
+
 } // namespace qelprn::engine

@@ -25,4 +25,13 @@ QString formatNumber(double value);
 enum class DateStyle { Western, Era };
 QString formatForDateStyle(const QString& format, DateStyle style);
 
+// How a form turns an amount with a fraction of a yen into whole yen: not at all (the value prints
+// as written), up (切り上げ), half up (四捨五入) or down (切り捨て).
+enum class YenRounding { None, Up, HalfUp, Down };
+// The value in whole yen by the rule; values already whole stay as they are. Up adds 0.999999999
+// before taking the floor, as the program's own rounding does, so a whole value never moves.
+double roundYen(double value, YenRounding rounding);
+// A raw data value read as a number and rounded; "" or unreadable text stays as it is.
+QString roundYenText(const QString& raw, YenRounding rounding);
+
 } // namespace qelprn::engine

@@ -127,6 +127,31 @@ void DesktopInteraction::progress(const QString& phase, qint64 done, qint64 tota
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
+bool DesktopInteraction::keepWaiting(const QString& text, qint64 waitedMs)
+{
+    if (!m_wait) {
+        m_wait = new QProgressDialog(QApplication::activeWindow());
+        m_wait->setWindowTitle(csSeikyuTitle());
+        m_wait->setCancelButtonText(u"中止"_s);
+        m_wait->setRange(0, 0);
+        m_wait->setMinimumDuration(0);
+        m_wait->setWindowModality(Qt::ApplicationModal);
+        m_wait->setAttribute(Qt::WA_DeleteOnClose);
+        m_wait->show();
+    }
+    m_wait->setLabelText(text + u"\n（%1 秒）"_s.arg(waitedMs / 1000));
+    // The pointer stays busy over the rest of the window; the 中止 button must still take a click.
+    QApplication::processEvents();
+    return !m_wait->wasCanceled();
+}
+
+void DesktopInteraction::waitEnded()
+{
+    if (m_wait)
+        m_wait->close();
+    m_wait = nullptr;
+}
+
 void DesktopInteraction::openUrl(const QString& url)
 {
     if (!QDesktopServices::openUrl(QUrl(url)))

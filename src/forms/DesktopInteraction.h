@@ -22,6 +22,9 @@ public:
                          MsgButtons buttons = MsgButtons::Ok) override;
     void setBusy(bool busy) override;
     void progress(const QString& phase, qint64 done, qint64 total) override;
+    // A modal notice with a 中止 button and the seconds waited; false once it was pressed.
+    bool keepWaiting(const QString& text, qint64 waitedMs) override;
+    void waitEnded() override;
     void openUrl(const QString& url) override;
     // Leaves the process at once, as the suite's programs do after a fatal start-up message.
     [[noreturn]] void endProgram(int exitCode) override;
@@ -31,6 +34,7 @@ private:
 
     int m_busyDepth = 0;
     QPointer<QProgressDialog> m_progress;
+    QPointer<QProgressDialog> m_wait;
     QElapsedTimer m_runTimer;
 };
 

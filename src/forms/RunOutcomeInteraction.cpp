@@ -15,7 +15,19 @@ MsgResult RunOutcomeInteraction::messageBox(const QString& text, const QString& 
         m_message = text.section(QRegularExpression(u"[\r\n]+"_s), 0, 0, QString::SectionSkipEmpty);
         m_failed = error;
     }
-    return m_inner.messageBox(text, title, icon, buttons);
+    const MsgResult answer = m_inner.messageBox(text, title, icon, buttons);
+    // A question answered No before anything was printed stops the run.
+    if (buttons == MsgButtons::YesNo && answer == MsgResult::No && !m_failed)
+        m_message = u"中止しました"_s;
+    return answer;
+}
+
+bool RunOutcomeInteraction::keepWaiting(const QString& text, qint64 waitedMs)
+{
+    const bool goOn = m_inner.keepWaiting(text, waitedMs);
+    if (!goOn && !m_failed)
+        m_message = u"中止しました（他の印刷を待つのをやめました）"_s;
+    return goOn;
 }
 
 QString RunOutcomeInteraction::outcome() const

@@ -18,6 +18,8 @@ public:
     {
         m_inner.progress(phase, done, total);
     }
+    bool keepWaiting(const QString& text, qint64 waitedMs) override;
+    void waitEnded() override { m_inner.waitEnded(); }
     void openUrl(const QString& url) override { m_inner.openUrl(url); }
     void endProgram(int exitCode) override { m_inner.endProgram(exitCode); }
 

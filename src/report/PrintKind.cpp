@@ -1,5 +1,7 @@
 #include "report/PrintKind.h"
 
+#include "billing/UnbilledFacilities.h"
+
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -30,6 +32,27 @@ CsvResult kenRyousyuuCsv(const QString& path, const modPrint施設請求書& dat
     return writeKenRyousyuuCsv(path, data.aKenRyousyuu, data.jouken, seal);
 }
 
+// The lines of treated facilities without a billing facility come under ID -1 with no name, and
+// their invoice would go to nobody: the clerk hears which facilities they are before printing.
+bool confirmUnbilledFacilities(const modPrint施設請求書& data, Interaction& ui)
+{
+    const QStringList facilities = facilitiesWithoutBiller(data.aSisetsuSeikyu);
+    if (facilities.isEmpty())
+        return true;
+    constexpr qsizetype kListed = 15;
+    QStringList lines;
+    for (qsizetype i = 0; i < facilities.size() && i < kListed; ++i)
+        lines.append(u"　・"_s + facilities[i]);
+    if (facilities.size() > kListed)
+        lines.append(u"　ほか %1 施設"_s.arg(facilities.size() - kListed));
+    const QString text = u"請求先施設が設定されていない施設が %1 件あります。\r\n"_s.arg(facilities.size()) +
+                         lines.join(u"\r\n"_s) +
+                         u"\r\nこの明細は、宛名「【請求先未設定】」の請求書に印刷されます。"
+                         u"\r\n施設マスタで請求先施設を設定すると、請求先ごとに分かれます。"
+                         u"\r\n\r\nこのまま印刷しますか？"_s;
+    return ui.messageBox(text, u"請求先の確認"_s, MsgIcon::Exclamation, MsgButtons::YesNo) == MsgResult::Yes;
+}
+
 using C = Condition;
 using M = modPrint施設請求書;
 
@@ -50,7 +73,7 @@ const std::array<PrintKind, 6>& table()
 {
     static const std::array<PrintKind, 6> kinds = {{
         {1, u"請求書(施設請求先別)"_s, u"施設別請求書.wfd"_s, kSeikyuData, kSeikyuCsv, false,
-         &M::iGetSeikyuData, seikyuCsv, kInvoice},
+         &M::iGetSeikyuData, seikyuCsv, kInvoice, confirmUnbilledFacilities},
         {2, u"一部負担金一覧表"_s, u"一部負担金一覧表_02.wfd"_s, kSeikyuData, kSeikyuCsv, false,
          &M::iGetSeikyuData_Kanja_New, kanjaCsv, kList},
         {3, u"一部負担金一覧表(回数区分あり)"_s, u"一部負担金一覧表_回数区分あり.wfd"_s, kSeikyuData,

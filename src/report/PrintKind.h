@@ -35,6 +35,8 @@ struct PrintKind
     // Writes the print-data file at a local path from the query's result.
     using Writer = CsvResult (*)(const QString& path, const modPrint施設請求書& data,
                                  const QString& sealPath);
+    // Asked before a form of this kind is printed, with the query's result; false stops the run.
+    using Confirm = bool (*)(const modPrint施設請求書& data, Interaction& ui);
 
     int number = 0;     // 1.., the form's option index + 1 and the command line's --kind
     QString label;      // the form's option caption, also shown by the command line's help
@@ -45,6 +47,7 @@ struct PrintKind
     Query query = nullptr;
     Writer writer = nullptr;
     Conditions conditions;
+    Confirm confirm = nullptr; // nullptr: nothing to ask
 
     bool reads(Condition condition) const { return conditions.testFlag(condition); }
 };

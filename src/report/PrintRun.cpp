@@ -8,6 +8,7 @@
 #include "app/SysIni.h"
 #include "db/DbTraffic.h"
 #include "report/AddresseeFolder.h"
+#include "report/PrintFolderLock.h"
 #include "report/PrintKind.h"
 #include "report/cls_WfdPrintExe.h"
 
@@ -114,12 +115,21 @@ void PrintRun::iExecPrint(qint16 mode, Result& result)
         return;
     }
 
+    if (kind.confirm && m_handoff != Handoff::CsvOnly && !kind.confirm(m_data, m_context.interaction())) {
+        result.outcome = Outcome::Declined;
+        return;
+    }
+
     // The data folder's seal first, then the program folder's. The data folder already ends in "\",
     // so the joined path holds a doubled separator; the file system accepts it and it is kept.
     const QString dataSeal = csDataDir(m_context) + u"\\corpseal.bmp"_s;
     const QString baseSeal = m_context.csAppDir + u"\\corpseal.bmp"_s;
     result.sealImagePath = bFileExists(dataSeal) ? dataSeal : bFileExists(baseSeal) ? baseSeal : QString();
 
+    // From here until the engine has read them, this run's files in the temporary folder are its own.
+    PrintFolderLock lock(toLocalPath(csTmpDir(m_context)));
+    if (!lockFolder(lock, result))
+        return;
     clock.restart();
     result.csvFilePath = csTmpDir(m_context) + kind.csvFile;
     const CsvResult written = kind.writer(toLocalPath(result.csvFilePath), m_data, result.sealImagePath);
@@ -136,13 +146,40 @@ void PrintRun::iExecPrint(qint16 mode, Result& result)
         return;
     }
     clock.restart();
-    handToEngine(kind, mode, result);
+    handToEngine(kind, mode, result, lock);
     result.times.engineMs = clock.elapsed();
 }
 
-void PrintRun::handToEngine(const PrintKind& kind, qint16 mode, Result& result)
+bool PrintRun::lockFolder(PrintFolderLock& lock, Result& result)
+{
+    switch (lock.acquire(m_context.interaction(), m_folderWaitLimit)) {
+    case PrintFolderLock::Outcome::Locked:
+        return true;
+    case PrintFolderLock::Outcome::Cancelled:
+        result.outcome = Outcome::WaitCancelled;
+        return false;
+    case PrintFolderLock::Outcome::TimedOut: {
+        const QString holder = lock.holder();
+        result.outcome = Outcome::FolderBusy;
+        m_context.interaction().messageBox(
+            u"他の印刷が終わらないため、印刷を中止しました。"_s +
+                (holder.isEmpty() ? QString() : u"\r\n（印刷中: "_s + holder + u"）"_s) +
+                u"\r\nしばらくしてから、もう一度印刷してください。"_s,
+            csSeikyuTitle(), MsgIcon::Exclamation);
+        return false;
+    }
+    case PrintFolderLock::Outcome::Failed:
+        // No lock file can be made (a read-only folder): the writer cannot write either, and says
+        // so in the suite's words.
+        break;
+    }
+    return true;
+}
+
+void PrintRun::handToEngine(const PrintKind& kind, qint16 mode, Result& result, PrintFolderLock& lock)
 {
     cls_WfdPrintExe wfd(m_context);
+    wfd.onJobRead = [&lock] { lock.release(); };
     const auto engineFailed = [&] {
         // Reported here with the bridge's reason; the run's result code stays 0, so the entry adds
         // nothing.

@@ -6,12 +6,14 @@
 
 #include <QString>
 #include <QtGlobal>
+#include <chrono>
 
 namespace qelprn {
 
 struct PrintKind;
 struct FolderOutput;
 class cls_WfdPrintExe;
+class PrintFolderLock;
 
 // The print run: reads the print conditions from its caller (the main form or the command line),
 // runs the query of the chosen print kind, writes the print-data CSV file and hands it with the
@@ -33,6 +35,9 @@ public:
         NothingToPrint,   // the query found nothing, or the writer wrote no data line
         Failed,           // query or CSV writer failed
         EngineFailed,     // the engine could not be started, or failed to render
+        Declined,         // the person answered No to the kind's question before printing
+        WaitCancelled,    // another run held the temporary folder and the person stopped waiting
+        FolderBusy,       // another run held the temporary folder past the time limit
         CsvWritten,       // stopped after the CSV (Handoff::CsvOnly)
         Done,             // handed to the engine (or rendered to PDF)
         Cancelled,        // the person stopped a per-addressee run (the finished files stay)
@@ -67,12 +72,15 @@ public:
 
     // The folder, options and results of Handoff::PdfFolder; output must outlive the run.
     void setFolderOutput(FolderOutput* output) { m_folder = output; }
+    // How long a run waits for another run that holds the temporary folder.
+    void setFolderWaitLimit(std::chrono::milliseconds limit) { m_folderWaitLimit = limit; }
 
 private:
     bool iGetPrintJouken(PrintConditionSource& form);
     void iExecPrint(qint16 mode, Result& result);
-    void handToEngine(const PrintKind& kind, qint16 mode, Result& result);
+    void handToEngine(const PrintKind& kind, qint16 mode, Result& result, PrintFolderLock& lock);
     void writeFolder(cls_WfdPrintExe& wfd, const PrintKind& kind, Result& result);
+    bool lockFolder(PrintFolderLock& lock, Result& result);
     void showInfo(const QString& text);
 
     AppContext& m_context;
@@ -80,6 +88,7 @@ private:
     QString m_pdfPath;
     modPrint施設請求書 m_data; // conditions, query results
     FolderOutput* m_folder = nullptr;
+    std::chrono::milliseconds m_folderWaitLimit = std::chrono::minutes(2);
 };
 
 } // namespace qelprn

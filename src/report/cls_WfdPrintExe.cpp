@@ -2,7 +2,10 @@
 
 #include "app/AtomicFile.h"
 #include "app/Cp932.h"
+#include "app/EngineReceipt.h"
 #include "app/Paths.h"
+#include "app/Platform.h"
+#include "app/SpaceTrim.h"
 #include "app/SysIni.h"
 
 #include <QCoreApplication>
@@ -10,6 +13,9 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QThread>
+#include <QUuid>
+#include <utility>
 
 #ifdef Q_OS_WIN
 #include <windows.h>
@@ -59,7 +65,7 @@ qint16 cls_WfdPrintExe::iInit(const QString& layoutPath, const QString& title)
 {
     sErrMsg.clear();
     // FORM_ENGINE is optional: a missing key means our engine beside this program, without a message.
-    const QString engine = vGetSysIniValue(m_context, u"FORM_ENGINE"_s, false).trimmed();
+    const QString engine = csTrim(vGetSysIniValue(m_context, u"FORM_ENGINE"_s, false));
     m_engine = engine.isEmpty() ? bundledEngine() : engine;
     m_commandFolder = csTmpDir(m_context);
     m_layoutPath = layoutPath;
@@ -229,11 +235,49 @@ qint16 cls_WfdPrintExe::start(Action action, bool paper, const QString& program,
         args->startupInfo->wShowWindow = SW_SHOWMINIMIZED;
     });
 #endif
-    if (!process.startDetached()) {
+    const QString receipt = prepareReceipt(process, found);
+    qint64 pid = 0;
+    if (!process.startDetached(&pid)) {
         sErrMsg = u"帳票印刷エンジン "_s + found + u" を起動できません。"_s + process.errorString();
+        jobRead(receipt);
         return -1;
     }
+    awaitJobRead(receipt, [pid] { return platform::isProcessRunning(pid); });
     return 0;
+}
+
+QString cls_WfdPrintExe::prepareReceipt(QProcess& process, const QString& program)
+{
+    if (!onJobRead || QFileInfo(program).completeBaseName() != QFileInfo(bundledEngine()).completeBaseName())
+        return {};
+    const QString receipt =
+        QDir::temp().filePath(u"qelprn-job-read-"_s + QUuid::createUuid().toString(QUuid::WithoutBraces));
+    QProcessEnvironment environment = process.processEnvironment();
+    if (environment.isEmpty())
+        environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QString::fromLatin1(kEngineReceiptVariable), receipt);
+    process.setProcessEnvironment(environment);
+    return receipt;
+}
+
+void cls_WfdPrintExe::awaitJobRead(const QString& receipt, const std::function<bool()>& isRunning)
+{
+    if (!onJobRead)
+        return;
+    const int limit = receipt.isEmpty() ? qMin(jobReadLimitMs, 10 * 1000) : jobReadLimitMs;
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < limit && isRunning() && (receipt.isEmpty() || !QFileInfo::exists(receipt)))
+        QThread::msleep(50);
+    jobRead(receipt);
+}
+
+void cls_WfdPrintExe::jobRead(const QString& receipt)
+{
+    if (!receipt.isEmpty())
+        QFile::remove(receipt);
+    if (onJobRead)
+        std::exchange(onJobRead, nullptr)();
 }
 
 qint16 cls_WfdPrintExe::runAndWait(const QString& program, const QStringList& arguments, int timeoutMs,
@@ -247,12 +291,20 @@ qint16 cls_WfdPrintExe::runAndWait(const QString& program, const QStringList& ar
             environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
         process.setProcessEnvironment(environment);
     }
+    const QString receipt = prepareReceipt(process, program);
     process.start(program, arguments);
     if (!process.waitForStarted()) {
         sErrMsg = u"帳票印刷エンジン "_s + program + u" を起動できません。"_s + process.errorString();
+        jobRead(receipt);
         return -1;
     }
-    if (!process.waitForFinished(timeoutMs)) {
+    // The folder is free for the next run as soon as the engine has read the job, long before a
+    // large PDF is written.
+    awaitJobRead(receipt, [&process] {
+        process.waitForFinished(0);
+        return process.state() != QProcess::NotRunning;
+    });
+    if (process.state() != QProcess::NotRunning && !process.waitForFinished(timeoutMs)) {
         process.kill();
         process.waitForFinished();
         sErrMsg = u"帳票印刷エンジン "_s + program + u" が時間内に終わりませんでした。"_s;

@@ -3,12 +3,16 @@
 #include "app/AppContext.h"
 
 #include <QByteArray>
+#include <QElapsedTimer>
 #include <QList>
 #include <QPair>
 #include <QString>
 #include <QStringList>
 #include <QtGlobal>
 #include <array>
+#include <functional>
+
+class QProcess;
 
 namespace qelprn {
 
@@ -25,6 +29,13 @@ public:
     explicit cls_WfdPrintExe(const AppContext& context);
 
     QString sErrMsg;
+
+    // Called once when the engine has read the job (the command file and its data), so the print
+    // run can give the temporary folder to the next run. Our engine says so itself; for another
+    // engine, or one that ended or did not answer within jobReadLimitMs, it is called then. With
+    // it set, iPreview and iPrintDialog return only after it was called.
+    std::function<void()> onJobRead;
+    int jobReadLimitMs = 60 * 1000;
 
     enum class Action { Preview, Print, PrintFromDialog };
     static constexpr int kDataSlots = 5;
@@ -97,6 +108,13 @@ private:
     // Runs program with arguments and waits; its message on standard error becomes sErrMsg.
     qint16 runAndWait(const QString& program, const QStringList& arguments, int timeoutMs, bool offscreen);
     qint16 addToJob(bool withData);
+    // The receipt file our engine creates when it has read the job (see EngineReceipt.h); "" when
+    // nobody waits for it.
+    QString prepareReceipt(QProcess& process, const QString& program);
+    // Calls onJobRead once the receipt exists or isRunning turns false, at most jobReadLimitMs
+    // (10 s for an engine that gives no receipt) after the start.
+    void awaitJobRead(const QString& receipt, const std::function<bool()>& isRunning);
+    void jobRead(const QString& receipt);
     const AppContext& m_context;
     QString m_engine;        // FORM_ENGINE, or bundledEngine()
     QString m_commandFolder; // SYSTEM_TMP folder with a trailing "\"

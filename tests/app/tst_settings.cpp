@@ -412,6 +412,10 @@ private slots:
         QCOMPARE(qelprn::csTrim(u"   "_s), QString());
         QCOMPARE(qelprn::nVal(u" 12X3"_s), 12);
         QCOMPARE(qelprn::nVal(u"X1"_s), 0);
+        // Val skips blanks, tabs, line feeds and ideographic spaces in front, no other white space.
+        QCOMPARE(qelprn::nVal(u"\u3000\t\n 12"_s), 12);
+        QCOMPARE(qelprn::nVal(u"\r12"_s), 0);
+        QCOMPARE(qelprn::nVal(u"\u00a012"_s), 0);
         // A folder is no file.
         QTemporaryDir dir;
         QVERIFY(qelprn::bFileExists(dir.filePath(u"."_s)) == false);
@@ -437,6 +441,25 @@ private slots:
                  qelprn::MsgResult::No);
         QVERIFY(text.startsWith(u"施設請求書印刷: 続けますか？\n"_s));
         QVERIFY(text.contains(u"--yes"_s));
+
+        // At a terminal the person is asked; anything but yes is no.
+        for (const auto& [typed, answer] :
+             {std::pair{u"y\n"_s, qelprn::MsgResult::Yes}, std::pair{u"はい\n"_s, qelprn::MsgResult::Yes},
+              std::pair{u"\n"_s, qelprn::MsgResult::No}}) {
+            QString input = typed;
+            QTextStream in(&input);
+            qelprn::CliInteraction asked(false, &err, &in);
+            text.clear();
+            QCOMPARE(asked.messageBox(u"続けますか？"_s, u"確認"_s, qelprn::MsgIcon::Question,
+                                      qelprn::MsgButtons::YesNo),
+                     answer);
+            QCOMPARE(text, u"確認: 続けますか？\n  はい / いいえ (y/N): "_s);
+        }
+        // A wait is said once, however often it is asked about.
+        text.clear();
+        QVERIFY(no.keepWaiting(u"待っています"_s, 0) && no.keepWaiting(u"待っています"_s, 500));
+        no.waitEnded();
+        QCOMPARE(text.count(u"待っています"_s), 1);
 
         qelprn::CliInteraction yes(true, &err);
         QCOMPARE(yes.messageBox(u"q"_s, u"t"_s, qelprn::MsgIcon::Question, qelprn::MsgButtons::YesNo),

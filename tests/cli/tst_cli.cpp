@@ -3,6 +3,7 @@
 // built program once per command, end to end.
 #include "app/Cp932.h"
 #include "billing/BillingFixture.h"
+#include "cli/PrintFixture.h"
 #include "engine/EngineTestData.h"
 #include "support/CliRun.h"
 
@@ -21,6 +22,7 @@ using Run = qelprn::test::CliRun;
 using qelprn::test::binDir;
 using qelprn::test::builtProgram;
 using qelprn::test::callCli;
+using qelprn::test::PrintFixture;
 using qelprn::test::runCli;
 
 QByteArray readAll(const QString& path)
@@ -31,37 +33,6 @@ QByteArray readAll(const QString& path)
 
 const QString kTovara = u"SYSTEM_SYS=\\SYS\nSYSTEM_TMP=\\TMP\nSYSTEM_ICON=\\ICON\nSYSTEM_DATA=\\DATA\n"
                         u"BASEID=0101\nFORM_ENGINE="_s;
-
-// One billing facility with one treated facility and one patient with two treatment days, one of
-// them with a self-pay fee; the site 1/1 in the site list.
-struct PrintFixture : BillingFixture
-{
-    PrintFixture()
-    {
-        corp(1, 0, u"ほほえみ治療院"_s);
-        facility(100, u"さくら会"_s);
-        facility(101, u"さくら館, 本館"_s, 100);
-        patient(1001, 101, 10000, 1000, 500, 201);
-        day(1001, u"2024/10/03 10:00:00"_s, 5000, 500, 500);
-        day(1001, u"2024/10/10 10:00:00"_s, 5000, 500, 0);
-        insert(u"療養費単価"_s, {{u"iTankaKbn"_s, 2},
-                                 {u"nTankaCode"_s, 1},
-                                 {u"cStartDate"_s, u"2024/04/01"_s},
-                                 {u"cEndDate"_s, u"2026/03/31"_s},
-                                 {u"nTanka"_s, 2300}});
-        insert(u"KYOTEN"_s,
-               {{u"iKyotenCd"_s, 1}, {u"iKyotenEb"_s, 1}, {u"cKyotenName"_s, u"本店"_s}, {u"iUsedFlg"_s, 1}});
-    }
-
-    QStringList args(int kind, const QStringList& more) const
-    {
-        return QStringList{u"print"_s,   u"--app-dir"_s,        folder.path(),
-                           u"--kind"_s,  QString::number(kind), u"--month"_s,
-                           u"2024/10"_s, u"--issue-date"_s,     u"2024/11/05"_s} +
-               more;
-    }
-    Run print(int kind, const QStringList& more) { return callCli(args(kind, more)); }
-};
 
 } // namespace
 
@@ -251,7 +222,7 @@ private slots:
             const QString pdf = dir.filePath(u"kind%1.pdf"_s.arg(kind));
             const Run r =
                 callCli({u"print"_s, u"--app-dir"_s, demo, u"--kind"_s, QString::number(kind), u"--month"_s,
-                         u"2026/10"_s, u"--issue-date"_s, u"2026/11/05"_s, u"--pdf"_s, pdf});
+                         u"2026/10"_s, u"--issue-date"_s, u"2026/11/05"_s, u"--pdf"_s, pdf, u"--yes"_s});
             QVERIFY2(r.exitCode == 0, qPrintable(r.err));
             QCOMPARE(r.out.trimmed(), QDir::toNativeSeparators(pdf));
 #ifdef Q_OS_WIN

@@ -90,7 +90,8 @@ struct Demo
     Run print(int kind, const QStringList& more) const
     {
         return callCli(QStringList{u"print"_s, u"--app-dir"_s, folder, u"--kind"_s, QString::number(kind),
-                                   u"--month"_s, u"2026/10"_s, u"--issue-date"_s, u"2026/11/05"_s} +
+                                   u"--month"_s, u"2026/10"_s, u"--issue-date"_s, u"2026/11/05"_s,
+                                   u"--yes"_s} +
                        more);
     }
 };
@@ -250,7 +251,7 @@ private slots:
         const QString out = demo.dir.filePath(u"2026-10"_s);
         const QStringList args = {u"month-end"_s,    u"--app-dir"_s,  demo.folder, u"--month"_s, u"2026/10"_s,
                                   u"--issue-date"_s, u"2026/11/05"_s, u"--out"_s,  out,          u"--kinds"_s,
-                                  u"1,4"_s};
+                                  u"1,4"_s,          u"--yes"_s};
         Run r = callCli(args);
         QVERIFY2(r.exitCode == 0, qPrintable(r.err));
         const QString kind1 = QDir(out).filePath(u"1_請求書(施設請求先別)"_s);
@@ -304,8 +305,9 @@ private slots:
         const QString out = demo.dir.filePath(u"out"_s);
         const QString kind4 = QDir(out).filePath(u"4_請求書兼領収書"_s);
         QProcess cli;
-        cli.start(builtProgram(u"qelprn-cli"_s), {u"month-end"_s, u"--app-dir"_s, demo.folder, u"--month"_s,
-                                                  u"2026/10"_s, u"--out"_s, out, u"--kinds"_s, u"4,5"_s});
+        cli.start(builtProgram(u"qelprn-cli"_s),
+                  {u"month-end"_s, u"--app-dir"_s, demo.folder, u"--month"_s, u"2026/10"_s, u"--out"_s, out,
+                   u"--kinds"_s, u"4,5"_s, u"--yes"_s});
         QVERIFY(cli.waitForStarted());
         QElapsedTimer clock;
         clock.start();

@@ -115,6 +115,27 @@ private slots:
         ado.iDisConnect();
     }
 
+    // A code written with an ideographic space in front reads as its number, as the suite's Val
+    // reads it.
+    void siteCodeAfterAnIdeographicSpace()
+    {
+        TestProgramFolder folder;
+        folder.insert(u"KYOTEN"_s, {{u"iKyotenCd"_s, u"\u30003"_s},
+                                    {u"iKyotenEb"_s, 1},
+                                    {u"cKyotenName"_s, u"全角"_s},
+                                    {u"iUsedFlg"_s, 1}});
+        TestInteraction ui;
+        qelprn::AppContext ctx = folder.context(ui);
+        qelprn::cT_ADODB ado;
+        QCOMPARE(ado.iInit(folder.connectionString()), qint16(0));
+        QCOMPARE(ado.iConnect(), qint16(0));
+        qelprn::cT_KyotenDbAcs sites(ctx);
+        QCOMPARE(sites.iDataRead(&ado), qint16(0));
+        QCOMPARE(sites.nデータ数(), 1);
+        QCOMPARE(sites.clsKyoten(0).KyotenCd(), 3);
+        ado.iDisConnect();
+    }
+
     void loadEveryDatabase()
     {
         TestProgramFolder folder;

@@ -121,6 +121,22 @@ private slots:
         QCOMPARE(formatValue(u"0"_s, u"share"_s), QString());
         QCOMPARE(formatValue(QString(), u"share"_s), QString());
         QCOMPARE(formatValue(u"x"_s, u"share"_s), u"x"_s);
+
+        // Amounts in whole yen by a form's rule; whole values never move, text stays text.
+        using qelprn::engine::roundYen;
+        using qelprn::engine::roundYenText;
+        using qelprn::engine::YenRounding;
+        QCOMPARE(roundYen(1366.5, YenRounding::Up), 1367.0);
+        QCOMPARE(roundYen(1366.1, YenRounding::Up), 1367.0);
+        QCOMPARE(roundYen(1366.0, YenRounding::Up), 1366.0);
+        QCOMPARE(roundYen(1366.5, YenRounding::HalfUp), 1367.0);
+        QCOMPARE(roundYen(1366.49, YenRounding::HalfUp), 1366.0);
+        QCOMPARE(roundYen(1366.9, YenRounding::Down), 1366.0);
+        QCOMPARE(roundYen(1366.5, YenRounding::None), 1366.5);
+        QCOMPARE(roundYenText(u"1366.5"_s, YenRounding::Up), u"1367"_s);
+        QCOMPARE(roundYenText(u" 1366 "_s, YenRounding::Up), u" 1366 "_s);
+        QCOMPARE(roundYenText(u"未定"_s, YenRounding::Up), u"未定"_s);
+        QCOMPARE(roundYenText(u"1366.5"_s, YenRounding::None), u"1366.5"_s);
     }
 
     void rendersEachProperty_data()
@@ -258,6 +274,10 @@ private slots:
                                         << u"WfdCom.dat:1"_s << u"nowhere.wfd"_s;
         QTest::newRow("broken layout") << QStringList{u"FileName,\"broken.wfd\""_s, ok[1], ok[2]} << good
                                        << u"broken.wfd:3"_s << u"JSON"_s;
+        QTest::newRow("unknown rounding") << QStringList{u"FileName,\"badround.wfd\""_s, ok[1], ok[2]} << good
+                                          << u"badround.wfd:5"_s << u"round"_s;
+        QTest::newRow("sum of no columns") << QStringList{u"FileName,\"emptysum.wfd\""_s, ok[1], ok[2]}
+                                           << good << u"emptysum.wfd"_s << u"sum"_s;
         QTest::newRow("font not found") << QStringList{u"FileName,\"nofont.wfd\""_s, ok[1], ok[2]} << good
                                         << u"nofont.wfd"_s << u"存在しない明朝"_s;
         QTest::newRow("missing data file")
@@ -297,8 +317,17 @@ private slots:
         QVERIFY(invoice.open(QIODevice::ReadOnly));
         QFile noFont(dir.filePath(u"nofont.wfd"_s));
         QVERIFY(noFont.open(QIODevice::WriteOnly));
-        noFont.write(invoice.readAll().replace("IPAexMincho", u"存在しない明朝"_s.toUtf8()));
+        const QByteArray invoiceLayout = invoice.readAll();
+        noFont.write(QByteArray(invoiceLayout).replace("IPAexMincho", u"存在しない明朝"_s.toUtf8()));
         noFont.close();
+        QFile badRound(dir.filePath(u"badround.wfd"_s));
+        QVERIFY(badRound.open(QIODevice::WriteOnly));
+        badRound.write(QByteArray(invoiceLayout).replace("\"round\": \"up\"", "\"round\": \"nearest\""));
+        badRound.close();
+        QFile emptySum(dir.filePath(u"emptysum.wfd"_s));
+        QVERIFY(emptySum.open(QIODevice::WriteOnly));
+        emptySum.write(QByteArray(invoiceLayout).replace("\"sum\": \"施術施設負担額\"", "\"sum\": []"));
+        emptySum.close();
         QVERIFY(writeCp932(dir.filePath(u"data.csv"_s), csv.split(u'\n')));
         for (QString& c : commands)
             c.replace(u"{layout}"_s, layoutPath(u"施設別請求書.wfd"_s)).replace(u"{data}"_s, u"data.csv"_s);

@@ -164,18 +164,25 @@ private slots:
                 {u"ケアハウス みどり"_s, u"1/1"_s, u"花子21: 1 "_s});
         }
         // Invoice-receipts: invoice and receipt halves; the month totals only on a patient's last
-        // sheet (13 x 5,700; 13 x 570.5), "次頁へ続く" in the amount billed and the total row before.
-        for (const auto& [kind, amount] :
-             {std::pair{u"4"_s, u"2×¥12,564-"_s}, std::pair{u"5"_s, u"2×¥8,000-"_s}}) {
-            row(qPrintable(kind + u": eight days"_s), kind, 1,
-                {u"2×田中 一郎0"_s, amount, u"2×1割負担"_s, u"令和6年5月分"_s, u"令和6年6月5日"_s,
-                 u"領収日"_s, u"5/16"_s, u"!5/18"_s, u"45,600"_s, u"4,564"_s, u"後期高齢"_s, u"1/1"_s,
-                 u"!次頁へ続く"_s});
-            row(qPrintable(kind + u": goes on"_s), kind, 2,
-                {u"1/2"_s, u"5/22"_s, u"4×次頁へ続く"_s, u"!74,100"_s, u"!¥"_s});
-            row(qPrintable(kind + u": last sheet"_s), kind, 3,
-                {u"2/2"_s, u"5/24"_s, u"5/26"_s, u"!5/22"_s, u"!次頁へ続く"_s, u"2×74,100"_s, u"7,416.5"_s});
-        }
+        // sheet, "次頁へ続く" in the amount billed and the total row before. Kind 4 bills the
+        // co-payment in whole yen (570.5 a day prints as 571, eight days as 4,568, thirteen as
+        // 7,423) and shows no self-pay; kind 5 bills the self-pay (1,000 a day) and shows no share,
+        // insured amount or co-payment.
+        row("4: eight days", u"4"_s, 1,
+            {u"2×田中 一郎0"_s, u"2×¥4,568-"_s, u"2×1割負担"_s, u"令和6年5月分"_s, u"令和6年6月5日"_s,
+             u"領収日"_s, u"5/16"_s, u"!5/18"_s, u"45,600"_s, u"16×571"_s, u"4×4,568"_s, u"後期高齢"_s,
+             u"1/1"_s, u"!次頁へ続く"_s, u"!570.5"_s, u"!自費"_s, u"!1,000"_s, u"!8,000"_s});
+        row("4: goes on", u"4"_s, 2, {u"1/2"_s, u"5/22"_s, u"4×次頁へ続く"_s, u"!74,100"_s, u"!¥"_s});
+        row("4: last sheet", u"4"_s, 3,
+            {u"2/2"_s, u"5/24"_s, u"5/26"_s, u"!5/22"_s, u"!次頁へ続く"_s, u"2×74,100"_s, u"2×¥7,423-"_s,
+             u"4×7,423"_s, u"!7,416"_s});
+        row("5: eight days", u"5"_s, 1,
+            {u"2×田中 一郎0"_s, u"2×¥8,000-"_s, u"令和6年5月分"_s, u"領収日"_s, u"5/16"_s, u"16×1,000"_s,
+             u"4×8,000"_s, u"自費金額"_s, u"!負担"_s, u"!保険内金額"_s, u"!45,600"_s, u"!5,700"_s, u"!571"_s,
+             u"!後期高齢"_s, u"1/1"_s});
+        row("5: goes on", u"5"_s, 2, {u"1/2"_s, u"5/22"_s, u"4×次頁へ続く"_s, u"!13,000"_s, u"!¥"_s});
+        row("5: last sheet", u"5"_s, 3,
+            {u"2/2"_s, u"5/26"_s, u"!次頁へ続く"_s, u"4×13,000"_s, u"2×¥13,000-"_s});
     }
 
     void pagesShow()
@@ -186,7 +193,7 @@ private slots:
         const QString pdf = m_pdfs.value(kind);
         const QString text = pdfText(pdf, page);
         const PdfPage words = pdfWords(pdf).value(page - 1);
-        static const QRegularExpression count(u"^(\\d)×(.*)"_s), pageNumber(u"^(\\d+)/(\\d+)$"_s);
+        static const QRegularExpression count(u"^(\\d+)×(.*)"_s), pageNumber(u"^(\\d+)/(\\d+)$"_s);
         for (const QString& check : checks) {
             QRegularExpressionMatch m;
             QString row;
@@ -204,6 +211,57 @@ private slots:
                 ok = text.contains(check);
             QVERIFY2(ok, qPrintable(check + u" ("_s + row + u')'));
         }
+    }
+
+    // An invoice always names whom it goes to: lines without a billing facility (ID -1, no name) get
+    // a marked addressee, a facility or a patient without a name no bare 御中 or 様.
+    void addresseesNeverBare()
+    {
+        const QStringList facilities = {
+            header(facilityTitles()), facilityRow(1, -1, {}, 0, u"ひまわり荘"_s, 2, 20000, 2000, {}, m_seal),
+            facilityRow(2, -1, {}, 0, u"あさがお荘"_s, 1, 10000, 1000, {}, m_seal),
+            facilityRow(1, 12, u"特別養護老人ホーム さくら苑"_s, 0, u"さくら苑 1号館"_s, 3, 30000, 3000, {},
+                        m_seal)};
+        QVERIFY(writeCp932(path(u"unbilled.csv"_s), facilities));
+        QVERIFY(
+            writeCp932(path(u"nameless.csv"_s),
+                       {header(patientTitles()), patientRow(1, 0, {}, u"佐藤 花子"_s, 45600, 4560, m_seal),
+                        patientRow(2, 0, {}, {}, 45600, 4560, m_seal)}));
+        QVERIFY(writeCp932(path(u"noname.csv"_s), {header(receiptTitles()), receiptRow(7, {}, 2, m_seal)}));
+        const QString invoices =
+            render(u"unbilled"_s, u"施設別請求書.wfd"_s, u"施設請求データ"_s, u"unbilled.csv"_s);
+        const QString list =
+            render(u"nameless"_s, u"一部負担金一覧表_02.wfd"_s, u"施設請求データ"_s, u"nameless.csv"_s);
+        const QString receipt =
+            render(u"noname"_s, u"請求書兼領収書_回数区分あり.wfd"_s, u"請求書兼領収書"_s, u"noname.csv"_s);
+        const QString unbilled = pdfText(invoices, 1);
+        QVERIFY2(unbilled.contains(u"【請求先未設定】"_s) && unbilled.contains(u"ひまわり荘"_s) &&
+                     unbilled.contains(u"¥3,000-"_s) && !unbilled.contains(u"御中"_s),
+                 qPrintable(unbilled));
+        const QString billed = pdfText(invoices, 2);
+        QVERIFY2(billed.contains(u"さくら苑"_s) && billed.contains(u"御中"_s) &&
+                     !billed.contains(u"未設定"_s),
+                 qPrintable(billed));
+        QVERIFY(pdfText(list, 1).contains(u"【施設名未設定】"_s));
+        QCOMPARE(pdfText(list, 1).count(u"様"_s), 1); // the named patient's line only
+        // Every 御中 and 様 printed follows a name on its line.
+        for (const QString& pdf : {invoices, list, receipt}) {
+            for (const PdfPage& page : pdfWords(pdf)) {
+                for (const PdfWord& honorific : page.words) {
+                    if (honorific.text != u"御中"_s && honorific.text != u"様"_s)
+                        continue;
+                    const bool named =
+                        std::any_of(page.words.cbegin(), page.words.cend(), [&](const PdfWord& w) {
+                            return &w != &honorific &&
+                                   qAbs(w.box.center().y() - honorific.box.center().y()) < 2 &&
+                                   w.box.right() <= honorific.box.left() + 0.5 &&
+                                   honorific.box.left() - w.box.right() < 60;
+                        });
+                    QVERIFY2(named, qPrintable(pdf + u": "_s + honorific.text));
+                }
+            }
+        }
+        QCOMPARE(pdfText(receipt).count(u"様"_s), 0);
     }
 
     void sealImageOnlyWhenTheFileExists()

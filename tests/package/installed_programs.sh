@@ -48,7 +48,7 @@ grep -q "利用者のデータフォルダ：$userdata" "$work/err" || fail "use
 "$bin/qelprn-cli" init-demo "$userdata" --patients 30 --month 2026/10 >/dev/null
 sed -i '/^FORM_ENGINE=/d' "$userdata/Tovara.ini"
 rm "$userdata"/SYS/*.wfd
-out=$("$bin/qelprn-cli" print --kind 1 --month=2026/10 --pdf "$work/invoice.pdf" 2>&1) || fail "print: $out"
+out=$("$bin/qelprn-cli" print --kind 1 --month=2026/10 --pdf "$work/invoice.pdf" --yes 2>&1) || fail "print: $out"
 [[ $(head -c 4 "$work/invoice.pdf") == "%PDF" ]] || fail "no PDF"
 if command -v pdftotext >/dev/null; then
     pdftotext "$work/invoice.pdf" - | grep -q "御中" || fail "the PDF holds no invoice text"
@@ -64,10 +64,10 @@ sed -i '/^FORM_ENGINE=/d' "$suite/Tovara.ini"
 cp "$bin"/qelprn-cli "$bin"/qelprn-engine "$suite/"
 tmp=$("$suite/qelprn-cli" print --kind 1 --month 2026/10 --csv-only)
 [[ $tmp == "$suite/TMP/施設請求データ.csv" ]] || fail "the program's own folder not used: $tmp"
-out=$("$suite/qelprn-cli" print --kind 1 --month 2026/10 --pdf "$work/suite.pdf" 2>&1) || fail "suite print: $out"
+out=$("$suite/qelprn-cli" print --kind 1 --month 2026/10 --pdf "$work/suite.pdf" --yes 2>&1) || fail "suite print: $out"
 rm "$suite/qelprn-engine"
 status=0
-out=$("$suite/qelprn-cli" print --kind 1 --month 2026/10 --pdf "$work/x.pdf" 2>&1) || status=$?
+out=$("$suite/qelprn-cli" print --kind 1 --month 2026/10 --pdf "$work/x.pdf" --yes 2>&1) || status=$?
 [[ $status -eq 2 && $out == *"帳票印刷エンジン $suite/qelprn-engine が見つかりません。"* ]] ||
     fail "missing engine: $status $out"
 tmp=$(QELPRN_APP_DIR=$userdata "$suite/qelprn-cli" print --kind 1 --month 2026/10 --csv-only)

@@ -4,6 +4,7 @@
 #include "app/Cp932.h"
 #include "billing/BillingFixture.h"
 #include "db/ConnectionPool.h"
+#include "report/PrintFolderLock.h"
 #include "report/PrintRun.h"
 #include "support/ExeName.h"
 #include "support/StandInProgram.h"
@@ -11,6 +12,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -213,6 +215,40 @@ private slots:
         QCOMPARE(f.ui.busyDepth, 0);
         QCOMPARE(r.outcome, Outcome::Failed);
         QCOMPARE(r.csvFilePath, f.folder.path() + u"\\TMP\\請求書兼領収書.csv"_s);
+    }
+
+    // Another run holds the temporary folder past the time limit: the run stops with a message that
+    // names the holder and writes nothing; a person who stops waiting is told nothing more.
+    void folderHeldByAnotherRun()
+    {
+        RunFixture f;
+        const QString lock = f.tmp(PrintFolderLock::kFileName);
+        QProcess holder;
+        holder.start(
+            test::writeStandInProgram(f.folder.filePath(u"holder"_s), {.holdLock = lock, .holdMs = -1}));
+        QVERIFY(holder.waitForStarted());
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(lock), 20000);
+        PrintRun run(f.ctx, PrintRun::Handoff::CsvOnly);
+        run.setFolderWaitLimit(std::chrono::milliseconds(600));
+        PrintRun::Result r = run.PrintSisetsuSeikyu(2, f.form.kind(1));
+        QCOMPARE(r.outcome, Outcome::FolderBusy);
+        QVERIFY(f.ui.calls.contains(u"wait:他の印刷が終わるのを待っています"_s));
+        QCOMPARE(f.ui.calls.count(u"wait:end"_s), 1);
+        const QString text = f.texts().value(0);
+        QVERIFY2(text.startsWith(u"他の印刷が終わらないため、印刷を中止しました。\r\n（印刷中: "_s) &&
+                     text.contains(QString::number(holder.processId())),
+                 qPrintable(text));
+        QVERIFY(!QFile::exists(f.tmp(u"施設請求データ.csv"_s)));
+
+        f.ui.clear();
+        f.ui.cancelWaitAfterMs = 200;
+        run.setFolderWaitLimit(std::chrono::minutes(1));
+        r = run.PrintSisetsuSeikyu(2, f.form.kind(1));
+        QCOMPARE(r.outcome, Outcome::WaitCancelled);
+        QVERIFY(f.ui.messages.isEmpty());
+        QVERIFY(f.ui.longestWaitMs < 5000);
+        holder.kill();
+        holder.waitForFinished();
     }
 
     void engineMissing()

@@ -135,6 +135,14 @@ private slots:
         QCOMPARE(readAll(folder.filePath(u"bin/seen.dat"_s)),
                  wfd.commandFileBytes(cls_WfdPrintExe::Action::PrintFromDialog, true));
 
+        // Only spaces around the name are trimmed, as the suite trims: a tab is part of the name.
+        folder.writeSettingsFile(u"Tovara.ini"_s, kTovara + u"FORM_ENGINE=  "_s + engine + u"  \n"_s);
+        QCOMPARE(wfd.iInit(u"a.wfd"_s, u"t"_s), 0);
+        QCOMPARE(wfd.resolveEngine(), QFileInfo(engine).absoluteFilePath());
+        folder.writeSettingsFile(u"Tovara.ini"_s, kTovara + u"FORM_ENGINE="_s + engine + u"\t\n"_s);
+        QCOMPARE(wfd.iInit(u"a.wfd"_s, u"t"_s), 0);
+        QVERIFY(wfd.resolveEngine().isEmpty());
+
         // A bare name is looked up on the PATH.
         const QByteArray path = qgetenv("PATH");
         qputenv("PATH", QFile::encodeName(QDir::toNativeSeparators(folder.filePath(u"bin"_s)) +

@@ -25,7 +25,9 @@ QByteArray behaviourJson(const StandIn& b)
                                      {u"writeBytes"_s, QString::fromLatin1(b.writeBytes.toBase64())},
                                      {u"argsFile"_s, b.argsFile},
                                      {u"stderrText"_s, b.stderrText},
-                                     {u"exitCode"_s, b.exitCode}})
+                                     {u"exitCode"_s, b.exitCode},
+                                     {u"holdLock"_s, b.holdLock},
+                                     {u"holdMs"_s, b.holdMs}})
         .toJson();
 }
 

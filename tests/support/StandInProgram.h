@@ -7,7 +7,8 @@ namespace qelprn::test {
 
 // What a stand-in for another program (the form-print engine, the menu program) does when started,
 // in this order: copy the file one argument names, write bytes into the file another argument
-// names, append its arguments to a file, print a text on standard error, exit with a status.
+// names, append its arguments to a file, print a text on standard error, hold a lock file for a
+// while (another print run holding the temporary folder), exit with a status.
 struct StandIn
 {
     int copyArg = 0; // 1-based; 0 copies nothing
@@ -17,6 +18,8 @@ struct StandIn
     QString argsFile = {}; // per start: a line with the argument count, then one line per argument
     QString stderrText = {};
     int exitCode = 0;
+    QString holdLock = {}; // a QLockFile taken and held for holdMs (-1: until the program is killed)
+    int holdMs = 0;
 };
 
 // Puts the stand-in program at path (with ".exe" added on Windows when path lacks it) and the

@@ -24,6 +24,20 @@ void TestInteraction::setBusy(bool busy)
 
 void TestInteraction::progress(const QString&, qint64, qint64) {}
 
+bool TestInteraction::keepWaiting(const QString& text, qint64 waitedMs)
+{
+    const QString call = u"wait:"_s + text;
+    if (calls.isEmpty() || calls.last() != call)
+        calls.append(call);
+    longestWaitMs = qMax(longestWaitMs, waitedMs);
+    return cancelWaitAfterMs < 0 || waitedMs < cancelWaitAfterMs;
+}
+
+void TestInteraction::waitEnded()
+{
+    calls.append(u"wait:end"_s);
+}
+
 void TestInteraction::openUrl(const QString& url)
 {
     openedUrls.append(url);

@@ -26,6 +26,8 @@ public:
                          MsgButtons buttons) override;
     void setBusy(bool busy) override;
     void progress(const QString& phase, qint64 done, qint64 total) override;
+    bool keepWaiting(const QString& text, qint64 waitedMs) override;
+    void waitEnded() override;
     void openUrl(const QString& url) override;
     void endProgram(int exitCode) override;
 
@@ -39,6 +41,10 @@ public:
     int busyDepth = 0; // busy on minus busy off; 0 after every balanced run
     // Called on every busy change, so a test can disturb a run at the moment it starts.
     std::function<void(bool busy)> onBusy;
+    // A wait is shown once as "wait:<text>"; the person gives up after this many milliseconds
+    // (never when negative). longestWaitMs is the longest wait seen.
+    qint64 cancelWaitAfterMs = -1;
+    qint64 longestWaitMs = 0;
 
     // Titles and texts alone, for compact comparisons.
     QStringList texts() const;

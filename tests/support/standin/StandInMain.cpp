@@ -6,8 +6,10 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLockFile>
 #include <QSaveFile>
 #include <QStringList>
+#include <QThread>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
@@ -65,5 +67,13 @@ int main(int argc, char* argv[])
     }
     if (const QString text = b[u"stderrText"_s].toString(); !text.isEmpty())
         std::fprintf(stderr, "%s\n", text.toLocal8Bit().constData());
+    if (const QString lockPath = b[u"holdLock"_s].toString(); !lockPath.isEmpty()) {
+        QLockFile lock(lockPath);
+        if (!lock.lock())
+            complain(u"could not lock %1"_s.arg(lockPath));
+        const int ms = b[u"holdMs"_s].toInt();
+        for (int waited = 0; ms < 0 || waited < ms; waited += 50)
+            QThread::msleep(50);
+    }
     return b[u"exitCode"_s].toInt();
 }
