@@ -5,14 +5,19 @@
 #      file's bytes per second against a plain write of the same bytes, the engine's pages per
 #      second, and the peak memory of the command-line program and of the engine;
 #   2. how the facility invoice and the co-payment list grow from 1,000 to 50,000 patients;
-#   3. the figures of every benchmark program (bench/bench_*).
+#   3. the figures of every benchmark program (bench/bench_*);
+# and first, one PDF per addressee against the single PDF on the 20,000-patient month's
+# invoice-receipts (QELPRN_BENCH_ONLY=per-addressee stops after that).
 #   scripts/bench.sh
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup.sh
 build=build/bench
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DQELPRN_BUILD_TESTS=ON -DQELPRN_BUILD_BENCH=ON >/dev/null
-cmake --build "$build" -j "$(nproc)" >/dev/null
+targets=()
+# The per-addressee comparison alone needs only the two programs.
+[[ ${QELPRN_BENCH_ONLY:-} == per-addressee ]] && targets=(--target qelprn-cli qelprn-engine)
+cmake --build "$build" -j "$(nproc)" "${targets[@]}" >/dev/null
 cli=$PWD/$build/bin/qelprn-cli
 engine=$PWD/$build/bin/qelprn-engine
 data=$PWD/build/bench-data
@@ -56,6 +61,48 @@ echo "machine: $(nproc) cores, $(awk '/MemTotal/ {printf "%.0f GiB", $2/1048576}
     "$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -n 1), $(uname -sr)"
 echo "build: Release, $(g++ --version | head -n 1), Qt $(pkg-config --modversion Qt6Core 2>/dev/null || echo 6)"
 echo
+
+# One PDF per addressee against the single PDF: the invoice-receipts (kind 4) of the 20,000-patient
+# month, the whole command-line run and the engine alone, each way in the same run.
+per_addressee() {
+    local dir log pages files
+    dir=$(folder_for 20000)
+    echo "== one PDF per addressee, invoice-receipts (kind 4), 20,000 patients (demo data: $dir)"
+    printf '%-34s %9s %7s %7s %9s\n' run seconds pages files "MiB peak"
+    for how in single per-addressee; do
+        log=$work/addr.$how
+        rm -rf "$work/addr-dir"
+        if [[ $how == single ]]; then out=(--pdf "$work/addr.pdf"); else out=(--pdf-dir "$work/addr-dir"); fi
+        QELPRN_APP_DIR=$dir /usr/bin/time -v -o "$log.time" "$cli" print --kind 4 --month "$month" \
+            --issue-date 2026/11/05 "${out[@]}" >/dev/null 2>"$log.err" || { tail -n 3 "$log.err"; }
+        if [[ $how == single ]]; then
+            pages=$(pdfinfo "$work/addr.pdf" 2>/dev/null | awk '/^Pages:/ {print $2}')
+            files=1
+        else
+            pages=$(awk -F, 'NR > 1 {s += $7} END {print s + 0}' "$work/addr-dir/送付一覧.csv")
+            files=$(find "$work/addr-dir" -name '*.pdf' | wc -l)
+        fi
+        printf '%-34s %9s %7s %7s %9s\n' "qelprn-cli print ($how)" "$(wall "$log.time")" "$pages" "$files" "$(peak "$log.time")"
+    done
+    command=$dir/TMP/WfdCom.dat
+    for how in single per-addressee per-addressee-pdfa; do
+        log=$work/eng.$how
+        rm -rf "$work/eng-dir"
+        case $how in
+        single) out=(--pdf "$work/eng.pdf") ;;
+        per-addressee) out=(--pdf-dir "$work/eng-dir" --file-date 20261105 --subject "2026年10月分") ;;
+        *) out=(--pdf-dir "$work/eng-dir" --file-date 20261105 --subject "2026年10月分" --pdfa) ;;
+        esac
+        /usr/bin/time -v -o "$log.time" "$engine" "${out[@]}" /c "$command" >"$log.out" 2>"$log.err" || tail -n 3 "$log.err"
+        files=$(grep -c '^file' "$log.out" || true)
+        [[ $how == single ]] && files=1
+        printf '%-34s %9s %7s %7s %9s\n' "qelprn-engine ($how)" "$(wall "$log.time")" "${pages:-}" "$files" "$(peak "$log.time")"
+    done
+    echo "(the command-line runs include the query and the CSV file; per-addressee writes PDF/A-1b with metadata)"
+    echo
+}
+per_addressee
+[[ ${QELPRN_BENCH_ONLY:-} == per-addressee ]] && exit 0
 
 big=$(folder_for 50000)
 echo "== per print kind, 50,000 patients, billing month $month (demo data: $big)"

@@ -14,6 +14,9 @@ packages=(
     clang-format clang-tidy
     clang libclang-rt-14-dev
     locales
+    # The PDF/A-1b validator of Apache PDFBox ("preflight"), with the Java runtime and the two
+    # libraries it loads, for the test of the archival PDFs.
+    default-jre-headless libpdfbox2-java libactivation-java libjaxb-api-java
 )
 
 missing=()

@@ -3,8 +3,10 @@
 #include "app/StartupCheck.h"
 #include "cli/Command.h"
 #include "cli/PrintOptions.h"
+#include "cli/StopRequest.h"
 #include "db/SiteGrid.h"
 #include "db/cT_KyotenDbAcs.h"
+#include "report/AddresseeFolder.h"
 #include "report/PrintKind.h"
 #include "report/PrintRun.h"
 
@@ -59,6 +61,8 @@ void addSite(QList<SelectedDatabase>& databases, const QString& database, const 
     databases.append({database, {site}});
 }
 
+} // namespace
+
 // The databases and sites of a kind 6 run: the named sites, or every site of the list (the main
 // form's "全事業所"). false after the reason was told.
 bool chooseSites(const AppContext& ctx, const std::optional<QList<SiteKey>>& named,
@@ -97,6 +101,8 @@ bool chooseSites(const AppContext& ctx, const std::optional<QList<SiteKey>>& nam
     }
     return true;
 }
+
+namespace {
 
 // One line an administrator or a benchmark can read: "timings: query 1.234 s (3 statements,
 // 1 connections), csv 0.456 s (2890305 bytes), engine 3.210 s"; phases that did not run are left
@@ -140,7 +146,7 @@ public:
     QString summary() const override { return u"請求月の請求書を印刷する、またはその CSV データを書く"_s; }
     QString arguments() const override
     {
-        return u"--kind 1..%1 --month yyyy/mm [オプション] (--csv-only | --preview | --print | --pdf FILE)"_s
+        return u"--kind 1..%1 --month yyyy/mm [オプション] (--csv-only | --preview | --print | --pdf FILE | --pdf-dir DIR)"_s
             .arg(int(printKinds().size()));
     }
     QString description() const override
@@ -188,18 +194,36 @@ public:
             case PrintOptions::Output::Pdf:
                 handoff = PrintRun::Handoff::Pdf;
                 break;
+            case PrintOptions::Output::PdfDir:
+                handoff = PrintRun::Handoff::PdfFolder;
+                if (folderHasOutput(options.pdfDir) && !options.replace) {
+                    err << u"qelprn-cli print: "_s << QDir::toNativeSeparators(options.pdfDir)
+                        << u" には前回の出力があります。置き換えるには --replace を付けてください"_s
+                        << Qt::endl;
+                    return 2;
+                }
+                break;
             default:
                 break;
             }
             CliPrintForm form(options.values, databases);
-            const PrintRun::Result run =
-                PrintRun(ctx, handoff, options.pdfFile).PrintSisetsuSeikyu(mode, form);
+            FolderOutput folder;
+            folder.folder = options.pdfDir;
+            folder.replace = options.replace;
+            folder.stopRequested = &StopRequest::requested;
+            const StopRequest stop;
+            PrintRun printRun(ctx, handoff, options.pdfFile);
+            printRun.setFolderOutput(&folder);
+            const PrintRun::Result run = printRun.PrintSisetsuSeikyu(mode, form);
             if (options.timings)
                 printTimings(run, err);
             if (run.outcome == PrintRun::Outcome::CsvWritten)
                 out << QDir::toNativeSeparators(toLocalPath(run.csvFilePath)) << Qt::endl;
             else if (run.outcome == PrintRun::Outcome::Done && options.output == PrintOptions::Output::Pdf)
                 out << QDir::toNativeSeparators(options.pdfFile) << Qt::endl;
+            else if (options.output == PrintOptions::Output::PdfDir && !folder.listPath.isEmpty() &&
+                     QFileInfo::exists(folder.listPath))
+                out << QDir::toNativeSeparators(folder.listPath) << Qt::endl;
             return exitStatus(run);
         } catch (const ProgramEnd& end) {
             return end.exitCode == 0 ? 2 : end.exitCode;

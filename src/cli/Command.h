@@ -40,6 +40,7 @@ public:
 std::unique_ptr<Command> makeInitDemoCommand(); // CmdInitDemo.cpp
 std::unique_ptr<Command> makeSitesCommand();    // CmdSites.cpp
 std::unique_ptr<Command> makePrintCommand();    // CmdPrint.cpp
+std::unique_ptr<Command> makeMonthEndCommand(); // CmdMonthEnd.cpp
 std::unique_ptr<Command> makeCheckCommand();    // CmdCheck.cpp
 
 // Every command, in the order the help lists them.

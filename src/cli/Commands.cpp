@@ -8,6 +8,7 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(makeInitDemoCommand());
     commands.push_back(makeSitesCommand());
     commands.push_back(makePrintCommand());
+    commands.push_back(makeMonthEndCommand());
     commands.push_back(makeCheckCommand());
     return commands;
 }

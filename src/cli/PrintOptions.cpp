@@ -63,21 +63,22 @@ QList<SiteKey> sitesOf(const QString& text)
 PrintOptions::Output outputOf(const QCommandLineParser& parser)
 {
     const QList<QPair<QString, PrintOptions::Output>> outputs = {
-        {u"csv-only"_s, PrintOptions::Output::CsvOnly},
-        {u"preview"_s, PrintOptions::Output::Preview},
-        {u"print"_s, PrintOptions::Output::Print},
-        {u"pdf"_s, PrintOptions::Output::Pdf},
+        {u"csv-only"_s, PrintOptions::Output::CsvOnly}, {u"preview"_s, PrintOptions::Output::Preview},
+        {u"print"_s, PrintOptions::Output::Print},      {u"pdf"_s, PrintOptions::Output::Pdf},
+        {u"pdf-dir"_s, PrintOptions::Output::PdfDir},
     };
     PrintOptions::Output chosen = PrintOptions::Output::None;
     for (const auto& [name, output] : outputs) {
         if (!parser.isSet(name))
             continue;
         if (chosen != PrintOptions::Output::None)
-            throw UsageError{u"--csv-only、--preview、--print、--pdf はどれか一つだけ指定してください"_s};
+            throw UsageError{
+                u"--csv-only、--preview、--print、--pdf、--pdf-dir はどれか一つだけ指定してください"_s};
         chosen = output;
     }
     if (chosen == PrintOptions::Output::None)
-        throw UsageError{u"何をするかを指定してください：--csv-only、--preview、--print、--pdf FILE"_s};
+        throw UsageError{
+            u"何をするかを指定してください：--csv-only、--preview、--print、--pdf FILE、--pdf-dir DIR"_s};
     return chosen;
 }
 
@@ -113,6 +114,10 @@ void addPrintOptions(QCommandLineParser& parser)
         {u"preview"_s, u"エンジンのプレビューを開く（画面のプレビューボタンと同じ）"_s},
         {u"print"_s, u"確認のあと、エンジンの印刷ダイアログを開く"_s},
         {u"pdf"_s, u"エンジンに帳票をファイルへ書かせ、終わるまで待つ"_s, u"FILE"_s},
+        {u"pdf-dir"_s, u"宛先（請求先施設・施設・利用者）ごとに一つの PDF と送付一覧.csv をフォルダへ書く"_s,
+         u"DIR"_s},
+        {u"replace"_s,
+         u"--pdf-dir のフォルダにある前回の出力（送付一覧.csv とそれが挙げる PDF）を置き換える"_s},
     });
 }
 
@@ -171,6 +176,11 @@ PrintOptions readPrintOptions(const QCommandLineParser& parser)
     options.output = outputOf(parser);
     if (options.output == PrintOptions::Output::Pdf)
         options.pdfFile = QFileInfo(parser.value(u"pdf"_s)).absoluteFilePath();
+    if (options.output == PrintOptions::Output::PdfDir)
+        options.pdfDir = QDir(parser.value(u"pdf-dir"_s)).absolutePath();
+    options.replace = parser.isSet(u"replace"_s);
+    if (options.replace && options.output != PrintOptions::Output::PdfDir)
+        throw UsageError{u"--replace は --pdf-dir と一緒に使います"_s};
     // A condition the chosen kind does not read would be ignored without a word: refuse it.
     const PrintKind& kind = *printKind(options.kind);
     for (const ConditionOption& option : kConditionOptions) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/AppContext.h"
 #include "db/DbInfo.h"
 #include "report/PrintFormValues.h"
 
@@ -7,6 +8,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <QTextStream>
 #include <optional>
 
 namespace qelprn::cli {
@@ -15,7 +17,7 @@ namespace qelprn::cli {
 // the print run reads them with the form's own rules.
 struct PrintOptions
 {
-    enum class Output { None, CsvOnly, Preview, Print, Pdf };
+    enum class Output { None, CsvOnly, Preview, Print, Pdf, PdfDir };
 
     PrintFormValues values;
     int kind = 0;
@@ -25,6 +27,11 @@ struct PrintOptions
     QString pdfFile; // absolute
     bool yes = false;
     bool timings = false; // --timings: the phases' times on standard error
+
+    // --pdf-dir: one PDF per addressee and the list into this folder (absolute); --replace: an
+    // earlier run's files there may be replaced.
+    QString pdfDir;
+    bool replace = false;
 };
 
 // Declares the options of `print` on parser.
@@ -32,6 +39,11 @@ void addPrintOptions(QCommandLineParser& parser);
 // The options of a parsed command line; throws UsageError when one is malformed, missing or does not
 // apply to the chosen kind.
 PrintOptions readPrintOptions(const QCommandLineParser& parser);
+
+// The databases and sites of a kind 6 run: the named sites, or every site of the list (the main
+// form's "全事業所"). false after the reason was told.
+bool chooseSites(const AppContext& ctx, const std::optional<QList<SiteKey>>& named,
+                 QList<SelectedDatabase>& databases, QTextStream& err);
 
 // The command line's stand-in for the main form.
 class CliPrintForm : public PrintConditionSource

@@ -1,6 +1,7 @@
 #include "engine/EngineMain.h"
 
 #include "app/EngineReceipt.h"
+#include "engine/AddresseeOutput.h"
 #include "engine/CommandFile.h"
 #include "engine/FormDocument.h"
 #include "engine/FormOutput.h"
@@ -8,6 +9,7 @@
 #include "engine/PreviewWindowSlot.h"
 
 #include <QApplication>
+#include <QDate>
 #include <QFile>
 #include <QMessageBox>
 #include <QPrintDialog>
@@ -20,7 +22,10 @@ namespace qelprn::engine {
 
 namespace {
 
-const QString kUsage = u"使い方: qelprn-engine [--pdf FILE] [--png DIR] [--dpi N] /c COMMANDFILE"_s;
+const QString kUsage = u"使い方: qelprn-engine [--pdf FILE] [--png DIR] [--dpi N]\n"
+                       u"         [--pdf-dir DIR --file-date yyyymmdd [--author TEXT] [--subject TEXT] "
+                       u"[--cancel-file FILE] [--pdfa]]\n"
+                       u"         /c COMMANDFILE"_s;
 
 struct Options
 {
@@ -28,6 +33,7 @@ struct Options
     QString pdf;
     QString png;
     int dpi = 150;
+    AddresseeOutputOptions perAddressee; // --pdf-dir: one PDF per addressee
 };
 
 bool parseArgs(const QStringList& args, Options& o, QString& problem)
@@ -49,6 +55,23 @@ bool parseArgs(const QStringList& args, Options& o, QString& problem)
         } else if (a == u"--pdf"_s) {
             if (!value(o.pdf))
                 return false;
+        } else if (a == u"--pdf-dir"_s) {
+            if (!value(o.perAddressee.folder))
+                return false;
+        } else if (a == u"--file-date"_s) {
+            if (!value(o.perAddressee.date))
+                return false;
+        } else if (a == u"--author"_s) {
+            if (!value(o.perAddressee.author))
+                return false;
+        } else if (a == u"--subject"_s) {
+            if (!value(o.perAddressee.subject))
+                return false;
+        } else if (a == u"--cancel-file"_s) {
+            if (!value(o.perAddressee.cancelFile))
+                return false;
+        } else if (a == u"--pdfa"_s) {
+            o.perAddressee.pdfa = true;
         } else if (a == u"--png"_s) {
             if (!value(o.png))
                 return false;
@@ -65,6 +88,12 @@ bool parseArgs(const QStringList& args, Options& o, QString& problem)
             problem = u"不明な引数です: "_s + a;
             return false;
         }
+    }
+    const QString& date = o.perAddressee.date;
+    if (!o.perAddressee.folder.isEmpty() &&
+        (date.size() != 8 || !QDate::fromString(date, u"yyyyMMdd"_s).isValid())) {
+        problem = u"--pdf-dir には --file-date yyyymmdd（発行日）が要ります"_s;
+        return false;
     }
     if (o.commandFile.isEmpty()) {
         problem = u"コマンドファイル（/c FILE）の指定がありません"_s;
@@ -95,7 +124,8 @@ int runEngine(const QStringList& args, QTextStream& err)
         err << u"qelprn-engine: "_s << problem << u'\n' << kUsage << Qt::endl;
         return 2;
     }
-    const bool files = !options.pdf.isEmpty() || !options.png.isEmpty();
+    const bool files =
+        !options.pdf.isEmpty() || !options.png.isEmpty() || !options.perAddressee.folder.isEmpty();
     const bool canShowBoxes = !files && QGuiApplication::platformName() != u"offscreen"_s &&
                               QGuiApplication::platformName() != u"minimal"_s;
     QString title = u"帳票印刷"_s;
@@ -121,6 +151,27 @@ int runEngine(const QStringList& args, QTextStream& err)
     if (!opened)
         return report(error, windowed);
 
+    if (!options.perAddressee.folder.isEmpty()) {
+        // One line per finished file on standard output, for the program that started the engine:
+        // "file", name, pages, amount, ID, addressee, separated by tabs.
+        QTextStream out(stdout);
+        out.setEncoding(QStringConverter::Utf8);
+        const auto clean = [](QString text) {
+            return text.replace(u'\t', u' ').replace(u'\n', u' ').replace(u'\r', u' ');
+        };
+        bool cancelled = false;
+        const bool ok = writeAddresseePdfs(
+            document, options.perAddressee,
+            [&](int addressees) { out << u"addressees\t"_s << addressees << Qt::endl; },
+            [&](const AddresseeFile& f) {
+                out << u"file\t"_s << f.fileName << u'\t' << f.pages << u'\t' << f.key.amount << u'\t'
+                    << clean(f.key.id) << u'\t' << clean(f.key.name) << Qt::endl;
+            },
+            &cancelled, &error);
+        if (!ok)
+            return report(error, false);
+        return cancelled ? 3 : 0;
+    }
     if (files) {
         if (!options.pdf.isEmpty() && !writePdf(document, options.pdf, &error))
             return report(error, false);

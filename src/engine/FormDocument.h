@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/AddresseeFileName.h"
 #include "engine/CsvFile.h"
 #include "engine/EngineError.h"
 #include "engine/EngineJob.h"
@@ -47,6 +48,15 @@ public:
 
     // Paints page (0-based). False when the data file cannot be read back (it changed on disk).
     bool paintPage(int page, QPainter& painter, EngineError* error = nullptr);
+
+    // The groups (one per addressee) and their pages: {first page (0-based), page count}.
+    QString formName() const { return m_layout.name; }
+    int groupCount() const { return int(m_groups.size()); }
+    std::pair<int, int> groupPages(int group) const;
+    // The addressee of a group (FormDocumentAddressee.cpp): ID and name from its first row, the
+    // amount as the layout's amount item prints it on the group's last page. False when the data
+    // file cannot be read back.
+    bool addressee(int group, AddresseeKey& key, EngineError* error = nullptr);
 
 private:
     struct Group
@@ -116,6 +126,11 @@ private:
     Recorded m_allFrames;            // frames of every slot of a page
     QList<QStringList> m_rows;       // the rows of the page being painted
     QHash<QString, QImage> m_images; // loaded images by path (the seal); a null image = no file
+
+    // The addressee's amount item, found on first use.
+    const LayoutItem* m_amountItem = nullptr;
+    bool m_amountInDetail = false;
+    bool m_amountLooked = false;
 };
 
 } // namespace qelprn::engine

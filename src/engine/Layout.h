@@ -99,6 +99,21 @@ struct DetailBand : LayoutBand
     QList<LayoutItem> frame;     // the row's frame lines and boxes, positions relative to the slot
 };
 
+// Whom each group of the form is addressed to, for one file per addressee ("addressee" in the
+// layout): the columns of the addressee's name and ID, and the item that prints the amount
+// requested ("band.item" or "item"; none: the first field whose format begins with yen, else the
+// last sum of the group footer) and the column of the issuer.
+struct LayoutAddressee
+{
+    QString nameColumn; // default: the last groupBy column
+    QString idColumn;   // default: the first groupBy column
+    QString amountItem;
+    QString issuerColumn; // the issuing clinic, the files' author
+    int nameIndex = -1;
+    int idIndex = -1;
+    int issuerIndex = -1;
+};
+
 struct Layout
 {
     QString path;
@@ -114,6 +129,7 @@ struct Layout
     QList<int> groupKeyIndexes;
     QList<LayoutBand> bands; // page header, group header, group footer, page footer
     DetailBand detail;
+    LayoutAddressee addressee;
     QStringList sumColumns; // columns summed over a group, in the order of the sum slots
     QList<int> sumIndexes;
 

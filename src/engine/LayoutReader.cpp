@@ -59,6 +59,12 @@ public:
             m_layout.groupKey.append(k.toString());
         if (root.value(u"groupBy"_s).isString())
             m_layout.groupKey.append(root.value(u"groupBy"_s).toString());
+        const QJsonObject addressee = root.value(u"addressee"_s).toObject();
+        m_layout.addressee.nameColumn =
+            addressee.value(u"name"_s).toString(m_layout.groupKey.value(m_layout.groupKey.size() - 1));
+        m_layout.addressee.idColumn = addressee.value(u"id"_s).toString(m_layout.groupKey.value(0));
+        m_layout.addressee.amountItem = addressee.value(u"amount"_s).toString();
+        m_layout.addressee.issuerColumn = addressee.value(u"issuer"_s).toString();
 
         static const char16_t* const bandNames[] = {u"pageHeader", u"groupHeader", u"groupFooter",
                                                     u"pageFooter"};
@@ -447,6 +453,14 @@ bool bindLayout(Layout& layout, const CsvFile& data, EngineError* error)
         if (!resolve(key, 0, index))
             return false;
         layout.groupKeyIndexes.append(index);
+    }
+    LayoutAddressee& addressee = layout.addressee;
+    for (auto [column, index] : {std::pair{&addressee.nameColumn, &addressee.nameIndex},
+                                 std::pair{&addressee.idColumn, &addressee.idIndex},
+                                 std::pair{&addressee.issuerColumn, &addressee.issuerIndex}}) {
+        *index = -1;
+        if (!column->isEmpty() && !resolve(*column, 0, *index))
+            return false;
     }
     if (!layout.detail.frameColumn.isEmpty() &&
         !resolve(layout.detail.frameColumn, 0, layout.detail.frameIndex))

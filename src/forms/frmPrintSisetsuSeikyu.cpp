@@ -10,6 +10,7 @@
 #include "db/cT_KyotenDbAcs.h"
 #include "forms/CodeNameLists.h"
 #include "forms/FormControls.h"
+#include "forms/MonthEndDialog.h"
 #include "forms/RunOutcomeInteraction.h"
 #include "forms/SiteGridWidget.h"
 #include "forms/cls患者検索.h"
@@ -64,6 +65,7 @@ void frmPrintSisetsuSeikyu::connectControls()
 {
     connect(cbPreview, &QPushButton::clicked, this, &frmPrintSisetsuSeikyu::cbPreview_Click);
     connect(cbPrint, &QPushButton::clicked, this, &frmPrintSisetsuSeikyu::cbPrint_Click);
+    connect(cbPdfFolder, &QPushButton::clicked, this, &frmPrintSisetsuSeikyu::cbPdfFolder_Click);
     connect(cbReturn, &QPushButton::clicked, this, [this] {
         bMenuReturn = false;
         reject();
@@ -380,6 +382,28 @@ void frmPrintSisetsuSeikyu::cbPreview_Click()
 void frmPrintSisetsuSeikyu::cbPrint_Click()
 {
     runPrint(1);
+}
+
+void frmPrintSisetsuSeikyu::cbPdfFolder_Click()
+{
+    if (optPrint[5]->isChecked() && sprKyoten->firstCheckedRow() < 0) {
+        m_ctx.interaction().messageBox(u"処理の対象となる事業所の選択を行ってください。"_s, u"選択エラー"_s,
+                                       MsgIcon::Exclamation);
+        return;
+    }
+    iSavePrintSettings();
+    MonthEndDialog dialog(
+        m_ctx, imD_Out->date(), imD_Teis->date(), this, [this] { return selectedDatabases(); }, this);
+    dialog.exec();
+}
+
+void frmPrintSisetsuSeikyu::mnMonthEnd_Click()
+{
+    // The month end runs with the saved conditions: those of the form as it is now.
+    iSavePrintSettings();
+    MonthEndDialog dialog(
+        m_ctx, imD_Out->date(), imD_Teis->date(), nullptr, [this] { return selectedDatabases(); }, this);
+    dialog.exec();
 }
 
 void frmPrintSisetsuSeikyu::runPrint(qint16 mode)

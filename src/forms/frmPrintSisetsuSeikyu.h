@@ -58,6 +58,10 @@ public:
     void chkChushi_Click();
     void cbPreview_Click();
     void cbPrint_Click();
+    // One PDF per addressee of the form's kind and conditions into a folder (F7), or the month end
+    // of several kinds with the saved conditions (F8); both in MonthEndDialog.
+    void cbPdfFolder_Click();
+    void mnMonthEnd_Click();
     // Writes "並び順", "印字社名", "印字治療院名", "対象施設" in that order; stops at the first failed write.
     qint16 iSavePrintSettings();
     void iLoadPrintSettings();
@@ -144,6 +148,7 @@ private:
     SiteGridWidget* sprKyoten = nullptr;
     QPushButton* cbPreview = nullptr;
     QPushButton* cbPrint = nullptr;
+    QPushButton* cbPdfFolder = nullptr;
     QPushButton* cbReturn = nullptr;
     QPushButton* cmdMenu = nullptr;
     QStatusBar* StatusBar1 = nullptr;

@@ -44,12 +44,15 @@ void frmPrintSisetsuSeikyu::buildControls()
     cbPrint = new QPushButton(u"F9 印刷"_s, this);
     cbPrint->setObjectName(u"cbPrint"_s);
     cbPrint->setToolTip(u"プリンターに出力します (F9 / Ctrl+P)"_s);
+    cbPdfFolder = new QPushButton(u"F7 PDF(宛先別)"_s, this);
+    cbPdfFolder->setObjectName(u"cbPdfFolder"_s);
+    cbPdfFolder->setToolTip(u"宛先ごとに一つの PDF と送付一覧.csv をフォルダに書きます (F7)"_s);
     cbReturn = new QPushButton(u"F12 戻る"_s, this);
     cbReturn->setObjectName(u"cbReturn"_s);
     cbReturn->setToolTip(u"終了してメニューに戻ります (F12)"_s);
     cmdMenu = new QPushButton(u"メインメニュー"_s, this);
     cmdMenu->setObjectName(u"cmdMenu"_s);
-    for (QPushButton* b : {cbPreview, cbPrint, cbReturn, cmdMenu}) {
+    for (QPushButton* b : {cbPreview, cbPrint, cbPdfFolder, cbReturn, cmdMenu}) {
         b->setAutoDefault(false);
         b->setMinimumWidth(b->fontMetrics().horizontalAdvance(u'あ') * 7);
     }
@@ -102,6 +105,7 @@ void frmPrintSisetsuSeikyu::buildControls()
     buttons->addStretch(1);
     buttons->addWidget(cbPreview);
     buttons->addWidget(cbPrint);
+    buttons->addWidget(cbPdfFolder);
     buttons->addSpacing(fontMetrics().horizontalAdvance(u'あ') * 2);
     buttons->addWidget(cbReturn);
     buttons->addWidget(cmdMenu);
@@ -134,7 +138,7 @@ void frmPrintSisetsuSeikyu::buildControls()
           << btnSelShisetu[0] << cmbKaishaKbn[0] << imNum_ShisetuCD[1] << btnSelShisetu[1] << cmbKaishaKbn[1]
           << cbTantou << imNum_CD << btn_KanjaSelect << imNum_StaffNo << btn_StaffSelect << chkChushi
           << cbDairi << cbTiryoin << optSortShisetsu[0] << optSort[0] << optSelCorp[0] << optSelJob[0]
-          << sprKyoten << cbPreview << cbPrint << cbReturn << cmdMenu;
+          << sprKyoten << cbPreview << cbPrint << cbPdfFolder << cbReturn << cmdMenu;
     for (int i = 1; i < order.size(); ++i)
         setTabOrder(order.at(i - 1), order.at(i));
 }
@@ -356,6 +360,10 @@ void frmPrintSisetsuSeikyu::buildMenu(QWidget* menuHost)
         add(mnMenu, u"mnPrint"_s, u"印刷"_s, QKeySequence(Qt::Key_F9), [this] { cbPrint_Click(); });
     print->setShortcuts({QKeySequence(Qt::Key_F9), QKeySequence(Qt::CTRL | Qt::Key_P)});
     add(mnMenu, u"mnPreview"_s, u"プレビュー"_s, QKeySequence(Qt::Key_F5), [this] { cbPreview_Click(); });
+    add(mnMenu, u"mnPdfFolder"_s, u"PDF(宛先別)..."_s, QKeySequence(Qt::Key_F7),
+        [this] { cbPdfFolder_Click(); });
+    add(mnMenu, u"mnMonthEnd"_s, u"月末一括出力..."_s, QKeySequence(Qt::Key_F8),
+        [this] { mnMonthEnd_Click(); });
     mnMenu->addSeparator()->setObjectName(u"mnKugiri1"_s);
     add(mnMenu, u"mnMenuReturn"_s, u"メインメニュー"_s, QKeySequence(), [this] {
         bMenuReturn = true;

@@ -7,6 +7,7 @@
 #include "app/SpaceTrim.h"
 #include "app/SysIni.h"
 #include "db/DbTraffic.h"
+#include "report/AddresseeFolder.h"
 #include "report/PrintFolderLock.h"
 #include "report/PrintKind.h"
 #include "report/cls_WfdPrintExe.h"
@@ -189,6 +190,8 @@ void PrintRun::handToEngine(const PrintKind& kind, qint16 mode, Result& result, 
     if (wfd.iInit(layoutFilePath(m_context, kind.layout), csSeikyuTitle()) != 0 ||
         wfd.iSetDataText(1, kind.dataName, kind.csvFile) != 0)
         return engineFailed();
+    if (m_handoff == Handoff::PdfFolder && m_folder)
+        return writeFolder(wfd, kind, result);
     qint16 started = 0;
     if (m_handoff == Handoff::Pdf)
         started = wfd.iRenderPdf(kind.paper, m_pdfPath);
@@ -199,6 +202,17 @@ void PrintRun::handToEngine(const PrintKind& kind, qint16 mode, Result& result, 
     if (started != 0)
         return engineFailed();
     result.outcome = Outcome::Done;
+}
+
+void PrintRun::writeFolder(cls_WfdPrintExe& wfd, const PrintKind& kind, Result& result)
+{
+    if (writeAddresseeFolder(m_context, wfd, kind, m_data.jouken, *m_folder) != 0) {
+        result.outcome = Outcome::EngineFailed;
+        m_context.interaction().messageBox(u"帳票の出力に失敗しました。\r["_s + m_folder->error + u"]"_s,
+                                           csSeikyuTitle(), MsgIcon::Critical);
+        return;
+    }
+    result.outcome = m_folder->cancelled ? Outcome::Cancelled : Outcome::Done;
 }
 
 } // namespace qelprn

@@ -11,6 +11,8 @@
 namespace qelprn {
 
 struct PrintKind;
+struct FolderOutput;
+class cls_WfdPrintExe;
 class PrintFolderLock;
 
 // The print run: reads the print conditions from its caller (the main form or the command line),
@@ -21,8 +23,9 @@ class PrintRun
 {
 public:
     // What the run does after the CSV: start the engine (the desktop program), stop (the command
-    // line's --csv-only), or have the engine render a PDF and wait for it (--pdf).
-    enum class Handoff { Engine, CsvOnly, Pdf };
+    // line's --csv-only), or have the engine render a PDF and wait for it (--pdf), or one PDF per
+    // addressee into a folder (--pdf-dir, month end; see setFolderOutput).
+    enum class Handoff { Engine, CsvOnly, Pdf, PdfFolder };
 
     // How a run ended, finer than the suite's result codes (which report some failures as 0): the
     // command line turns it into its exit status.
@@ -37,6 +40,7 @@ public:
         FolderBusy,       // another run held the temporary folder past the time limit
         CsvWritten,       // stopped after the CSV (Handoff::CsvOnly)
         Done,             // handed to the engine (or rendered to PDF)
+        Cancelled,        // the person stopped a per-addressee run (the finished files stay)
     };
 
     // Wall-clock milliseconds of a run's phases; -1 for a phase that did not run. The engine's share
@@ -66,6 +70,8 @@ public:
     // order of the invoice-receipts stays from the previous run of this object when form sets none.
     Result PrintSisetsuSeikyu(qint16 mode, PrintConditionSource& form);
 
+    // The folder, options and results of Handoff::PdfFolder; output must outlive the run.
+    void setFolderOutput(FolderOutput* output) { m_folder = output; }
     // How long a run waits for another run that holds the temporary folder.
     void setFolderWaitLimit(std::chrono::milliseconds limit) { m_folderWaitLimit = limit; }
 
@@ -73,6 +79,7 @@ private:
     bool iGetPrintJouken(PrintConditionSource& form);
     void iExecPrint(qint16 mode, Result& result);
     void handToEngine(const PrintKind& kind, qint16 mode, Result& result, PrintFolderLock& lock);
+    void writeFolder(cls_WfdPrintExe& wfd, const PrintKind& kind, Result& result);
     bool lockFolder(PrintFolderLock& lock, Result& result);
     void showInfo(const QString& text);
 
@@ -80,6 +87,7 @@ private:
     Handoff m_handoff;
     QString m_pdfPath;
     modPrint施設請求書 m_data; // conditions, query results
+    FolderOutput* m_folder = nullptr;
     std::chrono::milliseconds m_folderWaitLimit = std::chrono::minutes(2);
 };
 

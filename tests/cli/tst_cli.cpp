@@ -45,7 +45,7 @@ private slots:
     {
         Run r = callCli({u"--help"_s});
         QCOMPARE(r.exitCode, 0);
-        for (const QString& name : {u"init-demo"_s, u"sites"_s, u"check"_s, u"print"_s})
+        for (const QString& name : {u"init-demo"_s, u"sites"_s, u"check"_s, u"print"_s, u"month-end"_s})
             QVERIFY2(r.out.contains(u"  "_s + name), qPrintable(r.out));
         r = callCli({u"help"_s, u"init-demo"_s});
         QCOMPARE(r.exitCode, 0);
@@ -101,7 +101,14 @@ private slots:
             {u"print --kind 1 --csv-only"_s, u"--month を指定してください"_s},
             {u"print --kind 1 --month=2024/13"_s, u"--month は yyyy/mm の形で指定してください"_s},
             {u"print --kind 1 --month 2024/10"_s, u"何をするかを指定してください"_s},
-            {u"P 1 --preview"_s, u"--csv-only、--preview、--print、--pdf はどれか一つだけ"_s},
+            {u"P 1 --preview"_s, u"--csv-only、--preview、--print、--pdf、--pdf-dir はどれか一つだけ"_s},
+            {u"P 1 --replace"_s, u"--replace は --pdf-dir と一緒に使います"_s},
+            {u"month-end --out D"_s, u"qelprn-cli month-end: --month を指定してください"_s},
+            {u"month-end --month 2026/10"_s, u"qelprn-cli month-end: --out を指定してください"_s},
+            {u"month-end --month 2026/10 --out D --kinds 1,7"_s,
+             u"qelprn-cli month-end: --kinds には 1,2,4,5"_s},
+            {u"month-end --month 2026/10 --pdf-dir --print"_s,
+             u"qelprn-cli month-end: --pdf-dir と --print"_s},
             {u"P 6 --sites=1-x"_s, u"--sites には 1-1,2-1 のように"_s},
             {u"P 1 --frobnicate"_s, u"不明なオプションです：frobnicate"_s},
             {u"print --kind 1 --month"_s, u"--month の後に値がありません。"_s},

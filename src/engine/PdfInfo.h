@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QString>
+
+namespace qelprn::engine {
+
+// What a PDF says about itself: the document information dictionary and the XMP metadata, which
+// an archival PDF (PDF/A-1b) must keep in step.
+struct PdfDocumentInfo
+{
+    QString title;
+    QString author;  // the issuer
+    QString subject; // the billing month
+    QString creator = QStringLiteral("qelprn-engine");
+    QString producer;
+    QDateTime created;
+};
+
+// The XMP packet for QPdfWriter::setDocumentXmpMetadata: title, author, subject, creator tool,
+// producer, creation date, and the PDF/A-1b identification when pdfa.
+QByteArray xmpMetadata(const PdfDocumentInfo& info, bool pdfa);
+
+// Appends an incremental update to the PDF at path whose information dictionary holds Title,
+// Author, Subject, Creator, Producer and CreationDate as in xmpMetadata (Qt's writer has no author
+// or subject). False with the reason when the file does not end as a PDF written by Qt does.
+bool appendDocumentInfo(const QString& path, const PdfDocumentInfo& info, QString* error);
+
+} // namespace qelprn::engine

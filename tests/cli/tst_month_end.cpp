@@ -1,0 +1,367 @@
+// One PDF per addressee and the month end: every kind of the demo month split into files whose
+// pages are the single PDF's pages of that addressee, the list beside them, names with forbidden
+// characters and twin addressees, a second run into a used folder, and a cancelled run.
+#include "app/AddresseeFileName.h"
+#include "app/Cp932.h"
+#include "app/CsvRecord.h"
+#include "app/StartupCheck.h"
+#include "billing/BillingFixture.h"
+#include "cli/PrintOptions.h"
+#include "engine/EngineTestData.h"
+#include "report/AddresseeFolder.h"
+#include "report/PrintRun.h"
+#include "support/CliRun.h"
+#include "support/TestInteraction.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QLocale>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Run = qelprn::test::CliRun;
+using qelprn::test::builtProgram;
+using qelprn::test::callCli;
+
+QByteArray readAll(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// The list's rows as fields, without the title line.
+QList<QStringList> listRows(const QString& folder)
+{
+    const QByteArray bytes = readAll(QDir(folder).filePath(u"送付一覧.csv"_s));
+    QList<QStringList> rows;
+    const QStringList lines = qelprn::fromCp932(bytes).split(u"\r\n"_s);
+    for (qsizetype i = 1; i < lines.size(); ++i) {
+        if (!lines[i].isEmpty())
+            rows.append(qelprn::splitCsvRecord(lines[i]));
+    }
+    return rows;
+}
+
+// The pages of a PDF's text layer, each without blanks.
+QStringList pagesOf(const QString& pdf)
+{
+    QStringList pages =
+        enginetest::squeezed(enginetest::pdfText(pdf, 0, true).replace(u'\f', u'\x01')).split(u'\x01');
+    pages.removeLast(); // after the last page's form feed
+    return pages;
+}
+
+// Names the built engine in the folder's "Tovara.ini" (in this process the engine beside the
+// program would be the test's folder).
+void useBuiltEngine(const QString& tovaraPath)
+{
+    QByteArray tovara = readAll(tovaraPath);
+    const QByteArray line = "FORM_ENGINE=" + QFile::encodeName(builtProgram(u"qelprn-engine"_s)) + "\r\n";
+    if (tovara.contains("FORM_ENGINE=\r\n"))
+        tovara.replace("FORM_ENGINE=\r\n", line);
+    else
+        tovara += line; // the test folder's file has the one section [SYSTEM]
+    QFile file(tovaraPath);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(tovara) == tovara.size());
+}
+
+struct Demo
+{
+    QTemporaryDir dir;
+    QString folder = dir.filePath(u"demo"_s);
+
+    bool init()
+    {
+        const Run r = callCli({u"init-demo"_s, folder, u"--month"_s, u"2026/10"_s});
+        if (r.exitCode != 0)
+            qWarning().noquote() << r.err;
+        useBuiltEngine(folder + u"/Tovara.ini"_s);
+        return r.exitCode == 0;
+    }
+    Run print(int kind, const QStringList& more) const
+    {
+        return callCli(QStringList{u"print"_s, u"--app-dir"_s, folder, u"--kind"_s, QString::number(kind),
+                                   u"--month"_s, u"2026/10"_s, u"--issue-date"_s, u"2026/11/05"_s,
+                                   u"--yes"_s} +
+                       more);
+    }
+};
+
+} // namespace
+
+class tst_MonthEnd : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        if (!QFileInfo(builtProgram(u"qelprn-engine"_s)).isExecutable())
+            QSKIP("qelprn-engine is not built");
+#ifdef Q_OS_WIN
+        QSKIP("reading the PDFs back needs poppler, which Windows lacks");
+#endif
+    }
+
+    // Every kind of the demo month: one file per addressee, holding exactly that addressee's pages
+    // of the single PDF in order, the list naming each file with its pages, and the amount the
+    // list gives printed on the file's pages.
+    void everyKindSplitsAsTheSinglePdf()
+    {
+        Demo demo;
+        QVERIFY(demo.init());
+        const QLocale locale(QLocale::Japanese, QLocale::Japan);
+        for (int kind = 1; kind <= 6; ++kind) {
+            const QString single = demo.dir.filePath(u"kind%1.pdf"_s.arg(kind));
+            Run r = demo.print(kind, {u"--pdf"_s, single});
+            QVERIFY2(r.exitCode == 0, qPrintable(r.err));
+            const QString folder = demo.dir.filePath(u"kind%1"_s.arg(kind));
+            r = demo.print(kind, {u"--pdf-dir"_s, folder});
+            QVERIFY2(r.exitCode == 0, qPrintable(r.err));
+            QCOMPARE(r.out.trimmed(), QDir::toNativeSeparators(QDir(folder).filePath(u"送付一覧.csv"_s)));
+
+            const QStringList all = pagesOf(single);
+            const QList<QStringList> rows = listRows(folder);
+            QStringList pdfs = QDir(folder).entryList({u"*.pdf"_s}, QDir::Files);
+            QCOMPARE(pdfs.size(), rows.size());
+            QVERIFY(QDir(folder).entryList(QDir::Hidden | QDir::Files).size() == rows.size() + 1);
+            qsizetype at = 0;
+            for (const QStringList& row : rows) {
+                QCOMPARE(row.size(), 8);
+                QCOMPARE(row[0], u"2026/11/05"_s);
+                QCOMPARE(row[1], u"2026/10"_s);
+                const QString file = QDir(folder).filePath(row[7]);
+                QVERIFY2(row[7].startsWith(u"20261105_"_s) && row[7].endsWith(u'_' + row[5] + u".pdf"_s),
+                         qPrintable(row[7]));
+                const QStringList pages = pagesOf(file);
+                QCOMPARE(pages.size(), row[6].toInt());
+                QCOMPARE(enginetest::pdfPages(file), row[6].toInt());
+                QCOMPARE(pages, all.mid(at, pages.size()));
+                at += pages.size();
+                QVERIFY2(pages.join(QString()).contains(enginetest::squeezed(row[3])), qPrintable(row[3]));
+                // The amount the list gives is the one printed on the addressee's last page (every
+                // addressee of the demo month owes something, so a lost amount item shows as 0).
+                QVERIFY2(row[5].toDouble() > 0, qPrintable(row[7]));
+                QVERIFY2(pages.last().contains(locale.toString(row[5].toLongLong())),
+                         qPrintable(u"kind %1, %2: %3"_s.arg(kind).arg(row[7], row[5])));
+            }
+            QCOMPARE(at, all.size());
+        }
+    }
+
+    // The files are archival PDF with the metadata a search finds them by: PDFBox's PDF/A-1b
+    // validator (Debian's libpdfbox2-java) accepts an invoice and an invoice-receipt, and pdfinfo
+    // reads title, author, subject and creation date.
+    void archivalPdf()
+    {
+        const QString jars = u"/usr/share/java/"_s;
+        QStringList classPath;
+        for (const QString& jar : {u"preflight"_s, u"pdfbox2"_s, u"fontbox2"_s, u"xmpbox"_s,
+                                   u"commons-logging"_s, u"javax.activation"_s, u"jaxb-api"_s})
+            classPath << jars + jar + u".jar"_s;
+        Demo demo;
+        QVERIFY(demo.init());
+        for (int kind : {1, 4}) {
+            const QString folder = demo.dir.filePath(u"kind%1"_s.arg(kind));
+            const Run r = demo.print(kind, {u"--pdf-dir"_s, folder});
+            QVERIFY2(r.exitCode == 0, qPrintable(r.err));
+            const QList<QStringList> rows = listRows(folder);
+            const QString file = QDir(folder).filePath(rows.last()[7]);
+            const QString info = enginetest::runProgram(u"pdfinfo"_s, {file}).err;
+            QVERIFY2(info.contains(u"Subject:         2026年10月分"_s), qPrintable(info));
+            QVERIFY2(info.contains(QRegularExpression(u"Title: +\\S+　"_s +
+                                                      QRegularExpression::escape(rows.last()[3]))),
+                     qPrintable(info));
+            QVERIFY2(info.contains(QRegularExpression(u"Author: +\\S"_s)), qPrintable(info));
+            QVERIFY2(info.contains(QRegularExpression(u"CreationDate: +\\S"_s)), qPrintable(info));
+            if (!QFileInfo::exists(classPath.first()) || QStandardPaths::findExecutable(u"java"_s).isEmpty())
+                QSKIP("the PDF/A validator (libpdfbox2-java and a Java runtime) is not installed");
+            const auto check =
+                enginetest::runProgram(u"java"_s, {u"-cp"_s, classPath.join(u':'),
+                                                   u"org.apache.pdfbox.preflight.Validator_A1b"_s, file});
+            QVERIFY2(check.exitCode == 0 && check.err.contains(u"is a valid PDF/A-1b file"_s),
+                     qPrintable(check.err));
+        }
+    }
+
+    // Names keep what Windows allows, and two addressees of one name stay apart: by their IDs, and
+    // by a number when even the IDs meet.
+    void namesAndTwins()
+    {
+        using qelprn::AddresseeKey;
+        const QStringList names = qelprn::addresseeFileNames(
+            u"20241105"_s,
+            {AddresseeKey{u"7"_s, u"寿/ホーム:本館?*"_s, u"100"_s, {}},
+             AddresseeKey{u"8"_s, u" さくら<館>|\"東\" . "_s, u"0"_s, {}},
+             AddresseeKey{u"10"_s, u"さくら"_s, u"5"_s, {}}, AddresseeKey{u"11"_s, u"さくら"_s, u"5"_s, {}},
+             AddresseeKey{u"11"_s, u"さくら"_s, u"5"_s, {}}, AddresseeKey{u"12"_s, u"Abc"_s, u"1"_s, {}},
+             AddresseeKey{u"13"_s, u"ABC"_s, u"1"_s, {}}, AddresseeKey{u"14"_s, u"a\\b\tc"_s, u""_s, {}},
+             AddresseeKey{u"15"_s, u""_s, u"3"_s, {}}});
+        QCOMPARE(names, (QStringList{u"20241105_寿／ホーム：本館？＊_100.pdf"_s,
+                                     u"20241105_さくら＜館＞｜”東”_0.pdf"_s, u"20241105_さくら(10)_5.pdf"_s,
+                                     u"20241105_さくら(11)_5.pdf"_s, u"20241105_さくら(11)(2)_5.pdf"_s,
+                                     u"20241105_Abc(12)_1.pdf"_s, u"20241105_ABC(13)_1.pdf"_s,
+                                     u"20241105_a＼b c_0.pdf"_s, u"20241105_宛名なし_3.pdf"_s}));
+        QCOMPARE(qelprn::fileNamePart(QString(80, u'長')).size(), 60);
+        QCOMPARE(qelprn::plainAmount(u"¥1,234,567-"_s), u"1234567"_s);
+        QCOMPARE(qelprn::plainAmount(u"-1,200"_s), u"-1200"_s);
+        QCOMPARE(qelprn::plainAmount(u"1,234.50"_s), u"1234.5"_s);
+        QCOMPARE(qelprn::plainAmount(u"次頁へ続く"_s), QString());
+
+        // Through the engine: two billing facilities of one name with a slash in it.
+        BillingFixture suite;
+        useBuiltEngine(suite.folder.filePath(u"Tovara.ini"_s));
+        suite.corp(1, 0, u"ほほえみ治療院"_s);
+        suite.facility(100, u"さくら会/東"_s);
+        suite.facility(101, u"さくら館"_s, 100);
+        suite.facility(200, u"さくら会/東"_s);
+        suite.facility(201, u"さくら別館"_s, 200);
+        suite.patient(1001, 101, 10000, 1000, 500);
+        suite.day(1001, u"2024/10/03 10:00:00"_s, 5000, 1000, 500);
+        suite.patient(2001, 201, 10000, 700, 0);
+        suite.day(2001, u"2024/10/04 10:00:00"_s, 5000, 700, 0);
+        const QString out = suite.folder.filePath(u"out"_s);
+        const Run r =
+            callCli({u"print"_s, u"--app-dir"_s, suite.folder.path(), u"--kind"_s, u"1"_s, u"--month"_s,
+                     u"2024/10"_s, u"--issue-date"_s, u"2024/11/05"_s, u"--pdf-dir"_s, out});
+        QVERIFY2(r.exitCode == 0, qPrintable(r.err));
+        const QList<QStringList> rows = listRows(out);
+        QCOMPARE(rows.size(), 2);
+        QCOMPARE(rows[0][7], u"20241105_さくら会／東(100)_"_s + rows[0][5] + u".pdf"_s);
+        QCOMPARE(rows[1][7], u"20241105_さくら会／東(200)_"_s + rows[1][5] + u".pdf"_s);
+        QCOMPARE(rows[0][4], u"100"_s);
+        QVERIFY(QFile::exists(QDir(out).filePath(rows[1][7])));
+    }
+
+    // The month end on the command line: a folder per kind with its list and a summary; a second
+    // run into the same folder needs --replace and until then leaves the files alone.
+    void monthEndAndReplace()
+    {
+        Demo demo;
+        QVERIFY(demo.init());
+        const QString out = demo.dir.filePath(u"2026-10"_s);
+        const QStringList args = {u"month-end"_s,    u"--app-dir"_s,  demo.folder, u"--month"_s, u"2026/10"_s,
+                                  u"--issue-date"_s, u"2026/11/05"_s, u"--out"_s,  out,          u"--kinds"_s,
+                                  u"1,4"_s,          u"--yes"_s};
+        Run r = callCli(args);
+        QVERIFY2(r.exitCode == 0, qPrintable(r.err));
+        const QString kind1 = QDir(out).filePath(u"1_請求書(施設請求先別)"_s);
+        const QString kind4 = QDir(out).filePath(u"4_請求書兼領収書"_s);
+        QCOMPARE(QDir(out).entryList(QDir::Dirs | QDir::NoDotAndDotDot),
+                 (QStringList{QFileInfo(kind1).fileName(), QFileInfo(kind4).fileName()}));
+        const QList<QStringList> rows = listRows(kind4);
+        qint64 total = 0;
+        int pages = 0;
+        for (const QStringList& row : rows) {
+            total += row[5].toLongLong();
+            pages += row[6].toInt();
+        }
+        QCOMPARE(pages, 67);
+        const QLocale locale(QLocale::Japanese, QLocale::Japan);
+        QVERIFY2(r.out.contains(u"4 請求書兼領収書: 宛先 %1 件、67 枚、請求金額合計 %2 円"_s.arg(rows.size())
+                                    .arg(locale.toString(total))),
+                 qPrintable(r.out));
+
+        const QDateTime written = QFileInfo(QDir(kind4).filePath(rows[0][7])).lastModified();
+        r = callCli(args);
+        QCOMPARE(r.exitCode, 2);
+        QVERIFY2(r.err.contains(u"--replace"_s), qPrintable(r.err));
+        QCOMPARE(QFileInfo(QDir(kind4).filePath(rows[0][7])).lastModified(), written);
+        // A file of the earlier run that the new one does not write goes with its list.
+        QVERIFY(QFile::rename(QDir(kind1).filePath(listRows(kind1)[0][7]),
+                              QDir(kind1).filePath(u"20261105_旧_1.pdf"_s)));
+        QFile list(QDir(kind1).filePath(u"送付一覧.csv"_s));
+        QVERIFY(list.open(QIODevice::ReadWrite));
+        QByteArray text = list.readAll();
+        text.replace(qelprn::toCp932(listRows(kind1)[0][7]), qelprn::toCp932(u"20261105_旧_1.pdf"_s));
+        list.resize(0);
+        list.write(text);
+        list.close();
+        r = callCli(args + QStringList{u"--replace"_s});
+        QVERIFY2(r.exitCode == 0, qPrintable(r.err));
+        QVERIFY(!QFile::exists(QDir(kind1).filePath(u"20261105_旧_1.pdf"_s)));
+        QCOMPARE(listRows(kind4).size(), rows.size());
+    }
+
+    // Ctrl+C (here SIGTERM, which the command line treats alike) during a month end stops it after
+    // the file being written: the built program ends with status 2, leaving whole files and a list
+    // naming exactly them.
+    void interruptedMonthEnd()
+    {
+#ifndef Q_OS_UNIX
+        QSKIP("signals to a console program are a Unix test");
+#endif
+        Demo demo;
+        QVERIFY(demo.init());
+        const QString out = demo.dir.filePath(u"out"_s);
+        const QString kind4 = QDir(out).filePath(u"4_請求書兼領収書"_s);
+        QProcess cli;
+        cli.start(builtProgram(u"qelprn-cli"_s),
+                  {u"month-end"_s, u"--app-dir"_s, demo.folder, u"--month"_s, u"2026/10"_s, u"--out"_s, out,
+                   u"--kinds"_s, u"4,5"_s, u"--yes"_s});
+        QVERIFY(cli.waitForStarted());
+        QElapsedTimer clock;
+        clock.start();
+        while (QDir(kind4).entryList({u"*.pdf"_s}, QDir::Files).size() < 2 && clock.elapsed() < 60000)
+            QTest::qWait(5);
+        cli.terminate();
+        QVERIFY(cli.waitForFinished(60000));
+        const QString err = QString::fromUtf8(cli.readAllStandardError());
+        QCOMPARE(cli.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(cli.exitCode(), 2);
+        QVERIFY2(QString::fromUtf8(cli.readAllStandardOutput()).contains(u"中止しました"_s), qPrintable(err));
+        const QStringList pdfs = QDir(kind4).entryList({u"*.pdf"_s}, QDir::Files);
+        QVERIFY2(pdfs.size() >= 2 && pdfs.size() < 59, qPrintable(QString::number(pdfs.size())));
+        QCOMPARE(listRows(kind4).size(), pdfs.size());
+        QCOMPARE(QDir(kind4).entryList(QDir::Files | QDir::Hidden).size(), pdfs.size() + 1);
+        QVERIFY(!QFileInfo::exists(QDir(out).filePath(u"5_請求書兼領収書(自費分)"_s)));
+    }
+
+    // A run stopped between addressees keeps the files finished, whole, and a list naming exactly
+    // them; nothing half-written is left.
+    void cancelledRunLeavesWholeFiles()
+    {
+        Demo demo;
+        QVERIFY(demo.init());
+        qelprn::test::TestInteraction ui;
+        qelprn::AppContext ctx = qelprn::loadAppContext(ui, demo.folder);
+        qelprn::PrintFormValues values;
+        values.optPrint[3] = true;
+        values.imD_Out = QDate(2026, 10, 1);
+        values.imD_Teis = QDate(2026, 11, 5);
+        values.optSelSisetsuType = {true, false};
+        qelprn::FolderOutput output;
+        output.folder = demo.dir.filePath(u"cancelled"_s);
+        output.progress = [](int done, int) { return done < 3; };
+        qelprn::cli::CliPrintForm form(values, {});
+        qelprn::PrintRun run(ctx, qelprn::PrintRun::Handoff::PdfFolder);
+        run.setFolderOutput(&output);
+        const qelprn::PrintRun::Result result = run.PrintSisetsuSeikyu(0, form);
+        QCOMPARE(int(result.outcome), int(qelprn::PrintRun::Outcome::Cancelled));
+        QVERIFY(output.cancelled);
+        const QList<QStringList> rows = listRows(output.folder);
+        QVERIFY2(rows.size() >= 3 && rows.size() < 60, qPrintable(QString::number(rows.size())));
+        QStringList listed;
+        for (const QStringList& row : rows) {
+            listed << row[7];
+            QCOMPARE(enginetest::pdfPages(QDir(output.folder).filePath(row[7])), row[6].toInt());
+        }
+        QCOMPARE(QDir(output.folder).entryList({u"*.pdf"_s}, QDir::Files, QDir::Name), [&] {
+            listed.sort();
+            return listed;
+        }());
+        QCOMPARE(QDir(output.folder).entryList(QDir::Files | QDir::Hidden).size(), rows.size() + 1);
+    }
+};
+
+QTEST_MAIN(tst_MonthEnd)
+#include "tst_month_end.moc"

@@ -1,0 +1,101 @@
+// The month-end dialog on the demo month, on Qt's offscreen platform with the built engine: a run
+// of one kind into a fresh folder, a second run that asks before replacing, and the 中止 button
+// pressed while the invoice-receipts are written, which leaves whole files and a list of them.
+#include "app/Cp932.h"
+#include "app/StartupCheck.h"
+#include "demo/DemoProgramFolder.h"
+#include "forms/MonthEndDialog.h"
+#include "support/CliRun.h"
+#include "support/TestInteraction.h"
+
+#include <QCheckBox>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+int listedFiles(const QString& folder)
+{
+    QFile list(QDir(folder).filePath(u"送付一覧.csv"_s));
+    if (!list.open(QIODevice::ReadOnly))
+        return -1;
+    return int(qelprn::fromCp932(list.readAll()).split(u"\r\n"_s, Qt::SkipEmptyParts).size()) - 1;
+}
+
+} // namespace
+
+class tst_MonthEndDialog : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void runAskCancel()
+    {
+        const QString engine = qelprn::test::builtProgram(u"qelprn-engine"_s);
+        if (!QFileInfo(engine).isExecutable())
+            QSKIP("qelprn-engine is not built");
+        QTemporaryDir dir;
+        qelprn::test::TestInteraction ui;
+        qelprn::DemoOptions options;
+        options.folder = dir.filePath(u"demo"_s);
+        options.month = QDate(2026, 10, 1);
+        options.engineProgram = engine;
+        QString error;
+        QVERIFY2(qelprn::DemoProgramFolder(options).create(ui, &error), qPrintable(error));
+        qelprn::AppContext ctx = qelprn::loadAppContext(ui, options.folder);
+
+        qelprn::MonthEndDialog dialog(ctx, QDate(2026, 10, 1), QDate(2026, 11, 5), nullptr, {});
+        dialog.show();
+        const QString out = dir.filePath(u"out"_s);
+        dialog.txtFolder->setText(QDir::toNativeSeparators(out));
+        for (QCheckBox* box : std::as_const(dialog.chkKinds))
+            box->setChecked(box == dialog.chkKinds[0]);
+        QTest::mouseClick(dialog.cbStart, Qt::LeftButton);
+        const QString kind1 = QDir(out).filePath(u"1_請求書(施設請求先別)"_s);
+        QVERIFY2(dialog.txtSummary->toPlainText().startsWith(u"1 請求書(施設請求先別)：宛先 3 件、3 枚"_s),
+                 qPrintable(dialog.txtSummary->toPlainText() + ui.texts().join(u'\n')));
+        QCOMPARE(listedFiles(kind1), 3);
+        QVERIFY(dialog.cbOpen->isEnabled());
+
+        // Into the same folder again: the dialog asks, and "no" leaves everything as it was.
+        ui.clear();
+        ui.setNextAnswers({qelprn::MsgResult::No});
+        const QDateTime listTime = QFileInfo(QDir(kind1).filePath(u"送付一覧.csv"_s)).lastModified();
+        QTest::mouseClick(dialog.cbStart, Qt::LeftButton);
+        QCOMPARE(ui.messages.size(), 1);
+        QVERIFY(ui.messages[0].text.contains(u"置き換えますか"_s));
+        QCOMPARE(QFileInfo(QDir(kind1).filePath(u"送付一覧.csv"_s)).lastModified(), listTime);
+
+        // The invoice-receipts (67 addressees), stopped once the third file is there.
+        for (QCheckBox* box : std::as_const(dialog.chkKinds))
+            box->setChecked(box == dialog.chkKinds[3]);
+        const QString kind4 = QDir(out).filePath(u"4_請求書兼領収書"_s);
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, &dialog, [&] {
+            if (QDir(kind4).entryList({u"*.pdf"_s}, QDir::Files).size() >= 3 && dialog.cbCancel->isEnabled())
+                QTest::mouseClick(dialog.cbCancel, Qt::LeftButton);
+        });
+        watch.start(5);
+        QTest::mouseClick(dialog.cbStart, Qt::LeftButton);
+        watch.stop();
+        QVERIFY2(dialog.txtSummary->toPlainText().contains(u"（中止）"_s),
+                 qPrintable(dialog.txtSummary->toPlainText()));
+        const QStringList pdfs = QDir(kind4).entryList({u"*.pdf"_s}, QDir::Files);
+        QVERIFY2(pdfs.size() >= 3 && pdfs.size() < 67, qPrintable(QString::number(pdfs.size())));
+        QCOMPARE(listedFiles(kind4), pdfs.size());
+        QCOMPARE(QDir(kind4).entryList(QDir::Files | QDir::Hidden).size(), pdfs.size() + 1);
+        QVERIFY(dialog.cbStart->isEnabled());
+    }
+};
+
+QTEST_MAIN(tst_MonthEndDialog)
+#include "tst_month_end_dialog.moc"
