@@ -13,6 +13,7 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <cmath>
+#include <utility>
 
 #ifdef Q_OS_UNIX
 #include <unistd.h>
@@ -203,9 +204,13 @@ qint16 writeAddresseeFolder(const AppContext& context, cls_WfdPrintExe& wfd, con
     const auto readLines = [&] {
         while (process.canReadLine()) {
             const QStringList f = QString::fromUtf8(process.readLine()).chopped(1).split(u'\t');
-            if (f.value(0) == u"addressees"_s)
+            if (f.value(0) == u"addressees"_s) {
                 total = f.value(1).toInt();
-            else if (f.value(0) == u"file"_s && f.size() >= 6)
+                // The engine has read the job and planned its pages: the temporary folder is free
+                // for the next run while the files are being written.
+                if (wfd.onJobRead)
+                    std::exchange(wfd.onJobRead, nullptr)();
+            } else if (f.value(0) == u"file"_s && f.size() >= 6)
                 output.files.append({f[1], f[2].toInt(), f[3], f[4], f[5]});
         }
     };
