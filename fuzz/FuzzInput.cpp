@@ -19,6 +19,8 @@ public:
     }
     void setBusy(bool) override {}
     void progress(const QString&, qint64, qint64) override {}
+    bool keepWaiting(const QString&, qint64) override { return false; }
+    void waitEnded() override {}
     void openUrl(const QString&) override {}
     void endProgram(int exitCode) override { throw ProgramEnd{exitCode}; }
 };
