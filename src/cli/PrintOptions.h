@@ -46,22 +46,6 @@ bool chooseSites(const AppContext& ctx, const std::optional<QList<SiteKey>>& nam
                  QList<SelectedDatabase>& databases, QTextStream& err);
 
 // The command line's stand-in for the main form.
-class CliPrintForm : public PrintConditionSource
-{
-public:
-    CliPrintForm(PrintFormValues values, QList<SelectedDatabase> databases)
-        : m_values(std::move(values)), m_databases(std::move(databases))
-    {}
-    bool readPrintFormValues(PrintFormValues& values) override
-    {
-        values = m_values;
-        return true;
-    }
-    QList<SelectedDatabase> selectedDatabases() override { return m_databases; }
-
-private:
-    PrintFormValues m_values;
-    QList<SelectedDatabase> m_databases;
-};
+using CliPrintForm = FixedPrintConditions;
 
 } // namespace qelprn::cli

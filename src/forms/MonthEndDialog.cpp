@@ -33,26 +33,6 @@ namespace qelprn {
 
 namespace {
 
-// A run's conditions: the form's, or for month end the saved ones, with the dialog's month, issue
-// date and kind.
-class RunConditions final : public PrintConditionSource
-{
-public:
-    RunConditions(PrintFormValues values, QList<SelectedDatabase> databases)
-        : m_values(std::move(values)), m_databases(std::move(databases))
-    {}
-    bool readPrintFormValues(PrintFormValues& values) override
-    {
-        values = m_values;
-        return true;
-    }
-    QList<SelectedDatabase> selectedDatabases() override { return m_databases; }
-
-private:
-    PrintFormValues m_values;
-    QList<SelectedDatabase> m_databases;
-};
-
 QString kindFolderName(const PrintKind& kind)
 {
     return QString::number(kind.number) + u'_' + fileNamePart(kind.label);
@@ -279,8 +259,8 @@ bool MonthEndDialog::runKind(int number, const QString& folder, bool replace)
         values.optPrint = {};
         values.optPrint[std::size_t(number - 1)] = true;
     }
-    RunConditions conditions(values, kind.reads(Condition::Sites) && m_databases ? m_databases()
-                                                                                 : QList<SelectedDatabase>());
+    FixedPrintConditions conditions(
+        values, kind.reads(Condition::Sites) && m_databases ? m_databases() : QList<SelectedDatabase>());
     FolderOutput output;
     output.folder = folder;
     output.replace = replace;

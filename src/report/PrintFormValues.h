@@ -7,6 +7,7 @@
 #include <QString>
 #include <QtGlobal>
 #include <array>
+#include <utility>
 
 namespace qelprn {
 
@@ -43,6 +44,26 @@ public:
     virtual bool readPrintFormValues(PrintFormValues& values) = 0;
     // The databases and sites chosen for a multi-site run (kind 6), in grid order.
     virtual QList<SelectedDatabase> selectedDatabases() = 0;
+};
+
+// Conditions given as values rather than read from the form's controls: the command line's
+// options, or the conditions a month end runs with.
+class FixedPrintConditions final : public PrintConditionSource
+{
+public:
+    FixedPrintConditions(PrintFormValues values, QList<SelectedDatabase> databases)
+        : m_values(std::move(values)), m_databases(std::move(databases))
+    {}
+    bool readPrintFormValues(PrintFormValues& values) override
+    {
+        values = m_values;
+        return true;
+    }
+    QList<SelectedDatabase> selectedDatabases() override { return m_databases; }
+
+private:
+    PrintFormValues m_values;
+    QList<SelectedDatabase> m_databases;
 };
 
 } // namespace qelprn
