@@ -1,6 +1,7 @@
 // The engine bridge: "WfdCom.dat" byte for byte with every optional line on and off, finding the
 // engine program, starting it detached with "/c" and the command file, and the PDF hand-off.
 #include "app/Cp932.h"
+#include "app/EngineReceipt.h"
 #include "report/cls_WfdPrintExe.h"
 #include "support/StandInProgram.h"
 #include "support/TestInteraction.h"
@@ -11,6 +12,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QScopeGuard>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -222,6 +224,36 @@ private slots:
                                   {.stderrText = u"レイアウト a.wfd がありません。"_s, .exitCode = 2});
         QVERIFY(wfd.iRenderPdf(false, pdf) != 0);
         QCOMPARE(wfd.sErrMsg, u"レイアウト a.wfd がありません。"_s);
+    }
+
+    // Our engine is told where to say it has read the job only when someone waits for that; the
+    // one waiting hears it once, and the receipt is not left behind. Another engine is not told.
+    void engineSaysWhenItHasReadTheJob()
+    {
+        test::TestProgramFolder folder;
+        test::TestInteraction ui;
+        const AppContext ctx = folder.context(ui);
+        const QString note = folder.filePath(u"receipts.txt"_s);
+        QTemporaryDir temp;
+        qputenv("TMPDIR", QFile::encodeName(temp.path()));
+        const auto restore = qScopeGuard([] { qunsetenv("TMPDIR"); });
+        const test::StandIn ours = {.receiptVariable = QString::fromLatin1(kEngineReceiptVariable),
+                                    .receiptNote = note};
+        for (const QString& name :
+             {QFileInfo(cls_WfdPrintExe::bundledEngine()).completeBaseName(), u"wfrfv10"_s}) {
+            const QString engine = test::writeStandInProgram(folder.filePath(u"bin/"_s + name), ours);
+            folder.writeSettingsFile(u"Tovara.ini"_s, kTovara + u"FORM_ENGINE="_s + engine + u"\n"_s);
+            cls_WfdPrintExe wfd(ctx);
+            QCOMPARE(wfd.iInit(u"a.wfd"_s, u"t"_s), 0);
+            QCOMPARE(wfd.iRenderPdf(false, folder.filePath(u"out.pdf"_s)), 0); // nobody waits
+            int heard = 0;
+            wfd.onJobRead = [&heard] { ++heard; };
+            QCOMPARE(wfd.iRenderPdf(false, folder.filePath(u"out.pdf"_s)), 0);
+            QCOMPARE(heard, 1);
+            QVERIFY(!wfd.onJobRead);
+            QVERIFY(QDir(temp.path()).entryList(QDir::Files).isEmpty());
+        }
+        QCOMPARE(readAll(note), QByteArray("none\ngiven\nnone\nnone\n"));
     }
 };
 

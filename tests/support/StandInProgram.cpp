@@ -27,7 +27,9 @@ QByteArray behaviourJson(const StandIn& b)
                                      {u"stderrText"_s, b.stderrText},
                                      {u"exitCode"_s, b.exitCode},
                                      {u"holdLock"_s, b.holdLock},
-                                     {u"holdMs"_s, b.holdMs}})
+                                     {u"holdMs"_s, b.holdMs},
+                                     {u"receiptVariable"_s, b.receiptVariable},
+                                     {u"receiptNote"_s, b.receiptNote}})
         .toJson();
 }
 

@@ -20,6 +20,10 @@ struct StandIn
     int exitCode = 0;
     QString holdLock = {}; // a QLockFile taken and held for holdMs (-1: until the program is killed)
     int holdMs = 0;
+    // Acts as our engine: creates the file this environment variable names, and appends "given" or
+    // "none" to receiptNote.
+    QString receiptVariable = {};
+    QString receiptNote = {};
 };
 
 // Puts the stand-in program at path (with ".exe" added on Windows when path lacks it) and the

@@ -65,6 +65,19 @@ int main(int argc, char* argv[])
         if (!out.open(QIODevice::Append) || out.write(lines.toUtf8()) < 0)
             complain(u"could not append to %1"_s.arg(argsFile));
     }
+    // Like our engine: say the job was read by creating the file the receipt variable names, and
+    // note whether there was one.
+    if (const QString variable = b[u"receiptVariable"_s].toString(); !variable.isEmpty()) {
+        const QString receipt = qEnvironmentVariable(variable.toLatin1().constData());
+        if (!receipt.isEmpty()) {
+            QFile file(receipt);
+            if (!file.open(QIODevice::WriteOnly))
+                complain(u"could not create %1"_s.arg(receipt));
+        }
+        QFile out(b[u"receiptNote"_s].toString());
+        if (!out.open(QIODevice::Append) || out.write(receipt.isEmpty() ? "none\n" : "given\n") < 0)
+            complain(u"could not append to %1"_s.arg(out.fileName()));
+    }
     if (const QString text = b[u"stderrText"_s].toString(); !text.isEmpty())
         std::fprintf(stderr, "%s\n", text.toLocal8Bit().constData());
     if (const QString lockPath = b[u"holdLock"_s].toString(); !lockPath.isEmpty()) {
