@@ -36,6 +36,7 @@ seed fuzz_tsql
 seed fuzz_command_file
 seed fuzz_engine_csv
 seed fuzz_layout layouts/*.wfd
+seed fuzz_pdf_split
 
 status=0
 for target in "$build"/fuzz-bin/fuzz_*; do

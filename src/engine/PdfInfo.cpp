@@ -1,7 +1,5 @@
 #include "engine/PdfInfo.h"
 
-#include <QFile>
-#include <QRegularExpression>
 #include <QTimeZone>
 
 using namespace Qt::StringLiterals;
@@ -68,53 +66,14 @@ QByteArray xmpMetadata(const PdfDocumentInfo& info, bool pdfa)
     return x;
 }
 
-bool appendDocumentInfo(const QString& path, const PdfDocumentInfo& info, QString* error)
+QByteArray infoDictionary(const PdfDocumentInfo& info)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadWrite)) {
-        *error = file.errorString();
-        return false;
-    }
-    const qint64 size = file.size();
-    file.seek(qMax<qint64>(0, size - 2048));
-    const QByteArray tail = file.readAll();
-    static const QRegularExpression trailer(uR"(trailer\s*<<(.*)>>\s*startxref\s*(\d+)\s*%%EOF\s*$)"_s,
-                                            QRegularExpression::DotMatchesEverythingOption);
-    const QRegularExpressionMatch m = trailer.match(QString::fromLatin1(tail));
-    const QString dictionary = m.captured(1);
-    const QRegularExpressionMatch sizeMatch = QRegularExpression(uR"(/Size\s+(\d+))"_s).match(dictionary);
-    const QRegularExpressionMatch rootMatch =
-        QRegularExpression(uR"(/Root\s+(\d+\s+\d+\s+R))"_s).match(dictionary);
-    const QRegularExpressionMatch idMatch = QRegularExpression(uR"(/ID\s*(\[[^\]]*\]))"_s).match(dictionary);
-    if (!m.hasMatch() || !sizeMatch.hasMatch() || !rootMatch.hasMatch()) {
-        *error = u"PDF の末尾（trailer）を読めません"_s;
-        return false;
-    }
-    const int object = sizeMatch.captured(1).toInt();
     const QDateTime created = info.created;
     const QByteArray date = "D:" + created.toString(u"yyyyMMddHHmmss"_s).toLatin1() +
                             offsetText(created, u"'"_s).toLatin1() + "'";
-    QByteArray update = "\n";
-    const qint64 objectOffset = size + update.size();
-    update += QByteArray::number(object) + " 0 obj\n<<\n/Title " + pdfText(info.title) + "\n/Author " +
-              pdfText(info.author) + "\n/Subject " + pdfText(info.subject) + "\n/Creator " +
-              pdfText(info.creator) + "\n/Producer " + pdfText(info.producer) + "\n/CreationDate (" + date +
-              ")\n>>\nendobj\n";
-    const qint64 xrefOffset = size + update.size();
-    update += "xref\n" + QByteArray::number(object) + " 1\n" +
-              QByteArray::number(objectOffset).rightJustified(10, '0') + " 00000 n \n";
-    update += "trailer\n<<\n/Size " + QByteArray::number(object + 1) + "\n/Root " +
-              rootMatch.captured(1).toLatin1() + "\n/Info " + QByteArray::number(object) + " 0 R\n";
-    if (idMatch.hasMatch())
-        update += "/ID " + idMatch.captured(1).toLatin1() + "\n";
-    update += "/Prev " + m.captured(2).toLatin1() + "\n>>\nstartxref\n" + QByteArray::number(xrefOffset) +
-              "\n%%EOF\n";
-    file.seek(size);
-    if (file.write(update) != update.size() || !file.flush()) {
-        *error = file.errorString();
-        return false;
-    }
-    return true;
+    return "<<\n/Title " + pdfText(info.title) + "\n/Author " + pdfText(info.author) + "\n/Subject " +
+           pdfText(info.subject) + "\n/Creator " + pdfText(info.creator) + "\n/Producer " +
+           pdfText(info.producer) + "\n/CreationDate (" + date + ")\n>>";
 }
 
 } // namespace qelprn::engine

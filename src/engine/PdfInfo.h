@@ -22,9 +22,8 @@ struct PdfDocumentInfo
 // producer, creation date, and the PDF/A-1b identification when pdfa.
 QByteArray xmpMetadata(const PdfDocumentInfo& info, bool pdfa);
 
-// Appends an incremental update to the PDF at path whose information dictionary holds Title,
-// Author, Subject, Creator, Producer and CreationDate as in xmpMetadata (Qt's writer has no author
-// or subject). False with the reason when the file does not end as a PDF written by Qt does.
-bool appendDocumentInfo(const QString& path, const PdfDocumentInfo& info, QString* error);
+// The document information dictionary ("<< ... >>") with Title, Author, Subject, Creator, Producer
+// and CreationDate as in xmpMetadata.
+QByteArray infoDictionary(const PdfDocumentInfo& info);
 
 } // namespace qelprn::engine

@@ -1,0 +1,203 @@
+// Pages copied out of a PDF that Qt's writer wrote: the copy shows those pages' text and nothing of
+// the other pages (neither in its text layer nor in its fonts), says what it is, and a file that is
+// not such a PDF is refused with a reason. The fonts keep exactly the drawn glyphs' outlines.
+#include "engine/EngineTestData.h"
+#include "engine/PdfPageSplitter.h"
+#include "engine/TrueTypeGlyphs.h"
+
+#include <QFont>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPdfWriter>
+#include <QRawFont>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimeZone>
+#include <QtEndian>
+
+using namespace Qt::StringLiterals;
+using namespace qelprn::engine;
+
+namespace {
+
+QByteArray readAll(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// Every stream of a PDF file as its readers see it (inflated where it is compressed).
+QByteArray inflatedStreams(const QByteArray& pdf)
+{
+    QByteArray all;
+    for (qsizetype at = pdf.indexOf("stream\n"); at >= 0; at = pdf.indexOf("stream\n", at + 1)) {
+        const qsizetype end = pdf.indexOf("endstream", at);
+        if (end < 0)
+            break;
+        const qsizetype object = pdf.lastIndexOf(" obj", at);
+        const QByteArray data = pdf.mid(at + 7, end - at - 7);
+        if (pdf.mid(object, at - object).contains("/FlateDecode"))
+            all += qUncompress(QByteArray("\x00\x10\x00\x00", 4) + data) + '\n';
+        else
+            all += data + '\n';
+        at = end + 9;
+    }
+    return all;
+}
+
+// A PDF of one page per text, painted by Qt's writer with IPAex Gothic.
+bool paintPages(const QString& path, const QStringList& texts, bool pdfa)
+{
+    QPdfWriter writer(path);
+    if (pdfa)
+        writer.setPdfVersion(QPagedPaintDevice::PdfVersion_A1b);
+    QPainter painter(&writer);
+    painter.setFont(QFont(u"IPAexGothic"_s, 20));
+    for (qsizetype i = 0; i < texts.size(); ++i) {
+        if (i > 0)
+            writer.newPage();
+        painter.drawText(QPointF(500, 1000), texts[i]);
+    }
+    return painter.end();
+}
+
+// How many glyphs of the PDF's embedded font programs have an outline.
+int drawnGlyphs(const QByteArray& pdf)
+{
+    int drawn = 0;
+    for (qsizetype at = pdf.indexOf("/Length1"); at >= 0; at = pdf.indexOf("/Length1", at + 1)) {
+        const qsizetype start = pdf.indexOf("stream\n", at) + 7;
+        const QRawFont font(pdf.mid(start, pdf.indexOf("\nendstream", start) - start), 20);
+        for (quint32 glyph = 0; font.isValid() && glyph < 1000; ++glyph)
+            drawn += font.pathForGlyph(glyph).isEmpty() ? 0 : 1;
+    }
+    return drawn;
+}
+
+quint32 fileChecksum(const QByteArray& font)
+{
+    quint32 sum = 0;
+    for (qsizetype i = 0; i + 4 <= font.size(); i += 4)
+        sum += qFromBigEndian<quint32>(font.constData() + i);
+    return sum;
+}
+
+} // namespace
+
+class tst_PdfSplit : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+#ifdef Q_OS_WIN
+        QSKIP("reading the PDFs back needs poppler, which Windows lacks");
+#endif
+    }
+
+    // Pages 2 and 3 of three: their text in order, nothing of page 1 in the text layer, the
+    // ToUnicode maps or the font programs' glyphs, and the information the caller gave.
+    void pagesOfTheirOwn()
+    {
+        QTemporaryDir dir;
+        const QString whole = dir.filePath(u"whole.pdf"_s);
+        QVERIFY(paintPages(whole, {u"請求"_s, u"施術"_s, u"領収"_s}, true));
+        PdfPageSplitter splitter;
+        QString error;
+        QVERIFY2(splitter.open(whole, &error), qPrintable(error));
+        QCOMPARE(splitter.pageCount(), 3);
+
+        PdfDocumentInfo info;
+        info.title = u"請求書兼領収書　施術　様"_s;
+        info.author = u"ほほえみ治療院"_s;
+        info.subject = u"2026年10月分"_s;
+        info.created = QDateTime(QDate(2026, 11, 5), QTime(9, 30), QTimeZone(9 * 3600));
+        const QString part = dir.filePath(u"part.pdf"_s);
+        QVERIFY2(splitter.writePages(1, 2, info, true, part, &error), qPrintable(error));
+        QCOMPARE(enginetest::pdfPages(part), 2);
+        QCOMPARE(enginetest::pdfText(part).remove(u'\n'), u"施術\f領収\f"_s);
+        const QString pdfinfo = enginetest::runProgram(u"pdfinfo"_s, {part}).err;
+        QVERIFY2(pdfinfo.contains(u"Title:           請求書兼領収書　施術　様"_s), qPrintable(pdfinfo));
+        QVERIFY2(pdfinfo.contains(u"Author:          ほほえみ治療院"_s), qPrintable(pdfinfo));
+
+        const QByteArray streams = inflatedStreams(readAll(part));
+        QVERIFY(streams.contains("<65BD>"));  // 施 in the ToUnicode map
+        QVERIFY(!streams.contains("<8ACB>")); // 請 is not
+        QVERIFY(!streams.contains("<6C42>")); // nor 求
+
+        // The first page alone, and the whole: the font programs hold the outlines of the glyphs drawn.
+        const QString first = dir.filePath(u"first.pdf"_s);
+        const QString all = dir.filePath(u"all.pdf"_s);
+        QVERIFY(splitter.writePages(0, 1, info, false, first, &error));
+        QVERIFY(splitter.writePages(0, 3, info, false, all, &error));
+        QCOMPARE(enginetest::pdfText(first).remove(u'\n'), u"請求\f"_s);
+        QCOMPARE(enginetest::pdfText(all).remove(u'\n'), u"請求\f施術\f領収\f"_s);
+        QCOMPARE(drawnGlyphs(readAll(first)), drawnGlyphs(readAll(all)) - 4);
+
+        QVERIFY(!splitter.writePages(2, 2, info, false, first, &error));
+        QVERIFY(!error.isEmpty());
+        QVERIFY(!splitter.writePages(-1, 1, info, false, first, &error));
+    }
+
+    // What is not a PDF as Qt writes it is refused with a reason, not half read.
+    void refusesOtherFiles()
+    {
+        QTemporaryDir dir;
+        const QString whole = dir.filePath(u"whole.pdf"_s);
+        QVERIFY(paintPages(whole, {u"甲"_s}, false));
+        const QByteArray good = readAll(whole);
+        const QList<QByteArray> bad = {
+            "not a pdf",
+            good.left(good.lastIndexOf("xref")),                      // no cross-reference table
+            good + "\ntrailer\n<< /Prev 9 >>\nstartxref\n0\n%%EOF\n", // an incremental update
+            QByteArray(good)
+                .replace("/Type /Catalog", "/Type /Catalug") // no catalog with pages
+                .replace("/Pages", "/Pagez"),
+        };
+        for (const QByteArray& bytes : bad) {
+            const QString path = dir.filePath(u"bad.pdf"_s);
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+            file.close();
+            PdfPageSplitter splitter;
+            QString error;
+            QVERIFY2(!splitter.open(path, &error), bytes.left(40).constData());
+            QVERIFY(!error.isEmpty());
+        }
+    }
+
+    // A font keeps the outlines of the glyphs asked for (and of glyph 0), loses the others, keeps
+    // every glyph's index and advance, and stays a valid font file.
+    void fontKeepsTheDrawnGlyphs()
+    {
+        const QString path =
+            enginetest::runProgram(u"fc-match"_s, {u"-f"_s, u"%{file}"_s, u"IPAexGothic"_s}).err;
+        const QByteArray original = readAll(path);
+        if (original.isEmpty())
+            QSKIP("IPAex Gothic is not installed");
+        const QRawFont before(original, 20);
+        const QList<quint32> ids = before.glyphIndexesForString(u"甲乙"_s);
+        QCOMPARE(ids.size(), 2);
+        std::vector<bool> keep(ids[0] + 1, false);
+        keep[ids[0]] = true;
+        const QByteArray kept = keepTrueTypeGlyphs(original, keep);
+        QVERIFY(!kept.isEmpty());
+        QVERIFY(kept.size() < original.size() / 4);
+        QCOMPARE(fileChecksum(kept), 0xB1B0AFBAu);
+
+        const QRawFont after(kept, 20);
+        QVERIFY(after.isValid());
+        QCOMPARE(after.glyphIndexesForString(u"甲乙"_s), ids);
+        QCOMPARE(after.pathForGlyph(ids[0]), before.pathForGlyph(ids[0]));
+        QVERIFY(!before.pathForGlyph(ids[1]).isEmpty());
+        QVERIFY(after.pathForGlyph(ids[1]).isEmpty());
+        QCOMPARE(after.advancesForGlyphIndexes(ids), before.advancesForGlyphIndexes(ids));
+
+        QVERIFY(keepTrueTypeGlyphs(QByteArray("OTTO"), keep).isEmpty());
+        QVERIFY(keepTrueTypeGlyphs(original.left(200), keep).isEmpty());
+    }
+};
+
+QTEST_MAIN(tst_PdfSplit)
+#include "tst_pdf_split.moc"
