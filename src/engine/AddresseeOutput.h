@@ -29,12 +29,14 @@ struct AddresseeFile
 };
 
 // Writes one PDF per group of document (per addressee) into the folder, named by
-// addresseeFileNames. Each file is written under a hidden temporary name and renamed when complete
-// (an older file of that name is replaced), then reported to done, so a stopped run leaves whole
-// files only. planned learns the number of addressees before the first file. cancelled is set when
-// the cancel file stopped the run (the result is then true).
+// addresseeFileNames. The whole document is painted once (painting learns each page done), then
+// each group's pages are copied into a file of their own. Each file is written under a hidden
+// temporary name and renamed when complete (an older file of that name is replaced), then reported
+// to done, so a stopped run leaves whole files only. planned learns the number of addressees before
+// the first page. cancelled is set when the cancel file stopped the run (the result is then true).
 bool writeAddresseePdfs(FormDocument& document, const AddresseeOutputOptions& options,
                         const std::function<void(int addressees)>& planned,
+                        const std::function<void(int page, int pages)>& painting,
                         const std::function<void(const AddresseeFile&)>& done, bool* cancelled,
                         EngineError* error);
 

@@ -152,8 +152,9 @@ int runEngine(const QStringList& args, QTextStream& err)
         return report(error, windowed);
 
     if (!options.perAddressee.folder.isEmpty()) {
-        // One line per finished file on standard output, for the program that started the engine:
-        // "file", name, pages, amount, ID, addressee, separated by tabs.
+        // Lines on standard output, for the program that started the engine, fields separated by
+        // tabs: "addressees" and their number; "pages", pages painted and all pages, every hundred
+        // pages; then one line per finished file: "file", name, pages, amount, ID, addressee.
         QTextStream out(stdout);
         out.setEncoding(QStringConverter::Utf8);
         const auto clean = [](QString text) {
@@ -163,6 +164,10 @@ int runEngine(const QStringList& args, QTextStream& err)
         const bool ok = writeAddresseePdfs(
             document, options.perAddressee,
             [&](int addressees) { out << u"addressees\t"_s << addressees << Qt::endl; },
+            [&](int page, int pages) {
+                if (page % 100 == 0 || page == pages)
+                    out << u"pages\t"_s << page << u'\t' << pages << Qt::endl;
+            },
             [&](const AddresseeFile& f) {
                 out << u"file\t"_s << f.fileName << u'\t' << f.pages << u'\t' << f.key.amount << u'\t'
                     << clean(f.key.id) << u'\t' << clean(f.key.name) << Qt::endl;

@@ -11,13 +11,16 @@ using namespace Qt::StringLiterals;
 
 namespace qelprn::engine {
 
-bool writePdf(FormDocument& document, const QString& file, EngineError* error, const PageProgress& progress)
+bool writePdf(FormDocument& document, const QString& file, EngineError* error, const PageProgress& progress,
+              bool pdfa)
 {
     QPdfWriter writer(file);
     writer.setResolution(int(FormDocument::kUnitsPerInch)); // engine units are device units
     writer.setPageLayout(document.pageLayout());
     writer.setTitle(document.title());
     writer.setCreator(u"qelprn-engine"_s);
+    if (pdfa)
+        writer.setPdfVersion(QPagedPaintDevice::PdfVersion_A1b);
     QPainter painter;
     if (!painter.begin(&writer)) {
         *error = {file, 0, u"PDF ファイルを書き込めません"_s};

@@ -13,10 +13,10 @@ namespace qelprn::engine {
 // Reports pages done / total while a job is written; return false to stop.
 using PageProgress = std::function<bool(int done, int total)>;
 
-// Writes every page into one PDF with the fonts embedded; the pages are painted and written one
-// after another, so memory stays flat however many pages the job has.
+// Writes every page into one PDF with the fonts embedded (as PDF/A-1b when pdfa); the pages are
+// painted and written one after another, so memory stays flat however many pages the job has.
 bool writePdf(FormDocument& document, const QString& file, EngineError* error,
-              const PageProgress& progress = {});
+              const PageProgress& progress = {}, bool pdfa = false);
 // Writes each page as "page-0001.png" ... into folder (created when missing), at dpi.
 bool writePngs(FormDocument& document, const QString& folder, int dpi, EngineError* error, int maxPages = -1);
 // Prints pages from..to (1-based, 0 = all) on an already set-up printer.

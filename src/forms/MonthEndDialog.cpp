@@ -268,12 +268,12 @@ bool MonthEndDialog::runKind(int number, const QString& folder, bool replace)
     laProgress->setText(head + u"：検索しています..."_s);
     progress->setRange(0, 0);
     QApplication::processEvents();
-    output.progress = [&](int done, int total) {
-        if (total > 0) {
-            progress->setRange(0, total);
-            progress->setValue(done);
+    output.progress = [&](const FolderProgress& done) {
+        if (done.maximum() > 0) {
+            progress->setRange(0, done.maximum());
+            progress->setValue(done.value());
             if (!m_cancel)
-                laProgress->setText(head + u"：%1 / %2 件"_s.arg(done).arg(total));
+                laProgress->setText(head + u"："_s + done.text());
         }
         QApplication::processEvents();
         return !m_cancel;

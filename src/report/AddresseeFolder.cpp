@@ -49,6 +49,13 @@ QString monthText(const QString& yyyymm)
 
 } // namespace
 
+QString FolderProgress::text() const
+{
+    if (files == 0 && pages > 0 && pagesPainted < pages)
+        return u"帳票を作成しています %1 / %2 ページ"_s.arg(pagesPainted).arg(pages);
+    return u"%1 / %2 件"_s.arg(files).arg(addressees);
+}
+
 qint64 FolderOutput::totalAmount() const
 {
     qint64 sum = 0;
@@ -181,11 +188,12 @@ qint16 writeAddresseeFolder(const AppContext& context, cls_WfdPrintExe& wfd, con
         output.error = u"帳票印刷エンジン "_s + engine + u" を起動できません。"_s + process.errorString();
         return -1;
     }
-    int total = 0;
+    FolderProgress done;
     bool stopAsked = false;
     const auto report = [&] {
+        done.files = int(output.files.size());
         if (output.progress) {
-            if (!output.progress(int(output.files.size()), total) && !stopAsked) {
+            if (!output.progress(done) && !stopAsked) {
                 stopAsked = true;
                 QFile stop(cancelFile);
                 stop.open(QIODevice::WriteOnly);
@@ -196,16 +204,17 @@ qint16 writeAddresseeFolder(const AppContext& context, cls_WfdPrintExe& wfd, con
                 QFile stop(cancelFile);
                 stop.open(QIODevice::WriteOnly);
             }
-            context.interaction().progress(kind.label + u" "_s + QString::number(output.files.size()) +
-                                               u" / "_s + QString::number(total) + u" 件"_s,
-                                           output.files.size(), total);
+            context.interaction().progress(kind.label + u" "_s + done.text(), done.value(), done.maximum());
         }
     };
     const auto readLines = [&] {
         while (process.canReadLine()) {
             const QStringList f = QString::fromUtf8(process.readLine()).chopped(1).split(u'\t');
-            if (f.value(0) == u"addressees"_s) {
-                total = f.value(1).toInt();
+            if (f.value(0) == u"pages"_s) {
+                done.pagesPainted = f.value(1).toInt();
+                done.pages = f.value(2).toInt();
+            } else if (f.value(0) == u"addressees"_s) {
+                done.addressees = f.value(1).toInt();
                 // The engine has read the job and planned its pages: the temporary folder is free
                 // for the next run while the files are being written.
                 if (wfd.onJobRead)

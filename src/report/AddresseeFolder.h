@@ -26,6 +26,22 @@ struct SentFile
 // The list written beside the files.
 inline constexpr char16_t kSentListName[] = u"送付一覧.csv";
 
+// How far a run into a folder is: the engine first paints every page of the job, then writes the
+// addressees' files.
+struct FolderProgress
+{
+    int pagesPainted = 0;
+    int pages = 0; // 0 until known
+    int files = 0;
+    int addressees = 0; // 0 until known
+
+    // "帳票を作成しています 200 / 7043 ページ", then "12 / 5996 件".
+    QString text() const;
+    // Both steps on one bar: pages painted and files written, out of pages and addressees.
+    int value() const { return pagesPainted + files; }
+    int maximum() const { return pages + addressees; }
+};
+
 // One PDF per addressee into a folder: what the caller asks (folder, replace, progress) and what
 // the run leaves (the files, whether it was cancelled, the list, the reason of a failure).
 struct FolderOutput
@@ -33,10 +49,9 @@ struct FolderOutput
     QString folder;       // a local path; created when missing
     bool replace = false; // an earlier run's output in the folder may be replaced
     bool pdfa = true;     // archival PDF (PDF/A-1b)
-    // Called while the engine writes, with the files done and the addressees in all (0 until
-    // known); false asks the engine to stop after the file it is writing. Without it, progress goes
-    // to the interaction.
-    std::function<bool(int done, int total)> progress;
+    // Called while the engine works; false asks the engine to stop (after the file it is writing).
+    // Without it, progress goes to the interaction.
+    std::function<bool(const FolderProgress&)> progress;
     // Without progress: the run goes on while this says no (the command line's Ctrl+C).
     std::function<bool()> stopRequested;
 

@@ -341,7 +341,7 @@ private slots:
         values.optSelSisetsuType = {true, false};
         qelprn::FolderOutput output;
         output.folder = demo.dir.filePath(u"cancelled"_s);
-        output.progress = [](int done, int) { return done < 3; };
+        output.progress = [](const qelprn::FolderProgress& done) { return done.files < 3; };
         qelprn::cli::CliPrintForm form(values, {});
         qelprn::PrintRun run(ctx, qelprn::PrintRun::Handoff::PdfFolder);
         run.setFolderOutput(&output);
