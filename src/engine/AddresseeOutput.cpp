@@ -119,7 +119,9 @@ bool writeAddresseePdfs(FormDocument& document, const AddresseeOutputOptions& op
 
     // The whole job is painted once into a hidden file of the folder, and each addressee's pages are
     // copied out of it: one document painted by Qt's writer costs its fonts once, not once a file.
-    QTemporaryFile whole(folder.filePath(u".qelprn-whole-XXXXXX.pdf"_s));
+    // Its name ends like the files being written, so a run that was killed leaves nothing that the
+    // next run takes for output or fails to clear.
+    QTemporaryFile whole(folder.filePath(u".qelprn-whole-XXXXXX.pdf.part"_s));
     if (!whole.open()) {
         *error = {options.folder, 0, u"一時ファイルを作成できません："_s + whole.errorString()};
         return false;
@@ -151,8 +153,9 @@ bool writeAddresseePdfs(FormDocument& document, const AddresseeOutputOptions& op
     const auto partPath = [&](int g) { return folder.filePath(u"."_s + names[g] + u".part"_s); };
     PartWriters writers(int(pages.size()), [&](int g, QString* why) {
         PdfDocumentInfo info;
-        info.title = formName + u"　"_s + keys[g].name;
-        info.author = keys[g].issuer.isEmpty() ? options.author : keys[g].issuer;
+        const AddresseeKey& key = keys.at(g); // read by several threads: no detaching access
+        info.title = formName + u"　"_s + key.name;
+        info.author = key.issuer.isEmpty() ? options.author : key.issuer;
         info.subject = options.subject;
         info.producer = u"qelprn-engine (Qt "_s + QString::fromLatin1(qVersion()) + u')';
         const QDateTime now = QDateTime::currentDateTime();

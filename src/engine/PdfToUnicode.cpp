@@ -61,6 +61,9 @@ QByteArray advanced(const QByteArray& dst, quint32 offset)
 ToUnicodeMap parseToUnicode(QByteArrayView cmap)
 {
     ToUnicodeMap map;
+    // Codes are two bytes; ranges that overlap again and again are not followed for ever.
+    constexpr quint32 kLastCode = 0xFFFF;
+    qint64 budget = 4 * 0x10000;
     const QList<Token> t = tokens(cmap);
     enum class Section { None, Char, Range } section = Section::None;
     qsizetype i = 0;
@@ -75,11 +78,13 @@ ToUnicodeMap parseToUnicode(QByteArrayView cmap)
                 section = Section::None;
             ++i;
         } else if (section == Section::Char && hex(i) && hex(i + 1)) {
-            map[t[i].text.toUInt(nullptr, 16)] = t[i + 1].text;
+            const quint32 code = t[i].text.toUInt(nullptr, 16);
+            if (code <= kLastCode)
+                map[code] = t[i + 1].text;
             i += 2;
         } else if (section == Section::Range && hex(i) && hex(i + 1) && hex(i + 2)) {
             const quint32 lo = t[i].text.toUInt(nullptr, 16), hi = t[i + 1].text.toUInt(nullptr, 16);
-            for (quint32 c = lo; c <= hi && c - lo < 0x10000; ++c)
+            for (quint32 c = lo; c <= qMin(hi, kLastCode) && budget > 0; ++c, --budget)
                 map[c] = advanced(t[i + 2].text, c - lo);
             i += 3;
         } else if (section == Section::Range && hex(i) && hex(i + 1) && i + 2 < t.size() &&
@@ -88,7 +93,7 @@ ToUnicodeMap parseToUnicode(QByteArrayView cmap)
             const quint32 hi = t[i + 1].text.toUInt(nullptr, 16);
             i += 3;
             for (; hex(i); ++i, ++c) {
-                if (c <= hi)
+                if (c <= qMin(hi, kLastCode))
                     map[c] = t[i].text;
             }
             if (i < t.size() && t[i].kind == Token::Kind::Close)

@@ -11,7 +11,7 @@ namespace qelprn::engine {
 using ToUnicodeMap = std::map<quint32, QByteArray>;
 
 // The entries of a ToUnicode CMap stream (bfchar and bfrange, ranges with a start value or with a
-// list); what it does not understand it leaves out.
+// list) for two-byte codes; what it does not understand it leaves out.
 ToUnicodeMap parseToUnicode(QByteArrayView cmap);
 
 // A ToUnicode CMap stream with exactly the entries of map, two-byte codes.
