@@ -76,13 +76,16 @@ VIAddVersionKey /LANG=1041 "LegalCopyright" "2026 the qelprn authors"
 Var Demo
 
 ; A layout is written only where the folder has none of that name, and then recorded; the
-; uninstaller removes only recorded ones.
+; uninstaller removes only recorded ones. A layout the folder already has is the suite's: a record
+; of that name, left by an install into a folder that is gone, is dropped so that it is never removed.
 !macro Layout name
     !ifdef INSTALLING
         ${IfNot} ${FileExists} "$INSTDIR\SYS\${name}"
             SetOutPath "$INSTDIR\SYS"
             File "${STAGE}/SYS/${name}"
             WriteRegDWORD HKLM "${LAYOUTKEY}" "${name}" 1
+        ${Else}
+            DeleteRegValue HKLM "${LAYOUTKEY}" "${name}"
         ${EndIf}
     !else
         ClearErrors

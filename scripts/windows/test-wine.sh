@@ -237,6 +237,9 @@ find "$suite/SYS" -name '*.wfd' ! -name '施設別請求書.wfd' -delete
 printf '事務員のメモ\r\n' >"$suite/自分のメモ.txt"
 cp "$suite/SYS/施設別請求書.wfd" "$suite/SYS/施設別請求書_控え.wfd"
 snapshot >"$work/suite-before.txt"
+# A record of the layout, as an install into a folder deleted since would have left it: the suite's
+# own layout must still be kept.
+"$wine" reg add 'HKLM\Software\qelprn\InstalledLayouts' /v 施設別請求書.wfd /t REG_DWORD /d 1 /f >/dev/null 2>&1
 # The installed programs take Qt's plugins and the offscreen platform's fonts from the suite folder.
 for var in "QT_PLUGIN_PATH=$win_suite" "QT_QPA_FONTDIR=$win_suite\\fonts"; do
     "$wine" reg add 'HKCU\Environment' /v "${var%%=*}" /d "${var#*=}" /f >/dev/null 2>&1
