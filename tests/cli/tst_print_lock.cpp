@@ -74,6 +74,9 @@ private slots:
 
     void runsStartedTogetherPrintTheirOwnForms()
     {
+#ifdef Q_OS_WIN
+        QSKIP("reading the PDFs back needs poppler, which Windows lacks");
+#endif
         QFETCH(bool, odbc);
         PrintFixture f;
         f.useOdbc(odbc);
