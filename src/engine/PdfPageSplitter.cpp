@@ -271,8 +271,8 @@ bool PdfPageSplitter::open(const QString& path, QString* error)
     m_catalog = refOf(trailerText, "Root");
     Object catalog;
     QSet<int> seen;
-    if (!object(m_catalog, catalog) || !readPageTree(refOf(catalog.text, "Pages"), seen) || m_pages.isEmpty() ||
-        !readPages())
+    if (!object(m_catalog, catalog) || !readPageTree(refOf(catalog.text, "Pages"), seen) ||
+        m_pages.isEmpty() || !readPages())
         return fail(u"PDF のページを読めません"_s);
     return true;
 }

@@ -7,8 +7,8 @@
 #include <QByteArrayView>
 #include <QFile>
 #include <QHash>
-#include <QSet>
 #include <QList>
+#include <QSet>
 #include <QString>
 #include <vector>
 
