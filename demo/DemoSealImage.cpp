@@ -1,9 +1,12 @@
 #include "demo/DemoSealImage.h"
 
+#include <QDir>
 #include <QFont>
+#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QLinearGradient>
 #include <QPainter>
+#include <mutex>
 
 using namespace Qt::StringLiterals;
 
@@ -14,6 +17,18 @@ namespace {
 bool canDrawText()
 {
     return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
+}
+
+// The seal's characters need IPAex Mincho, which Windows does not have: there the IPAex fonts
+// travel in "fonts" beside the program (the engine loads them the same way).
+void loadFontsBesideProgram()
+{
+    static std::once_flag once;
+    std::call_once(once, [] {
+        const QDir folder(QCoreApplication::applicationDirPath() + u"/fonts"_s);
+        for (const QString& file : folder.entryList({u"*.ttf"_s}, QDir::Files))
+            QFontDatabase::addApplicationFont(folder.filePath(file));
+    });
 }
 
 void drawColumn(QPainter& p, const QString& text, qreal centerX, const QRectF& area)
@@ -44,6 +59,7 @@ QImage demoSealImage(const QString& rightColumn, const QString& leftColumn)
     p.setPen(QPen(red, 3));
     p.drawEllipse(QRectF(22, 22, size - 44, size - 44));
     if (canDrawText()) {
+        loadFontsBesideProgram();
         p.setPen(red);
         const QRectF area(0, 50, size, size - 100);
         drawColumn(p, rightColumn, size * 0.62, area);
