@@ -110,11 +110,6 @@ QString RecordSet::fieldName(int index) const
     return isOpen() ? d->columns.value(index) : QString();
 }
 
-bool RecordSet::hasField(const QString& name) const
-{
-    return isOpen() && d->names.contains(Impl::foldName(name));
-}
-
 bool RecordSet::hasError() const
 {
     return d && !d->error.isEmpty();

@@ -27,7 +27,6 @@ public:
     QVariant field(int index) const;
     int fieldCount() const;
     QString fieldName(int index) const;
-    bool hasField(const QString& name) const;
     // Error while stepping (a read that fails midway); the rows read so far stay valid.
     bool hasError() const;
     QString errorText() const;

@@ -33,8 +33,9 @@ void frmBack::Form_Load()
     const AppContext loaded = loadAppContext(m_ctx.interaction(), m_ctx.csAppDir);
     m_ctx.iBaseKyotenCd = loaded.iBaseKyotenCd;
     m_ctx.iBaseKyotenEb = loaded.iBaseKyotenEb;
-    m_wallpaper = toLocalPath(csIconDir(m_ctx) + vGetSysIniValue(m_ctx, u"WALLPAPER"_s, false).trimmed());
-    if (QFileInfo(m_wallpaper).isFile() && m_picture.load(m_wallpaper))
+    const QString wallpaper =
+        toLocalPath(csIconDir(m_ctx) + vGetSysIniValue(m_ctx, u"WALLPAPER"_s, false).trimmed());
+    if (QFileInfo(wallpaper).isFile() && m_picture.load(wallpaper))
         ImgWall->setPixmap(m_picture);
     ImgWall->setGeometry(rect());
 }

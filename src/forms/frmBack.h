@@ -18,7 +18,6 @@ public:
     explicit frmBack(AppContext& ctx, QWidget* parent = nullptr);
 
     void Form_Load();
-    QString wallpaperPath() const { return m_wallpaper; }
     QLabel* ImgWall = nullptr;
 
 protected:
@@ -26,7 +25,6 @@ protected:
 
 private:
     AppContext& m_ctx;
-    QString m_wallpaper;
     QPixmap m_picture;
 };
 
