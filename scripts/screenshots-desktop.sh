@@ -3,17 +3,20 @@
 # the main form for each form kind and of each dialog into docs/ (desktop-*.png), at 100 % and, for
 # the main form and the patient search, at 200 % scaling.
 #
-#   scripts/screenshots-desktop.sh [build-dir]     (default build/release; built when missing)
+#   scripts/screenshots-desktop.sh [build-dir]     (default build/screenshots; configured with the
+#                                                  screenshot tour and built as needed)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$PWD
-build=${1:-build/release}
+build=${1:-build/screenshots}
 
-if [[ ! -x $build/bin/qelprn || ! -x $build/bin/qelprn-cli ]]; then
+# Only a build with the tour takes pictures: shipped programs do not carry it.
+if ! grep -qs '^QELPRN_SCREENSHOT_TOUR:BOOL=ON$' "$build/CMakeCache.txt"; then
     scripts/setup.sh
-    cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DQELPRN_BUILD_TESTS=OFF -DQELPRN_BUILD_BENCH=OFF
-    cmake --build "$build" -j "$(nproc)" --target qelprn qelprn-cli
+    cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DQELPRN_BUILD_TESTS=OFF -DQELPRN_BUILD_BENCH=OFF \
+        -DQELPRN_SCREENSHOT_TOUR=ON
 fi
+cmake --build "$build" -j "$(nproc)" --target qelprn qelprn-cli
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT

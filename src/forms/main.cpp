@@ -1,9 +1,10 @@
 // qelprn: the desktop program. Started by the suite's menu with a non-empty command line; shows the
 // print form and returns to the menu when it closes.
 //
-// Diagnostics (environment): QELPRN_SCREENSHOT_DIR=<folder> saves pictures of the form and its
-// dialogs there and ends (QELPRN_SCREENSHOT_SUFFIX is added to the file names);
-// QELPRN_QUIT_WHEN_READY=1 prints the start-up time once the main form is usable and ends.
+// QELPRN_QUIT_WHEN_READY=1 (environment) prints the start-up time once the main form is usable and
+// ends: the check that an installed program starts, and the start-up benchmark. A build with
+// QELPRN_SCREENSHOT_TOUR also takes QELPRN_SCREENSHOT_DIR=<folder>: it saves pictures of the form
+// and its dialogs there and ends (QELPRN_SCREENSHOT_SUFFIX is added to the file names).
 #include "app/JapaneseTranslation.h"
 #include "app/Paths.h"
 #include "app/QtMessageFilter.h"
@@ -11,10 +12,11 @@
 #include "engine/BundledFonts.h"
 #include "forms/DesktopInteraction.h"
 #include "forms/ProgramFolderSetup.h"
-#include "forms/ScreenshotTour.h"
 #include "forms/mod施設請求書Main.h"
 #include "report/PrintRun.h"
-
+#ifdef QELPRN_SCREENSHOT_TOUR
+#include "forms/tour/ScreenshotTour.h"
+#endif
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -62,20 +64,22 @@ int main(int argc, char* argv[])
     };
 
     std::function<void(qelprn::frmPrintSisetsuSeikyu&)> whenShown;
-    const QString screenshots = qEnvironmentVariable("QELPRN_SCREENSHOT_DIR");
-    if (!screenshots.isEmpty()) {
-        whenShown = [&ctx, screenshots](qelprn::frmPrintSisetsuSeikyu& form) {
-            const QStringList files = qelprn::saveScreenshots(
-                ctx, form, screenshots, qEnvironmentVariable("QELPRN_SCREENSHOT_SUFFIX"));
-            for (const QString& file : files)
-                std::printf("%s\n", qPrintable(file));
-        };
-    } else if (qEnvironmentVariableIntValue("QELPRN_QUIT_WHEN_READY") == 1) {
+    if (qEnvironmentVariableIntValue("QELPRN_QUIT_WHEN_READY") == 1) {
         whenShown = [&started](qelprn::frmPrintSisetsuSeikyu& form) {
             std::printf("startup-ms %lld\n", static_cast<long long>(started.elapsed()));
             std::fflush(stdout);
             form.reject();
         };
     }
+#ifdef QELPRN_SCREENSHOT_TOUR
+    if (const QString screenshots = qEnvironmentVariable("QELPRN_SCREENSHOT_DIR"); !screenshots.isEmpty()) {
+        whenShown = [&ctx, screenshots](qelprn::frmPrintSisetsuSeikyu& form) {
+            const QStringList files = qelprn::saveScreenshots(
+                ctx, form, screenshots, qEnvironmentVariable("QELPRN_SCREENSHOT_SUFFIX"));
+            for (const QString& file : files)
+                std::printf("%s\n", qPrintable(file));
+        };
+    }
+#endif
     return qelprn::Main(ctx, commandLine, print, whenShown);
 }

@@ -1,4 +1,4 @@
-#include "forms/ScreenshotTour.h"
+#include "forms/tour/ScreenshotTour.h"
 
 #include "forms/frmPrintSisetsuSeikyu.h"
 #include "forms/frmVer.h"
