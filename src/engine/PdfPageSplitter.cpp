@@ -113,6 +113,8 @@ QList<Ref> refsIn(QByteArrayView text)
             while (i < n && !isDelimiter(text[i]))
                 ++i;
             key = text.sliced(start + 1, i - start - 1);
+        } else if (c == ')') {
+            ++i; // a stray closing parenthesis: a broken file, not a token
         } else {
             while (i < n && !isDelimiter(text[i]))
                 ++i;
