@@ -79,8 +79,11 @@ window() {
 }
 shot() { # window-id name
     sleep 1.5
-    import -window "$1" "$docs/windows-$2.png"
-    echo "  docs/windows-$2.png"
+    if import -window "$1" "$docs/windows-$2.png"; then
+        echo "  docs/windows-$2.png"
+    else
+        echo "  docs/windows-$2.png: the window was gone" >&2
+    fi
 }
 # Keys go to the window that has the focus; each key waits for the program.
 keys() {
@@ -94,24 +97,37 @@ echo "screenshots-wine: the desktop program under Wine"
 rm -f "$docs"/windows-*.png
 (cd "$work" && QELPRN_APP_DIR=$(winpath "$work/demo") "$wine" "$program/qelprn.exe" 1 >"$work/logs/qelprn.log" 2>&1) &
 form=$(window 施設請求書印刷)
+# The background window has the same title and covers the screen: the form is the smaller one.
+sleep 3
+form=$(for id in $(xdotool search --onlyvisible --name '^施設請求書印刷$' 2>/dev/null); do
+    eval "$(xdotool getwindowgeometry --shell "$id")"
+    echo "$((WIDTH * HEIGHT)) $id"
+done | sort -n | head -n 1 | cut -d' ' -f2)
 [[ -n $form ]] || {
     echo "screenshots-wine: the main form did not open (log: $work/logs/qelprn.log)" >&2
     exit 1
 }
 xdotool windowactivate --sync "$form" 2>/dev/null || true
 sleep 3
+# The controls are clicked where the main form (1120×580 at 96 dpi) draws them: keys sent to a
+# window under Wine do not always reach the control that has the focus.
+click() { # window x y
+    xdotool mousemove --window "$1" "$2" "$3" click 1
+    sleep 1
+}
+click "$form" 25 69 # 請求書(施設請求先別)
 shot "$form" main-kind1
-# The kinds stand in two columns of three; the arrow keys move the choice.
-keys Right
+click "$form" 347 69 # 請求書兼領収書
 shot "$form" main-kind4
-keys Down Down
+click "$form" 347 132 # 請求書(施設請求先別・拠点選択)
 shot "$form" main-kind6
-keys Up Up Left
+click "$form" 347 69
 
-keys F4
+click "$form" 467 411 # 検索 beside 利用者選択
 search=$(window 患者検索)
 if [[ -n $search ]]; then
-    keys Return
+    xdotool windowactivate --sync "$search" 2>/dev/null || true
+    sleep 2 # it lists the patients as it opens (Return would choose one and close it)
     shot "$search" search-patient
     keys Escape
 else
@@ -119,7 +135,7 @@ else
 fi
 
 xdotool windowactivate --sync "$form" 2>/dev/null || true
-keys ctrl+p
+click "$form" 767 541 # F9 印刷
 box=$(xdotool getactivewindow)
 if [[ $box != "$form" ]]; then
     shot "$box" message
@@ -129,13 +145,14 @@ else
 fi
 
 xdotool windowactivate --sync "$form" 2>/dev/null || true
-keys F5
+click "$form" 667 541 # F5 プレビュー
 preview=$(window "" qelprn-engine.exe)
 if [[ -n $preview ]]; then
     xdotool windowactivate --sync "$preview" 2>/dev/null || true
     sleep 3
     shot "$preview" preview
-    keys ctrl+p
+    click "$preview" 18 12 # 印刷, the first button of the preview's tool bar
+    sleep 3
     dialog=$(xdotool getactivewindow)
     if [[ $dialog != "$preview" ]]; then
         shot "$dialog" print-dialog
@@ -149,5 +166,5 @@ else
     echo "  the preview did not open (log: $work/logs/qelprn.log)" >&2
 fi
 xdotool windowactivate --sync "$form" 2>/dev/null || true
-keys F12
+click "$form" 967 541 # F12 戻る
 ls -1 "$docs"/windows-*.png
