@@ -58,6 +58,27 @@ wineserver -w
 
 rm -rf "$work"
 mkdir -p "$work/program" "$work/logs"
+
+# Windows' print dialog does not open on a PC without a printer, and Wine lists the printers of
+# CUPS: a CUPS server of our own, on a socket in the work folder, offers one that prints nowhere.
+if command -v cupsd >/dev/null && command -v lpadmin >/dev/null; then
+    cups=$work/cups
+    mkdir -p "$cups"/{spool,cache,state,tmp,log}
+    printf '%s\n' "Listen $cups/cups.sock" "LogLevel warn" "WebInterface No" "Browsing No" \
+        "<Location />" "Order allow,deny" "Allow all" "</Location>" >"$cups/cupsd.conf"
+    printf '%s\n' "ServerRoot $cups" "RequestRoot $cups/spool" "CacheDir $cups/cache" \
+        "StateDir $cups/state" "TempDir $cups/tmp" "ErrorLog $cups/log/error_log" \
+        "AccessLog $cups/log/access_log" "PageLog $cups/log/page_log" "FileDevice Yes" \
+        >"$cups/cups-files.conf"
+    cupsd -f -c "$cups/cupsd.conf" -s "$cups/cups-files.conf" &
+    pids+=($!)
+    export CUPS_SERVER=$cups/cups.sock
+    for _ in $(seq 1 40); do [[ -S $CUPS_SERVER ]] && break; sleep 0.25; done
+    lpadmin -p Office-Printer -E -v file:///dev/null -m drv:///sample.drv/generic.ppd 2>/dev/null ||
+        echo "  no printer for the print dialog (log: $cups/log/error_log)" >&2
+else
+    echo "  cupsd is missing (scripts/windows/setup.sh): the print dialog will not open" >&2
+fi
 unzip -q "$zip" -d "$work/program"
 program=$work/program
 winpath() { "$wine" winepath -w "$1" 2>/dev/null | tr -d '\r'; }

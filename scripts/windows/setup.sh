@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the Windows build needs, and only those that are missing: the
 # MinGW-w64 cross compiler, Wine, NSIS (the installer), openbox (a window manager for the desktop
-# pictures under Xvfb) and tcl (build-qt.sh makes SQLite's single-file source with it). Adds a
+# pictures under Xvfb, with cups-daemon for a printer Wine's print dialog can list) and tcl (build-qt.sh makes SQLite's single-file source with it). Adds a
 # deb-src entry beside the machine's deb entries when there is none, for build-qt.sh's
 # "apt-get source". Idempotent: with everything present it changes nothing and asks no server.
 set -euo pipefail
@@ -11,6 +11,7 @@ scripts/setup.sh
 packages=(
     g++-mingw-w64-x86-64-posix gcc-mingw-w64-x86-64-posix mingw-w64-tools binutils-mingw-w64-x86-64
     wine64 nsis tcl dpkg-dev python3 unzip openbox x11-utils xdotool imagemagick xvfb
+    cups-daemon cups-client
 )
 
 sudo_cmd=()

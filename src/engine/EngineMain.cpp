@@ -206,11 +206,14 @@ int runEngine(const QStringList& args, QTextStream& err)
         return 0;
     }
     case EngineJob::Action::PrintOutFromDialog: {
+        if (const QString blocker = printDialogBlocker(); !blocker.isEmpty())
+            return report({QString(), 0, blocker}, true);
         QPrinter printer(QPrinter::HighResolution);
         printer.setPageLayout(document.pageLayout());
         QPrintDialog dialog(&printer);
         dialog.setWindowTitle(title);
         dialog.setMinMax(1, document.pageCount());
+        printer.setFromTo(1, document.pageCount()); // a chosen range starts as every page
         if (dialog.exec() != QDialog::Accepted)
             return 0;
         const bool range = printer.printRange() == QPrinter::PageRange;

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPrinter>
+#include <QPrinterInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -107,6 +108,16 @@ bool printDocument(FormDocument& document, QPrinter& printer, EngineError* error
         }
     }
     return painter.end();
+}
+
+QString printDialogBlocker()
+{
+#ifdef Q_OS_WIN
+    if (QPrinterInfo::availablePrinterNames().isEmpty())
+        return u"プリンターがありません。Windows の設定でプリンターを追加してください。"
+               u"PDF保存はプリンターがなくても使えます。"_s;
+#endif
+    return {};
 }
 
 } // namespace qelprn::engine

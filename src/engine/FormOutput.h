@@ -23,4 +23,9 @@ bool writePngs(FormDocument& document, const QString& folder, int dpi, EngineErr
 bool printDocument(FormDocument& document, QPrinter& printer, EngineError* error, int fromPage = 0,
                    int toPage = 0);
 
+// Why the print dialog cannot open, or empty when it can. Windows' own dialog does not open on a
+// PC without a printer (it returns as if cancelled), so the clerk would see nothing happen; Qt's
+// dialog elsewhere opens and offers printing to a file.
+QString printDialogBlocker();
+
 } // namespace qelprn::engine

@@ -254,10 +254,15 @@ void PreviewWindow::updateControls()
 
 void PreviewWindow::print()
 {
+    if (const QString blocker = printDialogBlocker(); !blocker.isEmpty()) {
+        QMessageBox::warning(this, windowTitle(), blocker);
+        return;
+    }
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageLayout(m_document.pageLayout());
     QPrintDialog dialog(&printer, this);
     dialog.setMinMax(1, m_document.pageCount());
+    printer.setFromTo(1, m_document.pageCount()); // a chosen range starts as every page
     if (dialog.exec() != QDialog::Accepted)
         return;
     const bool range = printer.printRange() == QPrinter::PageRange;
