@@ -15,8 +15,6 @@ struct AppContext
     QString csAppDir;
     qint16 iBaseKyotenCd = 0; // own site code (BASEID characters 1-2)
     qint16 iBaseKyotenEb = 0; // own site branch number (BASEID characters 3-4)
-    qint16 iKiriageKbn = 0;   // rounding kind of nKiriage: 0 none, 1 up, 2 down, 3 half up
-    qint16 iKiriageKeta = 0;  // rounding unit of nKiriage
     qint16 iStartMode = 0;    // the suite's start-up mode; chooses the site used-flag condition
     Interaction* ui = nullptr;
 

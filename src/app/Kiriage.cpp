@@ -8,14 +8,15 @@ using namespace Qt::StringLiterals;
 
 namespace qelprn {
 
-qint32 nKiriage(const AppContext& ctx, double value)
+qint32 nKiriage(const Kiriage& rule, double value, Interaction* ui)
 {
-    if (ctx.iKiriageKeta == 0) {
-        ctx.interaction().messageBox(u"切り上げ桁が設定されていません。"_s, u"警告！"_s, MsgIcon::Critical);
+    if (rule.iKiriageKeta == 0) {
+        if (ui)
+            ui->messageBox(u"切り上げ桁が設定されていません。"_s, u"警告！"_s, MsgIcon::Critical);
         return 0;
     }
-    double x = value / ctx.iKiriageKeta;
-    switch (ctx.iKiriageKbn) {
+    double x = value / rule.iKiriageKeta;
+    switch (rule.iKiriageKbn) {
     case 0:
         return 0;
     case 1:
@@ -28,7 +29,7 @@ qint32 nKiriage(const AppContext& ctx, double value)
     default:
         break;
     }
-    return toInt32(std::floor(x) * ctx.iKiriageKeta);
+    return toInt32(std::floor(x) * rule.iKiriageKeta);
 }
 
 } // namespace qelprn

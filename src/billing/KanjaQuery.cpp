@@ -47,7 +47,6 @@ constexpr int kProgressStep = 500;
 qint16 modPrint施設請求書::iGetSeikyuData_Kanja_New()
 {
     return guarded([this]() -> qint16 {
-        setKiriage();
         aKanjaSeikyu.clear();
         QueryConnection db(context, u"iGetSeikyuData_Kanja_New() でエラー"_s);
         if (!db.openAdodb() || !db.query(csKanjaSql(jouken, context.iBaseKyotenCd, context.iBaseKyotenEb)))

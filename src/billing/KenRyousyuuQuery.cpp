@@ -93,7 +93,6 @@ void appendRows(const PatientMonth& patient, QList<KenRyousyuuRow>& rows)
 qint16 modPrint施設請求書::iGetSeikyuData_KenRyousyuu()
 {
     return guarded([this]() -> qint16 {
-        setKiriage();
         aKenRyousyuu.clear();
         QueryConnection db(context, u"iGetSeikyuData_KenRyousyuu() でエラー"_s);
         if (!db.openAdodb() ||

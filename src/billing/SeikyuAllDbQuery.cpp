@@ -56,7 +56,6 @@ SisetsuSeikyuGroup& groupOf(QList<SisetsuSeikyuGroup>& groups, qint16& count, co
 qint16 modPrint施設請求書::iGetSeikyuData_ALLDB()
 {
     return guarded([this]() -> qint16 {
-        setKiriage();
         if (iDatabaseRead(context, dbInfos) <= 0) {
             showError(u"DBの読み込みに失敗しました"_s);
             return -1;

@@ -12,7 +12,6 @@ namespace qelprn {
 qint16 modPrint施設請求書::iGetSeikyuData()
 {
     return guarded([this]() -> qint16 {
-        setKiriage();
         aSisetsuSeikyu.clear();
         QueryConnection db(context, u"iGetSeikyuData() でエラー"_s);
         if (!db.openAdodb() || !db.query(csSeikyuSql(jouken, context.iBaseKyotenCd, context.iBaseKyotenEb)))

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace qelprn {
 
-modPrint施設請求書::modPrint施設請求書(AppContext& ctx) : context(ctx) {}
+modPrint施設請求書::modPrint施設請求書(const AppContext& ctx) : context(ctx) {}
 
 qint16 modPrint施設請求書::guarded(const std::function<qint16()>& body)
 {
@@ -26,12 +26,6 @@ qint16 modPrint施設請求書::guarded(const std::function<qint16()>& body)
     }
     context.interaction().messageBox(csRunTimeErrorText(error), csSeikyuTitle(), MsgIcon::None);
     return -1;
-}
-
-void modPrint施設請求書::setKiriage()
-{
-    context.iKiriageKbn = 1;
-    context.iKiriageKeta = 1;
 }
 
 void modPrint施設請求書::showNoData() const

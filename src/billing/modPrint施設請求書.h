@@ -24,7 +24,7 @@ namespace qelprn {
 class modPrint施設請求書
 {
 public:
-    explicit modPrint施設請求書(AppContext& context);
+    explicit modPrint施設請求書(const AppContext& context);
 
     // Facility invoice of the own database into aSisetsuSeikyu, paged 25 lines a page.
     qint16 iGetSeikyuData();
@@ -54,7 +54,7 @@ public:
     bool bCalcJisseki4Down5UpAll(QHash<qint32, VisitSplit>& splits);
     bool bGetSejyutuCntAll(QHash<qint32, qint32>& counts);
 
-    AppContext& context;
+    const AppContext& context;
     PrintJouken jouken;
     QList<DbInfo> dbInfos; // the database list of the last multi-database run
 
@@ -69,8 +69,6 @@ public:
 private:
     // Runs a query body; a run-time error inside it is shown and gives -1.
     qint16 guarded(const std::function<qint16()>& body);
-    // The rounding the amounts of the invoice forms use (up, to the yen).
-    void setKiriage();
     void showNoData() const;
     void showError(const QString& text) const;
 };

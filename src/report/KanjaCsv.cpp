@@ -57,11 +57,6 @@ CsvResult writeKanjaCsv(QIODevice* out, const QList<KanjaSeikyuRow>& rows, const
     if (rows.isEmpty())
         return csv.finish(CsvWriteError::subscriptOutOfRange());
 
-    // The visit-count shares are rounded up to whole yen, whatever the program-wide rounding says;
-    // nKiriage needs no interaction with a unit set.
-    AppContext wholeYenUp;
-    wholeYenUp.iKiriageKbn = 1;
-    wholeYenUp.iKiriageKeta = 1;
     const QString sejutsuYM = jouken.sSeikyuYM + u"/01"_s;
     // All lines belong to one clinic: the first row's account type speaks for the file.
     const QString kouzaType = rows.first().TIRYOIN_KOUZATYPE == 1 ? u"普通預金"_s : u"当座預金"_s;
@@ -89,8 +84,8 @@ CsvResult writeKanjaCsv(QIODevice* out, const QList<KanjaSeikyuRow>& rows, const
         csv.number(qint64(row.RIYOUSHA_FUTANWARIAI));
         csv.number(qint64(row.患者請求額));
         csv.number(qint64(row.総合計 > 0 ? 1 : 0));
-        csv.number(qint64(nKiriage(wholeYenUp, row.dFutan4Down)));
-        csv.number(qint64(nKiriage(wholeYenUp, row.dFutan5Up)));
+        csv.number(qint64(nKiriage(kKiriageWholeYenUp, row.dFutan4Down)));
+        csv.number(qint64(nKiriage(kKiriageWholeYenUp, row.dFutan5Up)));
         csv.text(row.HOKEN_LABEL);
         csv.number(qint64(row.自己負担額2));
         csv.number(qint64(row.実費料金));

@@ -293,27 +293,20 @@ private slots:
         QFETCH(double, value);
         QFETCH(int, expected);
         TestInteraction ui;
-        qelprn::AppContext ctx;
-        ctx.ui = &ui;
-        ctx.iKiriageKbn = qint16(kind);
-        ctx.iKiriageKeta = qint16(unit);
-        QCOMPARE(qelprn::nKiriage(ctx, value), expected);
+        const qelprn::Kiriage rule{qint16(kind), qint16(unit)};
+        QCOMPARE(qelprn::nKiriage(rule, value, &ui), expected);
         QVERIFY(ui.messages.isEmpty());
     }
 
     void roundingWithoutUnitWarns()
     {
         TestInteraction ui;
-        qelprn::AppContext ctx;
-        ctx.ui = &ui;
-        ctx.iKiriageKbn = 1;
-        QCOMPARE(qelprn::nKiriage(ctx, 5.5), 0);
+        QCOMPARE(qelprn::nKiriage({1, 0}, 5.5, &ui), 0);
         QCOMPARE(ui.calls, QStringList({u"message:警告！:切り上げ桁が設定されていません。"_s}));
         // A result beyond 32 bits raises the suite's overflow error.
-        ctx.iKiriageKeta = 1;
-        QCOMPARE(overflowText([&] { qelprn::nKiriage(ctx, 3e9); }), u"( 6)オーバーフローしました。"_s);
-        ctx.iKiriageKbn = 2; // down: the largest 32-bit value itself
-        QCOMPARE(qelprn::nKiriage(ctx, 2147483647.0), 2147483647);
+        QCOMPARE(overflowText([&] { qelprn::nKiriage({1, 1}, 3e9); }), u"( 6)オーバーフローしました。"_s);
+        // down: the largest 32-bit value itself
+        QCOMPARE(qelprn::nKiriage({2, 1}, 2147483647.0), 2147483647);
     }
 
     void commandLineCheck()
