@@ -4,7 +4,6 @@
 #include "cli/Command.h"
 #include "cli/PrintOptions.h"
 #include "cli/StopRequest.h"
-#include "db/SiteGrid.h"
 #include "db/cT_KyotenDbAcs.h"
 #include "report/AddresseeFolder.h"
 #include "report/PrintKind.h"
@@ -17,76 +16,27 @@ using namespace Qt::StringLiterals;
 
 namespace qelprn::cli {
 
-namespace {
-
-// The multi-database site list as (database, site) pairs in grid order.
-class SiteRows final : public SiteGrid
-{
-public:
-    struct Row
-    {
-        QString database;
-        SiteKey site;
-    };
-
-    void setRowCount(int rows) override { m_rows.resize(rows); }
-    void setRedraw(bool) override {}
-    void setCellText(int col, int row, const QString& text) override
-    {
-        if (row < 1 || row > m_rows.size())
-            return;
-        Row& r = m_rows[row - 1];
-        if (col == 2)
-            r.database = text;
-        else if (col == 3)
-            r.site.iKyotenCd = qint16(text.toInt());
-        else if (col == 4)
-            r.site.iKyotenEb = qint16(text.toInt());
-    }
-    const QList<Row>& rows() const { return m_rows; }
-
-private:
-    QList<Row> m_rows;
-};
-
-void addSite(QList<SelectedDatabase>& databases, const QString& database, const SiteKey& site)
-{
-    for (SelectedDatabase& db : databases) {
-        if (db.cDatabase == database) {
-            if (!db.sites.contains(site))
-                db.sites.append(site);
-            return;
-        }
-    }
-    databases.append({database, {site}});
-}
-
-} // namespace
-
 // The databases and sites of a kind 6 run: the named sites, or every site of the list (the main
 // form's "全事業所"). false after the reason was told.
 bool chooseSites(const AppContext& ctx, const std::optional<QList<SiteKey>>& named,
                  QList<SelectedDatabase>& databases, QTextStream& err)
 {
-    SiteRows grid;
+    QList<SiteRow> grid;
     cT_KyotenDbAcs sites(ctx);
     qint16 result = -1;
     sites.iLoadKyoten_ALLDB(grid, false, result);
     if (result != 0)
         return false; // the loader has shown its message
-    if (!named) {
-        for (const SiteRows::Row& row : grid.rows())
-            addSite(databases, row.database, row.site);
-    } else {
+    QList<SiteRow> chosen = grid;
+    if (named) {
+        chosen.clear();
         for (const SiteKey& site : *named) {
-            bool found = false;
-            for (const SiteRows::Row& row : grid.rows()) {
-                if (row.site == site) {
-                    addSite(databases, row.database, row.site);
-                    found = true;
-                }
+            const qsizetype before = chosen.size();
+            for (const SiteRow& row : std::as_const(grid)) {
+                if (row.site == site)
+                    chosen.append(row);
             }
-            if (!found) {
+            if (chosen.size() == before) {
                 err << u"qelprn-cli print: 事業所 "_s << site.iKyotenCd << '-' << site.iKyotenEb
                     << u" は事業所一覧にありません（qelprn-cli sites --all-databases で確認できます）"_s
                     << Qt::endl;
@@ -94,6 +44,7 @@ bool chooseSites(const AppContext& ctx, const std::optional<QList<SiteKey>>& nam
             }
         }
     }
+    databases = groupByDatabase(chosen);
     if (databases.isEmpty()) {
         ctx.interaction().messageBox(u"処理の対象となる事業所の選択を行ってください。"_s, u"選択エラー"_s,
                                      MsgIcon::Exclamation);

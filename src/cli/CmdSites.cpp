@@ -4,7 +4,6 @@
 #include "cli/Command.h"
 #include "cli/OptionValues.h"
 #include "db/AdodbIni.h"
-#include "db/SiteGrid.h"
 #include "db/cT_ADODB.h"
 #include "db/cT_KyotenDbAcs.h"
 
@@ -16,27 +15,6 @@ using namespace Qt::StringLiterals;
 namespace qelprn::cli {
 
 namespace {
-
-// The site grid as rows of cell texts, printed after the load.
-class TextGrid final : public SiteGrid
-{
-public:
-    void setRowCount(int rows) override { rowsText.resize(rows); }
-    void setRedraw(bool) override {}
-    void setCellText(int col, int row, const QString& text) override
-    {
-        if (row < 1 || col < 1 || col > 4)
-            return;
-        if (row > rowsText.size())
-            rowsText.resize(row);
-        QStringList& cells = rowsText[row - 1];
-        while (cells.size() < 4)
-            cells.append(QString());
-        cells[col - 1] = text;
-    }
-
-    QList<QStringList> rowsText;
-};
 
 class CmdSites final : public Command
 {
@@ -75,7 +53,7 @@ public:
         CliInteraction ui(false, &err);
         try {
             const AppContext ctx = appDir.isEmpty() ? loadAppContext(ui) : loadAppContext(ui, appDir);
-            TextGrid grid;
+            QList<SiteRow> grid;
             cT_KyotenDbAcs sites(ctx);
             qint16 result = -1;
             if (allDatabases) {
@@ -100,8 +78,9 @@ public:
             }
             if (result != 0)
                 return 2;
-            for (const QStringList& row : std::as_const(grid.rowsText))
-                out << row.join(u'\t') << '\n';
+            for (const SiteRow& row : std::as_const(grid))
+                out << row.name << '\t' << row.database << '\t' << row.site.iKyotenCd << '\t'
+                    << row.site.iKyotenEb << '\n';
             out.flush();
             return 0;
         } catch (const ProgramEnd& end) {

@@ -73,7 +73,8 @@ void cT_KyotenDbAcs::showError(const QString& text)
     m_ctx.interaction().messageBox(text, csSeikyuTitle(), MsgIcon::Critical);
 }
 
-bool cT_KyotenDbAcs::fillGrid(cT_ADODB& ado, const QString& sql, const QString& database, SiteGrid& grid)
+bool cT_KyotenDbAcs::fillGrid(cT_ADODB& ado, const QString& sql, const QString& database,
+                              QList<SiteRow>& grid)
 {
     RecordSet rs;
     if (ado.iOpenRecSet(rs, sql, 1, 1, 0) != 0) {
@@ -86,12 +87,7 @@ bool cT_KyotenDbAcs::fillGrid(cT_ADODB& ado, const QString& sql, const QString& 
         k.setKyotenEd(numberOf(rs.field(u"iKyotenEb"_s)));
         // The grid loaders keep the site name in AreaName.
         k.setAreaName(csNullToStr(rs.field(u"cKyotenName"_s)));
-        const int row = int(m_list.size()) + 1;
-        grid.setRowCount(row);
-        grid.setCellText(1, row, k.AreaName());
-        grid.setCellText(2, row, database);
-        grid.setCellText(3, row, QString::number(k.KyotenCd()));
-        grid.setCellText(4, row, QString::number(k.KyotenEd()));
+        grid.append({k.AreaName(), database, {qint16(k.KyotenCd()), qint16(k.KyotenEd())}});
         m_list.append(k);
         rs.moveNext();
     }
@@ -99,7 +95,7 @@ bool cT_KyotenDbAcs::fillGrid(cT_ADODB& ado, const QString& sql, const QString& 
     return true;
 }
 
-void cT_KyotenDbAcs::iLoadKyoten(SiteGrid& grid, bool bAllFlg, qint16& result)
+void cT_KyotenDbAcs::iLoadKyoten(QList<SiteRow>& grid, bool bAllFlg, qint16& result)
 {
     result = -1;
     if (!m_ado) {
@@ -108,11 +104,8 @@ void cT_KyotenDbAcs::iLoadKyoten(SiteGrid& grid, bool bAllFlg, qint16& result)
         return;
     }
     m_list.clear();
-    grid.setRedraw(false);
-    grid.setRowCount(0);
-    const bool ok = fillGrid(*m_ado, csKyotenGridSql(bAllFlg, m_ctx.iStartMode), QString(), grid);
-    grid.setRedraw(true);
-    if (!ok) {
+    grid.clear();
+    if (!fillGrid(*m_ado, csKyotenGridSql(bAllFlg, m_startMode), QString(), grid)) {
         showError(sErrMsg);
         return;
     }
@@ -124,10 +117,10 @@ qint16 cT_KyotenDbAcs::iDatabaseRead()
     return qelprn::iDatabaseRead(m_ctx, m_dbInfo);
 }
 
-void cT_KyotenDbAcs::iLoadKyoten_ALLDB(SiteGrid& grid, bool bAllFlg, qint16& result)
+void cT_KyotenDbAcs::iLoadKyoten_ALLDB(QList<SiteRow>& grid, bool bAllFlg, qint16& result)
 {
     result = -1;
-    const QString sql = csKyotenGridSql(bAllFlg, m_ctx.iStartMode);
+    const QString sql = csKyotenGridSql(bAllFlg, m_startMode);
     if (iDatabaseRead() < 1) {
         showError(u"DBの読み込みに失敗しました"_s);
         return;
@@ -154,31 +147,26 @@ void cT_KyotenDbAcs::iLoadKyoten_ALLDB(SiteGrid& grid, bool bAllFlg, qint16& res
     }
 
     m_list.clear();
-    grid.setRedraw(false);
-    grid.setRowCount(0);
+    grid.clear();
     for (const DbInfo& db : std::as_const(m_dbInfo)) {
         const QString cs = csDbConnectionString(db);
         if (cs.isEmpty()) {
-            grid.setRedraw(true);
             showError(kAllDbHeader + u"接続文字列取得できません。"_s);
             return;
         }
         cT_ADODB ado;
         if (ado.iInit(cs) != 0 || ado.iConnect() != 0) {
             sErrMsg = ado.sErrMsg;
-            grid.setRedraw(true);
             showError(kAllDbHeader + db.cDbLabel + u"\r\n"_s + sErrMsg);
             return;
         }
         const bool ok = fillGrid(ado, sql, db.cDatabase, grid);
         ado.iDisConnect();
         if (!ok) {
-            grid.setRedraw(true);
             showError(kAllDbHeader + db.cDbLabel + u"\r\n"_s + sErrMsg);
             return;
         }
     }
-    grid.setRedraw(true);
     result = 0;
 }
 

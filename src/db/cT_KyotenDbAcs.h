@@ -2,7 +2,7 @@
 
 #include "app/AppContext.h"
 #include "db/DbInfo.h"
-#include "db/SiteGrid.h"
+#include "db/SiteRow.h"
 #include "db/cD_Kyoten.h"
 #include "db/cT_ADODB.h"
 
@@ -12,11 +12,11 @@
 namespace qelprn {
 
 // The site list: read from the current database, or over every database of the database list, into
-// the list and the main form's site grid.
+// the list and the rows the main form's site grid shows.
 class cT_KyotenDbAcs
 {
 public:
-    explicit cT_KyotenDbAcs(const AppContext& ctx) : m_ctx(ctx) {}
+    explicit cT_KyotenDbAcs(const AppContext& ctx) : m_ctx(ctx), m_startMode(ctx.iStartMode) {}
     ~cT_KyotenDbAcs();
     cT_KyotenDbAcs(const cT_KyotenDbAcs&) = delete;
     cT_KyotenDbAcs& operator=(const cT_KyotenDbAcs&) = delete;
@@ -27,10 +27,14 @@ public:
     qint16 iDataRead(cT_ADODB* cADO);
     // The list read again from the kept connection.
     qint16 iDataLoadKyoten();
-    // The sites of the current database into list and grid; result 0 on success, -1 on failure.
-    void iLoadKyoten(SiteGrid& grid, bool bAllFlg, qint16& result);
-    // The same over every database of the database list; column 2 carries each database's name.
-    void iLoadKyoten_ALLDB(SiteGrid& grid, bool bAllFlg, qint16& result);
+    // The sites of the current database into the list and grid (replacing what it held); result 0
+    // on success, -1 on failure (after a message).
+    void iLoadKyoten(QList<SiteRow>& grid, bool bAllFlg, qint16& result);
+    // The same over every database of the database list, each row naming its database.
+    void iLoadKyoten_ALLDB(QList<SiteRow>& grid, bool bAllFlg, qint16& result);
+    // Which sites the grid loaders list by their used flag (0 own, 1 franchise, other both): the
+    // program's start-up mode unless set here.
+    void setStartMode(qint16 mode) { m_startMode = mode; }
 
     qint32 nデータ数() const { return qint32(m_list.size()); }
     const cD_Kyoten& clsKyoten(qint32 index) const { return m_list.at(index); }
@@ -39,10 +43,11 @@ public:
 private:
     qint16 iDatabaseRead();
     // Runs the grid statement on ado and appends its rows to list and grid.
-    bool fillGrid(cT_ADODB& ado, const QString& sql, const QString& database, SiteGrid& grid);
+    bool fillGrid(cT_ADODB& ado, const QString& sql, const QString& database, QList<SiteRow>& grid);
     void showError(const QString& text);
 
     const AppContext& m_ctx;
+    qint16 m_startMode;
     cT_ADODB* m_ado = nullptr;
     QList<cD_Kyoten> m_list;
     QList<DbInfo> m_dbInfo;

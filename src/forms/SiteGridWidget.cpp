@@ -2,21 +2,21 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace qelprn {
 
 namespace {
-enum Column { CheckColumn = 0, NameColumn, DatabaseColumn, CodeColumn, BranchColumn, ColumnCount };
+enum Column { CheckColumn = 0, NameColumn, DatabaseColumn, ColumnCount };
 }
 
 SiteGridWidget::SiteGridWidget(QWidget* parent) : QTableWidget(parent)
 {
     setColumnCount(ColumnCount);
-    setHorizontalHeaderLabels({u"選択"_s, u"事業所名"_s, u"データベース"_s, u"拠点"_s, u"枝番"_s});
-    setColumnHidden(CodeColumn, true);
-    setColumnHidden(BranchColumn, true);
+    setHorizontalHeaderLabels({u"選択"_s, u"事業所名"_s, u"データベース"_s});
     setColumnHidden(DatabaseColumn, true);
     setEditTriggers(NoEditTriggers);
     setSelectionBehavior(SelectRows);
@@ -30,32 +30,26 @@ SiteGridWidget::SiteGridWidget(QWidget* parent) : QTableWidget(parent)
     connect(this, &QTableWidget::cellClicked, this, [this](int row, int) { emit rowClicked(row); });
 }
 
-void SiteGridWidget::setRowCount(int rows)
+void SiteGridWidget::setRows(const QList<SiteRow>& rows)
 {
-    const int before = QTableWidget::rowCount();
-    QTableWidget::setRowCount(rows);
-    for (int r = before; r < rows; ++r) {
-        for (int c = 0; c < ColumnCount; ++c) {
-            auto* item = new QTableWidgetItem;
+    m_rows = rows;
+    clearContents();
+    setRowCount(int(rows.size()));
+    for (int r = 0; r < rowCount(); ++r) {
+        const SiteRow& row = m_rows.at(r);
+        for (const auto& [column, text] : {std::pair{CheckColumn, QString()}, std::pair{NameColumn, row.name},
+                                           std::pair{DatabaseColumn, row.database}}) {
+            auto* item = new QTableWidgetItem(text);
             item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
-            setItem(r, c, item);
+            setItem(r, column, item);
         }
         item(r, CheckColumn)->setCheckState(Qt::Unchecked);
     }
-}
-
-void SiteGridWidget::setRedraw(bool on)
-{
-    setUpdatesEnabled(on);
-    if (on)
-        updateDatabaseColumn();
-}
-
-void SiteGridWidget::setCellText(int col, int row, const QString& text)
-{
-    if (row < 1 || row > QTableWidget::rowCount() || col < 1 || col >= ColumnCount)
-        return;
-    item(row - 1, col)->setText(text);
+    // The database column only when the rows span several databases.
+    const bool several = std::any_of(m_rows.cbegin(), m_rows.cend(), [&](const SiteRow& row) {
+        return row.database != m_rows.first().database;
+    });
+    setColumnHidden(DatabaseColumn, !several);
 }
 
 bool SiteGridWidget::isChecked(int row) const
@@ -87,39 +81,17 @@ int SiteGridWidget::firstCheckedRow() const
 
 QString SiteGridWidget::siteName(int row) const
 {
-    return text(row, NameColumn);
+    return row >= 0 && row < m_rows.size() ? m_rows.at(row).name : QString();
 }
 
 QList<SelectedDatabase> SiteGridWidget::checkedSites() const
 {
-    QList<SelectedDatabase> out;
-    for (int r = 0; r < QTableWidget::rowCount(); ++r) {
-        if (!isChecked(r))
-            continue;
-        const QString db = text(r, DatabaseColumn);
-        auto it = std::find_if(out.begin(), out.end(),
-                               [&](const SelectedDatabase& d) { return d.cDatabase == db; });
-        if (it == out.end()) {
-            out.append(SelectedDatabase{db, {}});
-            it = std::prev(out.end());
-        }
-        it->sites.append(SiteKey{qint16(text(r, CodeColumn).toInt()), qint16(text(r, BranchColumn).toInt())});
+    QList<SiteRow> checked;
+    for (int r = 0; r < m_rows.size(); ++r) {
+        if (isChecked(r))
+            checked.append(m_rows.at(r));
     }
-    return out;
-}
-
-void SiteGridWidget::updateDatabaseColumn()
-{
-    QString first;
-    bool several = false;
-    for (int r = 0; r < QTableWidget::rowCount(); ++r) {
-        const QString db = text(r, DatabaseColumn);
-        if (r == 0)
-            first = db;
-        else if (db != first)
-            several = true;
-    }
-    setColumnHidden(DatabaseColumn, !several);
+    return groupByDatabase(checked);
 }
 
 void SiteGridWidget::keyPressEvent(QKeyEvent* event)
@@ -129,12 +101,6 @@ void SiteGridWidget::keyPressEvent(QKeyEvent* event)
         return;
     }
     QTableWidget::keyPressEvent(event);
-}
-
-QString SiteGridWidget::text(int row, int column) const
-{
-    const QTableWidgetItem* it = item(row, column);
-    return it ? it->text() : QString();
 }
 
 } // namespace qelprn

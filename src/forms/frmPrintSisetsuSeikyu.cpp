@@ -217,13 +217,14 @@ bool frmPrintSisetsuSeikyu::loadFacilityKinds()
 
 void frmPrintSisetsuSeikyu::loadSiteGrid()
 {
+    cT_KyotenDbAcs sites(m_ctx);
     // The site kind picks the used-flag condition: own sites, franchise sites or both.
-    AppContext siteCtx = m_ctx;
-    siteCtx.iStartMode = qint16(qMax(0, checkedIndex(optSelCorp)));
-    cT_KyotenDbAcs sites(siteCtx);
+    sites.setStartMode(qint16(qMax(0, checkedIndex(optSelCorp))));
     sites.iInit(&cADO);
+    QList<SiteRow> rows;
     qint16 result = 0;
-    sites.iLoadKyoten_ALLDB(*sprKyoten, false, result);
+    sites.iLoadKyoten_ALLDB(rows, false, result);
+    sprKyoten->setRows(rows);
 }
 
 // ---- settings -------------------------------------------------------------------------------------

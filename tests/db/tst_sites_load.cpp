@@ -11,37 +11,16 @@ using qelprn::test::TestProgramFolder;
 
 namespace {
 
-// Records the grid operations; rows as "name|database|code|branch".
-class RecordingGrid final : public qelprn::SiteGrid
+// The rows as "name|database|code|branch".
+QStringList texts(const QList<qelprn::SiteRow>& rows)
 {
-public:
-    void setRowCount(int rows) override
-    {
-        rowCount = rows;
-        cells.resize(rows);
-    }
-    void setRedraw(bool on) override { redraw.append(on); }
-    void setCellText(int col, int row, const QString& text) override
-    {
-        QVERIFY(row >= 1 && row <= rowCount);
-        QVERIFY(col >= 1 && col <= 4);
-        QStringList& r = cells[row - 1];
-        while (r.size() < 4)
-            r.append(QString());
-        r[col - 1] = text;
-    }
-    QStringList rows() const
-    {
-        QStringList out;
-        for (const QStringList& r : cells)
-            out.append(r.join(u'|'));
-        return out;
-    }
-
-    int rowCount = -1;
-    QList<bool> redraw;
-    QList<QStringList> cells;
-};
+    QStringList out;
+    for (const qelprn::SiteRow& r : rows)
+        out.append(QStringList{r.name, r.database, QString::number(r.site.iKyotenCd),
+                               QString::number(r.site.iKyotenEb)}
+                       .join(u'|'));
+    return out;
+}
 
 void addSites(TestProgramFolder& folder, const QString& database, const QString& prefix)
 {
@@ -99,14 +78,13 @@ private slots:
             {false, 2, {u"本店||1|1"_s, u"支店||1|2"_s}},
             {true, 0, {u"本店||1|1"_s, u"支店||1|2"_s, u"休止||2|1"_s}},
         };
+        QList<qelprn::SiteRow> grid{{u"前回"_s, {}, {}}};
         for (const auto& c : cases) {
-            ctx.iStartMode = c.mode;
-            RecordingGrid grid;
+            sites.setStartMode(c.mode);
             qint16 result = -1;
             sites.iLoadKyoten(grid, c.all, result);
             QCOMPARE(result, qint16(0));
-            QCOMPARE(grid.rows(), c.rows);
-            QCOMPARE(grid.redraw, QList<bool>({false, true}));
+            QCOMPARE(texts(grid), c.rows);
             QCOMPARE(sites.nデータ数(), c.rows.size());
             // The grid loaders keep the site name in AreaName.
             QCOMPARE(sites.clsKyoten(0).AreaName(), c.rows[0].section(u'|', 0, 0));
@@ -148,21 +126,20 @@ private slots:
         qelprn::AppContext ctx = folder.context(ui);
         ctx.iStartMode = 2;
         qelprn::cT_KyotenDbAcs sites(ctx);
-        RecordingGrid grid;
+        QList<qelprn::SiteRow> grid;
         qint16 result = -1;
         sites.iLoadKyoten_ALLDB(grid, false, result);
         QCOMPARE(ui.texts(), QStringList());
         QCOMPARE(result, qint16(0));
-        QCOMPARE(grid.rows(), QStringList({u"本店|suite|1|1"_s, u"支店|suite|1|2"_s, u"B本店|branch|1|1"_s,
+        QCOMPARE(texts(grid), QStringList({u"本店|suite|1|1"_s, u"支店|suite|1|2"_s, u"B本店|branch|1|1"_s,
                                            u"B支店|branch|1|2"_s}));
         QCOMPARE(sites.nデータ数(), 4);
 
         // An empty list stops before any grid change.
         folder.writeSettingsFile(u"DB.ini"_s, QString());
-        RecordingGrid untouched;
-        sites.iLoadKyoten_ALLDB(untouched, true, result);
+        sites.iLoadKyoten_ALLDB(grid, true, result);
         QCOMPARE(result, qint16(-1));
-        QCOMPARE(untouched.rowCount, -1);
+        QCOMPARE(grid.size(), 4);
         QCOMPARE(ui.texts(), QStringList({u"DBの読み込みに失敗しました"_s}));
         QCOMPARE(ui.messages[0].icon, qelprn::MsgIcon::Critical);
     }
