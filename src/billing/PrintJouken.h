@@ -2,16 +2,21 @@
 
 #include "db/DbInfo.h"
 
+#include <QDate>
 #include <QList>
 #include <QString>
 #include <QtGlobal>
 
 namespace qelprn {
 
-// The print conditions of one run, read from the main form (or the command line) by the print run
-// and read by the invoice queries and the CSV writers.
+// The print conditions of one run: built by the main form, the command line or the month end,
+// handed to the print run and read by the invoice queries and the CSV writers.
 struct PrintJouken
 {
+    // The billing month (any day of it) and the issue date in the fields' own formats; an invalid
+    // date leaves its fields empty.
+    void setMonthAndIssue(QDate month, QDate issue);
+
     qint16 iPrintKind = 1;        // 1..6
     QString sSeikyuYM;            // billing month "yyyy/mm"
     qint32 nSeikyuYM = 0;         // billing month yyyymm

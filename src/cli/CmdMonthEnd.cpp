@@ -122,7 +122,7 @@ public:
         CliInteraction ui(parser.isSet(u"yes"_s), &err);
         try {
             const QString appDir = parser.value(u"app-dir"_s);
-            AppContext ctx =
+            const AppContext ctx =
                 appDir.isEmpty() ? loadAppContext(ui) : loadAppContext(ui, QDir(appDir).absolutePath());
             if (print && ui.messageBox(u"印刷処理を実行します。よろしいですか？"_s, u"印刷確認"_s,
                                        MsgIcon::Question, MsgButtons::YesNo) != MsgResult::Yes)
@@ -135,28 +135,20 @@ public:
             for (int number : kinds) {
                 const PrintKind& kind = *printKind(number);
                 err << number << u" "_s << kind.label << u" ..."_s << Qt::endl;
-                PrintFormValues v;
-                v.imD_Teis = issue;
-                v.optSelSisetsuType = {true, false};
-                applySavedPrintSettings(ctx, v);
-                v.imD_Out = *month;
-                v.optPrint[number - 1] = true;
-                v.cmbKaishaKbnEnabled = {kind.reads(Condition::BillingFacility),
-                                         kind.reads(Condition::ServiceKind)};
-                QList<SelectedDatabase> databases;
-                if (kind.reads(Condition::Sites) && !chooseSites(ctx, std::nullopt, databases, err)) {
+                PrintJouken jouken = monthEndJouken(ctx, number, *month, issue);
+                if (kind.reads(Condition::Sites) &&
+                    !chooseSites(ctx, std::nullopt, jouken.selectedDatabases, err)) {
                     ++failed;
                     summary << u"%1 %2: 失敗（事業所）"_s.arg(number).arg(kind.label);
                     continue;
                 }
-                CliPrintForm form(v, databases);
                 FolderOutput folder;
                 folder.folder = kindFolder(outDir, kind);
                 folder.replace = replace;
                 folder.stopRequested = &StopRequest::requested;
                 PrintRun run(ctx, print ? PrintRun::Handoff::Engine : PrintRun::Handoff::PdfFolder);
                 run.setFolderOutput(&folder);
-                const PrintRun::Result result = run.PrintSisetsuSeikyu(print ? 1 : 0, form);
+                const PrintRun::Result result = run.PrintSisetsuSeikyu(print ? 1 : 0, jouken);
                 const bool stopped = StopRequest::requested();
                 const QString head = u"%1 %2: "_s.arg(number).arg(kind.label);
                 switch (result.outcome) {

@@ -117,15 +117,14 @@ public:
 
     int execute(const QCommandLineParser& parser, QTextStream& out, QTextStream& err) override
     {
-        const PrintOptions options = readPrintOptions(parser);
+        PrintOptions options = readPrintOptions(parser);
 
         CliInteraction ui(options.yes, &err);
         try {
-            AppContext ctx =
+            const AppContext ctx =
                 options.appDir.isEmpty() ? loadAppContext(ui) : loadAppContext(ui, options.appDir);
-            QList<SelectedDatabase> databases;
             if (printKind(options.kind)->reads(Condition::Sites) &&
-                !chooseSites(ctx, options.sites, databases, err))
+                !chooseSites(ctx, options.sites, options.jouken.selectedDatabases, err))
                 return 2;
             if (options.output == PrintOptions::Output::Print &&
                 ui.messageBox(u"印刷処理を実行します。よろしいですか？"_s, u"印刷確認"_s, MsgIcon::Question,
@@ -157,7 +156,6 @@ public:
             default:
                 break;
             }
-            CliPrintForm form(options.values, databases);
             FolderOutput folder;
             folder.folder = options.pdfDir;
             folder.replace = options.replace;
@@ -165,7 +163,7 @@ public:
             const StopRequest stop;
             PrintRun printRun(ctx, handoff, options.pdfFile);
             printRun.setFolderOutput(&folder);
-            const PrintRun::Result run = printRun.PrintSisetsuSeikyu(mode, form);
+            const PrintRun::Result run = printRun.PrintSisetsuSeikyu(mode, options.jouken);
             if (options.timings)
                 printTimings(run, err);
             if (run.outcome == PrintRun::Outcome::CsvWritten)

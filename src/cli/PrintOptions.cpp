@@ -1,5 +1,6 @@
 #include "cli/PrintOptions.h"
 
+#include "app/SpaceTrim.h"
 #include "cli/OptionValues.h"
 #include "report/PrintKind.h"
 
@@ -125,50 +126,36 @@ PrintOptions readPrintOptions(const QCommandLineParser& parser)
 {
     rejectExtraArguments(parser, 0);
     PrintOptions options;
-    PrintFormValues& v = options.values;
-    v.imD_Teis = QDate::currentDate();
-    v.optSelSisetsuType = {true, false}; // the care facility, as the form starts
+    PrintJouken& j = options.jouken;
 
     const auto number = numberOption(parser, u"kind"_s, 1, qint64(printKinds().size()));
     if (!number)
         throw UsageError{u"--kind を指定してください"_s};
     options.kind = int(*number);
+    j.iPrintKind = qint16(options.kind);
     const auto month = dateOption(parser, u"month"_s, true);
     if (!month)
         throw UsageError{u"--month を指定してください"_s};
-    v.imD_Out = *month;
-    if (const auto d = dateOption(parser, u"issue-date"_s, false))
-        v.imD_Teis = *d;
+    j.setMonthAndIssue(*month, dateOption(parser, u"issue-date"_s, false).value_or(QDate::currentDate()));
     if (parser.isSet(u"app-dir"_s))
         options.appDir = QDir(parser.value(u"app-dir"_s)).absolutePath();
     if (const auto n = numberOption(parser, u"billing-facility"_s, 0, kMaxCode))
-        v.imNum_ShisetuCD[0] = qint32(*n);
+        j.nShisetuCdFrom = qint32(*n);
     if (const auto n = numberOption(parser, u"service-facility"_s, 0, kMaxCode))
-        v.imNum_ShisetuCD[1] = qint32(*n);
-    if (const auto n = numberOption(parser, u"corp"_s, 0, kMaxCode)) {
-        v.cbDairiListIndex = 1;
-        v.cbDairiItemData = qint32(*n);
-    }
-    if (const auto n = numberOption(parser, u"clinic"_s, 0, kMaxCode)) {
-        v.cbTiryoinListIndex = 1;
-        v.cbTiryoinItemData = qint32(*n);
-    }
-    if (const auto n = numberOption(parser, u"practitioner"_s, 0, kMaxCode)) {
-        v.cbTantouListIndex = 1;
-        v.cbTantouItemData = qint32(*n);
-    }
+        j.nShisetuCdTo = qint32(*n);
+    if (const auto n = numberOption(parser, u"corp"_s, 0, kMaxCode))
+        j.nDairiCd = qint32(*n);
+    if (const auto n = numberOption(parser, u"clinic"_s, 0, kMaxCode))
+        j.nTiryoinCd = qint32(*n);
+    if (const auto n = numberOption(parser, u"practitioner"_s, 0, kMaxCode))
+        j.nTantouCd = qint32(*n);
     if (const auto n = numberOption(parser, u"patient"_s, 0, kMaxCode))
-        v.imNum_CD = qint32(*n);
-    if (const auto n = numberOption(parser, u"sort"_s, 1, 3)) {
-        v.optSort = {};
-        v.optSort[*n - 1] = true;
-    }
-    if (const auto n = numberOption(parser, u"list-sort"_s, 0, 3)) {
-        v.optSortShisetsu = {};
-        v.optSortShisetsu[*n] = true;
-    }
-    if (parser.isSet(u"address-facility"_s))
-        v.optSelSisetsuType = {false, true};
+        j.nKanjaCd = qint32(*n);
+    if (const auto n = numberOption(parser, u"sort"_s, 1, 3))
+        j.iSort = qint16(*n);
+    if (const auto n = numberOption(parser, u"list-sort"_s, 0, 3))
+        j.iSortShisetsu = qint16(*n);
+    j.bSelSisetsuType = parser.isSet(u"address-facility"_s);
     if (parser.isSet(u"sites"_s))
         options.sites = sitesOf(parser.value(u"sites"_s));
     options.yes = parser.isSet(u"yes"_s);
@@ -190,19 +177,10 @@ PrintOptions readPrintOptions(const QCommandLineParser& parser)
                              u" だけ）"_s};
     }
 
-    v.optPrint[options.kind - 1] = true;
-    // The facility-kind lists are enabled on the form only for the kinds that read them.
-    v.cmbKaishaKbnEnabled = {kind.reads(Condition::BillingFacility), kind.reads(Condition::ServiceKind)};
-    const bool billingKind = parser.isSet(u"billing-kind"_s);
-    const bool serviceKind = parser.isSet(u"service-kind"_s);
-    if (billingKind) {
-        v.cmbKaishaKbnListIndex[0] = 1;
-        v.cmbKaishaKbnText[0] = parser.value(u"billing-kind"_s);
-    }
-    if (serviceKind) {
-        v.cmbKaishaKbnListIndex[1] = 1;
-        v.cmbKaishaKbnText[1] = parser.value(u"service-kind"_s);
-    }
+    if (parser.isSet(u"billing-kind"_s))
+        j.sSisetsuType1 = csRTrim(parser.value(u"billing-kind"_s));
+    if (parser.isSet(u"service-kind"_s))
+        j.sSisetsuType2 = csRTrim(parser.value(u"service-kind"_s));
     return options;
 }
 

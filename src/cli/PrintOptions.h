@@ -2,7 +2,7 @@
 
 #include "app/AppContext.h"
 #include "db/DbInfo.h"
-#include "report/PrintFormValues.h"
+#include "billing/PrintJouken.h"
 
 #include <QCommandLineParser>
 #include <QList>
@@ -13,13 +13,12 @@
 
 namespace qelprn::cli {
 
-// The options of `qelprn-cli print`, turned into the values of the main form's controls, so that
-// the print run reads them with the form's own rules.
+// The options of `qelprn-cli print`: the print conditions they give, and what to do with them.
 struct PrintOptions
 {
     enum class Output { None, CsvOnly, Preview, Print, Pdf, PdfDir };
 
-    PrintFormValues values;
+    PrintJouken jouken; // without the sites of kind 6, which chooseSites finds
     int kind = 0;
     QString appDir;                      // "" = the default program folder
     std::optional<QList<SiteKey>> sites; // kind 6: the sites named by --sites; none = every site
@@ -44,8 +43,5 @@ PrintOptions readPrintOptions(const QCommandLineParser& parser);
 // form's "全事業所"). false after the reason was told.
 bool chooseSites(const AppContext& ctx, const std::optional<QList<SiteKey>>& named,
                  QList<SelectedDatabase>& databases, QTextStream& err);
-
-// The command line's stand-in for the main form.
-using CliPrintForm = FixedPrintConditions;
 
 } // namespace qelprn::cli

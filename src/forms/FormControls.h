@@ -65,13 +65,4 @@ template <std::size_t N> int checkedIndex(const std::array<QRadioButton*, N>& op
     return -1;
 }
 
-// The value of every option.
-template <std::size_t N> std::array<bool, N> checkedFlags(const std::array<QRadioButton*, N>& options)
-{
-    std::array<bool, N> out{};
-    for (std::size_t i = 0; i < N; ++i)
-        out[i] = options[i]->isChecked();
-    return out;
-}
-
 } // namespace qelprn

@@ -40,7 +40,7 @@ QString kindFolderName(const PrintKind& kind)
 
 } // namespace
 
-MonthEndDialog::MonthEndDialog(AppContext& ctx, QDate month, QDate issue, PrintConditionSource* form,
+MonthEndDialog::MonthEndDialog(const AppContext& ctx, QDate month, QDate issue, PrintConditionSource* form,
                                std::function<QList<SelectedDatabase>()> databases, QWidget* parent)
     : QDialog(parent), m_ctx(ctx), m_form(form), m_databases(std::move(databases))
 {
@@ -57,14 +57,13 @@ MonthEndDialog::MonthEndDialog(AppContext& ctx, QDate month, QDate issue, PrintC
 
     auto* kinds = new QGroupBox(u"帳票"_s, this);
     auto* kindGrid = new QGridLayout(kinds);
-    PrintFormValues current;
+    PrintJouken current;
     if (form)
-        form->readPrintFormValues(current);
+        form->iGetPrintJouken(current);
     for (const PrintKind& kind : printKinds()) {
         auto* box = new QCheckBox(QString::number(kind.number) + u' ' + kind.label, kinds);
         box->setObjectName(u"chkKind_%1"_s.arg(kind.number));
-        const bool chosen = form ? current.optPrint[std::size_t(kind.number - 1)]
-                                 : QList<int>{1, 2, 4, 5}.contains(kind.number);
+        const bool chosen = form ? current.iPrintKind == kind.number : QList<int>{1, 2, 4, 5}.contains(kind.number);
         box->setChecked(chosen);
         box->setEnabled(!form);
         kindGrid->addWidget(box, (kind.number - 1) % 3, (kind.number - 1) / 3);
@@ -73,8 +72,8 @@ MonthEndDialog::MonthEndDialog(AppContext& ctx, QDate month, QDate issue, PrintC
     if (form) {
         imMonth->setEnabled(false);
         imIssue->setEnabled(false);
-        imMonth->setDate(current.imD_Out);
-        imIssue->setDate(current.imD_Teis);
+        imMonth->setDate(month);
+        imIssue->setDate(issue);
     }
 
     txtFolder = new QLineEdit(this);
@@ -248,19 +247,14 @@ void MonthEndDialog::start()
 bool MonthEndDialog::runKind(int number, const QString& folder, bool replace)
 {
     const PrintKind& kind = *printKind(number);
-    PrintFormValues values;
+    PrintJouken jouken;
     if (m_form) {
-        m_form->readPrintFormValues(values);
+        m_form->iGetPrintJouken(jouken);
     } else {
-        values.optSelSisetsuType = {true, false};
-        applySavedPrintSettings(m_ctx, values);
-        values.imD_Out = imMonth->date();
-        values.imD_Teis = imIssue->date();
-        values.optPrint = {};
-        values.optPrint[std::size_t(number - 1)] = true;
+        jouken = monthEndJouken(m_ctx, number, imMonth->date(), imIssue->date());
+        if (kind.reads(Condition::Sites) && m_databases)
+            jouken.selectedDatabases = m_databases();
     }
-    FixedPrintConditions conditions(
-        values, kind.reads(Condition::Sites) && m_databases ? m_databases() : QList<SelectedDatabase>());
     FolderOutput output;
     output.folder = folder;
     output.replace = replace;
@@ -280,7 +274,7 @@ bool MonthEndDialog::runKind(int number, const QString& folder, bool replace)
     };
     PrintRun run(m_ctx, PrintRun::Handoff::PdfFolder);
     run.setFolderOutput(&output);
-    const PrintRun::Result result = run.PrintSisetsuSeikyu(0, conditions);
+    const PrintRun::Result result = run.PrintSisetsuSeikyu(0, jouken);
     progress->setRange(0, 1);
     progress->setValue(1);
     const QLocale locale(QLocale::Japanese, QLocale::Japan);

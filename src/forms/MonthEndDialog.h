@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/AppContext.h"
-#include "report/PrintFormValues.h"
+#include "report/PrintConditionSource.h"
 
 #include <QDialog>
 #include <QList>
@@ -30,8 +30,8 @@ class MonthEndDialog : public QDialog
 
 public:
     // form: the main form's conditions for a per-addressee run of its kind; nullptr for month end.
-    // databases: the sites for kind 6.
-    MonthEndDialog(AppContext& ctx, QDate month, QDate issue, PrintConditionSource* form,
+    // databases: the sites a month end prints kind 6 for.
+    MonthEndDialog(const AppContext& ctx, QDate month, QDate issue, PrintConditionSource* form,
                    std::function<QList<SelectedDatabase>()> databases, QWidget* parent = nullptr);
 
     // Starts the run (the 開始 button); returns when it ended.
@@ -60,7 +60,7 @@ private:
     bool runKind(int number, const QString& folder, bool replace);
     void setRunning(bool running);
 
-    AppContext& m_ctx;
+    const AppContext& m_ctx;
     PrintConditionSource* m_form;
     std::function<QList<SelectedDatabase>()> m_databases;
     bool m_running = false;

@@ -1,5 +1,6 @@
 #include "forms/frmPrintSisetsuSeikyu.h"
 
+#include "app/SpaceTrim.h"
 #include "app/Cp932.h"
 #include "app/NullValue.h"
 #include "app/Paths.h"
@@ -48,7 +49,7 @@ const QString kSettingsSection = u"施設請求書"_s;
 
 } // namespace
 
-frmPrintSisetsuSeikyu::frmPrintSisetsuSeikyu(AppContext& ctx, PrintAction print, QDate today, QWidget* parent)
+frmPrintSisetsuSeikyu::frmPrintSisetsuSeikyu(const AppContext& ctx, PrintAction print, QDate today, QWidget* parent)
     : QDialog(parent), m_ctx(ctx), m_print(std::move(print)), m_today(today)
 {
     setObjectName(u"frmPrintSisetsuSeikyu"_s);
@@ -394,7 +395,7 @@ void frmPrintSisetsuSeikyu::cbPdfFolder_Click()
     }
     iSavePrintSettings();
     MonthEndDialog dialog(
-        m_ctx, imD_Out->date(), imD_Teis->date(), this, [this] { return selectedDatabases(); }, this);
+        m_ctx, imD_Out->date(), imD_Teis->date(), this, [this] { return sprKyoten->checkedSites(); }, this);
     dialog.exec();
 }
 
@@ -403,7 +404,7 @@ void frmPrintSisetsuSeikyu::mnMonthEnd_Click()
     // The month end runs with the saved conditions: those of the form as it is now.
     iSavePrintSettings();
     MonthEndDialog dialog(
-        m_ctx, imD_Out->date(), imD_Teis->date(), nullptr, [this] { return selectedDatabases(); }, this);
+        m_ctx, imD_Out->date(), imD_Teis->date(), nullptr, [this] { return sprKyoten->checkedSites(); }, this);
     dialog.exec();
 }
 
@@ -419,17 +420,11 @@ void frmPrintSisetsuSeikyu::runPrint(qint16 mode)
                                        MsgIcon::Question, MsgButtons::YesNo) != MsgResult::Yes)
         return;
     // The run talks through a recorder, so its outcome can be shown afterwards.
-    Interaction* const real = m_ctx.ui;
-    RunOutcomeInteraction recorder(*real);
-    m_ctx.ui = &recorder;
-    struct Restore
-    {
-        AppContext& ctx;
-        Interaction* ui;
-        ~Restore() { ctx.ui = ui; }
-    } restore{m_ctx, real};
+    RunOutcomeInteraction recorder(m_ctx.interaction());
+    AppContext runContext = m_ctx;
+    runContext.ui = &recorder;
     if (m_print)
-        m_print(m_ctx, mode, *this);
+        m_print(runContext, mode, *this);
     const QString saved = iSavePrintSettings() == 0 ? QString() : u"（設定を保存できませんでした）"_s;
     // The engine runs on its own: a quiet run has only opened its window, and whether anything
     // was printed is decided in the engine's print dialog.
@@ -440,33 +435,31 @@ void frmPrintSisetsuSeikyu::runPrint(qint16 mode)
                          QTime::currentTime().toString(u"HH:mm"_s) + u" "_s + outcome + saved);
 }
 
-bool frmPrintSisetsuSeikyu::readPrintFormValues(PrintFormValues& values)
+bool frmPrintSisetsuSeikyu::iGetPrintJouken(PrintJouken& j)
 {
-    values.optPrint = checkedFlags(optPrint);
-    values.imD_Out = imD_Out->date();
-    values.imD_Teis = imD_Teis->date();
-    values.cbDairiListIndex = cbDairi->currentIndex();
-    values.cbDairiItemData = selectedItemData(*cbDairi);
-    values.cbTiryoinListIndex = cbTiryoin->currentIndex();
-    values.cbTiryoinItemData = selectedItemData(*cbTiryoin);
-    values.imNum_ShisetuCD = {imNum_ShisetuCD[0]->value(), imNum_ShisetuCD[1]->value()};
-    values.optSort = checkedFlags(optSort);
-    values.imNum_CD = imNum_CD->value();
-    for (std::size_t i = 0; i < 2; ++i) {
-        values.cmbKaishaKbnEnabled[i] = cmbKaishaKbn[i]->isEnabled();
-        values.cmbKaishaKbnListIndex[i] = cmbKaishaKbn[i]->currentIndex();
-        values.cmbKaishaKbnText[i] = cmbKaishaKbn[i]->currentText();
-    }
-    values.optSelSisetsuType = checkedFlags(optSelSisetsuType);
-    values.optSortShisetsu = checkedFlags(optSortShisetsu);
-    values.cbTantouListIndex = cbTantou->currentIndex();
-    values.cbTantouItemData = selectedItemData(*cbTantou);
+    const auto chosenItemData = [](const QComboBox* box) {
+        return box->currentIndex() > 0 ? selectedItemData(*box) : 0;
+    };
+    const int kind = checkedIndex(optPrint);
+    j.iPrintKind = qint16(kind < 0 ? 1 : kind + 1);
+    j.setMonthAndIssue(imD_Out->date(), imD_Teis->date());
+    j.nDairiCd = chosenItemData(cbDairi);
+    j.nTiryoinCd = chosenItemData(cbTiryoin);
+    j.nShisetuCdFrom = imNum_ShisetuCD[0]->value();
+    j.nShisetuCdTo = imNum_ShisetuCD[1]->value();
+    if (const int sort = checkedIndex(optSort); sort >= 0)
+        j.iSort = qint16(sort + 1);
+    j.nKanjaCd = imNum_CD->value();
+    const auto facilityKind = [](const QComboBox* box) {
+        return box->isEnabled() && box->currentIndex() > 0 ? csRTrim(box->currentText()) : QString();
+    };
+    j.sSisetsuType1 = facilityKind(cmbKaishaKbn[0]);
+    j.sSisetsuType2 = facilityKind(cmbKaishaKbn[1]);
+    j.bSelSisetsuType = !optSelSisetsuType[0]->isChecked();
+    j.iSortShisetsu = qint16(qMax(0, checkedIndex(optSortShisetsu)));
+    j.nTantouCd = chosenItemData(cbTantou);
+    j.selectedDatabases = sprKyoten->checkedSites();
     return true;
-}
-
-QList<SelectedDatabase> frmPrintSisetsuSeikyu::selectedDatabases()
-{
-    return sprKyoten->checkedSites();
 }
 
 // ---- keyboard and screen ------------------------------------------------------------------------

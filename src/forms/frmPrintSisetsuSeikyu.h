@@ -2,7 +2,7 @@
 
 #include "app/AppContext.h"
 #include "db/cT_ADODB.h"
-#include "report/PrintFormValues.h"
+#include "report/PrintConditionSource.h"
 
 #include <QDate>
 #include <QDialog>
@@ -37,17 +37,19 @@ class frmPrintSisetsuSeikyu : public QDialog, public PrintConditionSource
 
 public:
     // The print run: mode 0 preview, 1 print; the form is the run's source of conditions.
-    using PrintAction = std::function<void(AppContext&, qint16 mode, PrintConditionSource&)>;
+    using PrintAction = std::function<void(const AppContext&, qint16 mode, PrintConditionSource&)>;
 
     // today: the day the billing month and issue date defaults are taken from.
-    frmPrintSisetsuSeikyu(AppContext& ctx, PrintAction print, QDate today = QDate::currentDate(),
+    frmPrintSisetsuSeikyu(const AppContext& ctx, PrintAction print, QDate today = QDate::currentDate(),
                           QWidget* parent = nullptr);
 
     // The loading steps. False when the form must unload at once (no practitioners, a failed list).
     bool Form_Load();
 
-    bool readPrintFormValues(PrintFormValues& values) override;
-    QList<SelectedDatabase> selectedDatabases() override;
+    // The conditions the controls show, with the suite form's rules: the first checked option of
+    // a group, a list's item data only past its "no choice" entry 0, a facility-kind list only
+    // while it is on; the checked sites of the grid.
+    bool iGetPrintJouken(PrintJouken& jouken) override;
 
     // Selects form kind index (0-based) and applies its control states.
     void chooseKind(int index);
@@ -153,7 +155,7 @@ private:
     QPushButton* cmdMenu = nullptr;
     QStatusBar* StatusBar1 = nullptr;
 
-    AppContext& m_ctx;
+    const AppContext& m_ctx;
     PrintAction m_print;
     QDate m_today;
     QLabel* m_statusDb = nullptr;

@@ -4,7 +4,6 @@
 #include "app/LayoutPath.h"
 #include "app/Paths.h"
 #include "app/ProgramTitle.h"
-#include "app/SpaceTrim.h"
 #include "app/SysIni.h"
 #include "db/DbTraffic.h"
 #include "report/AddresseeFolder.h"
@@ -20,19 +19,24 @@ namespace qelprn {
 
 namespace {
 
-// The form's option groups: the first set option wins.
-template <std::size_t N> int firstSet(const std::array<bool, N>& options)
+// Conditions handed over as a value.
+class GivenConditions final : public PrintConditionSource
 {
-    for (std::size_t i = 0; i < N; ++i) {
-        if (options[i])
-            return int(i);
+public:
+    explicit GivenConditions(const PrintJouken& jouken) : m_jouken(jouken) {}
+    bool iGetPrintJouken(PrintJouken& jouken) override
+    {
+        jouken = m_jouken;
+        return true;
     }
-    return -1;
-}
+
+private:
+    const PrintJouken& m_jouken;
+};
 
 } // namespace
 
-PrintRun::PrintRun(AppContext& context, Handoff handoff, QString pdfPath)
+PrintRun::PrintRun(const AppContext& context, Handoff handoff, QString pdfPath)
     : m_context(context), m_handoff(handoff), m_pdfPath(std::move(pdfPath)), m_data(context)
 {}
 
@@ -61,40 +65,26 @@ PrintRun::Result PrintRun::PrintSisetsuSeikyu(qint16 mode, PrintConditionSource&
     return result;
 }
 
+PrintRun::Result PrintRun::PrintSisetsuSeikyu(qint16 mode, const PrintJouken& jouken)
+{
+    GivenConditions given(jouken);
+    return PrintSisetsuSeikyu(mode, given);
+}
+
 bool PrintRun::iGetPrintJouken(PrintConditionSource& form)
 {
-    PrintFormValues v;
-    if (!form.readPrintFormValues(v) || !v.imD_Out.isValid() || !v.imD_Teis.isValid())
+    PrintJouken read = m_data.jouken;
+    if (!form.iGetPrintJouken(read) || read.sSeikyuYM.isEmpty() || read.sTeisyutuDate.isEmpty() ||
+        !printKind(read.iPrintKind))
         return false;
-    PrintJouken& j = m_data.jouken;
-    const int kind = firstSet(v.optPrint);
-    j.iPrintKind = qint16(kind < 0 ? 1 : kind + 1);
-    j.sSeikyuYM = v.imD_Out.toString(u"yyyy/MM"_s);
-    j.nSeikyuYM = v.imD_Out.year() * 100 + v.imD_Out.month();
-    j.sTeisyutuDate = v.imD_Teis.toString(u"yyyy/MM/dd"_s);
-    j.nDairiCd = v.cbDairiListIndex > 0 ? v.cbDairiItemData : 0;
-    j.nTiryoinCd = v.cbTiryoinListIndex > 0 ? v.cbTiryoinItemData : 0;
-    j.nShisetuCdFrom = v.imNum_ShisetuCD[0];
-    j.nShisetuCdTo = v.imNum_ShisetuCD[1];
-    // With no sort option set the previous run's order stays.
-    if (const int sort = firstSet(v.optSort); sort >= 0)
-        j.iSort = qint16(sort + 1);
-    j.nKanjaCd = v.imNum_CD;
-    for (int k = 0; k < 2; ++k) {
-        const bool chosen = v.cmbKaishaKbnEnabled[k] && v.cmbKaishaKbnListIndex[k] > 0;
-        (k == 0 ? j.sSisetsuType1 : j.sSisetsuType2) = chosen ? csRTrim(v.cmbKaishaKbnText[k]) : QString();
-    }
-    j.bSelSisetsuType = !v.optSelSisetsuType[0];
-    j.iSortShisetsu = qint16(qMax(0, firstSet(v.optSortShisetsu)));
-    j.nTantouCd = v.cbTantouListIndex > 0 ? v.cbTantouItemData : 0;
-    j.selectedDatabases = form.selectedDatabases();
+    m_data.jouken = std::move(read);
     return true;
 }
 
 void PrintRun::iExecPrint(qint16 mode, Result& result)
 {
     BusyPointer busy(m_context.interaction());
-    // Every kind iGetPrintJouken can choose has a row in the table.
+    // iGetPrintJouken let only kinds of the table through.
     const PrintKind& kind = *printKind(m_data.jouken.iPrintKind);
 
     QElapsedTimer clock;

@@ -2,7 +2,7 @@
 
 #include "app/AppContext.h"
 #include "billing/modPrint施設請求書.h"
-#include "report/PrintFormValues.h"
+#include "report/PrintConditionSource.h"
 
 #include <QString>
 #include <QtGlobal>
@@ -15,8 +15,8 @@ struct FolderOutput;
 class cls_WfdPrintExe;
 class PrintFolderLock;
 
-// The print run: reads the print conditions from its caller (the main form or the command line),
-// runs the query of the chosen print kind, writes the print-data CSV file and hands it with the
+// The print run: takes the print conditions from its caller (the main form, the command line or the
+// month end), runs the query of the chosen print kind, writes the print-data CSV file and hands it with the
 // kind's layout to the form-print engine. Every outcome is told to the user through the interaction
 // interface under the title "施設請求書印刷"; the caller learns how the run ended from its Result.
 class PrintRun
@@ -31,7 +31,7 @@ public:
     // command line turns it into its exit status.
     enum class Outcome {
         NotRun,
-        ConditionsFailed, // the form's values could not be read
+        ConditionsFailed, // the conditions could not be read, or lack the month or issue date
         NothingToPrint,   // the query found nothing, or the writer wrote no data line
         Failed,           // query or CSV writer failed
         EngineFailed,     // the engine could not be started, or failed to render
@@ -57,18 +57,20 @@ public:
     struct Result
     {
         Outcome outcome = Outcome::NotRun;
-        PrintJouken jouken;    // the conditions the run read from its caller
+        PrintJouken jouken;    // the conditions the run was given
         QString csvFilePath;   // the CSV file written, in the suite's spelling; "" when none was
         QString sealImagePath; // the seal image the CSV names; "" when none exists
         PhaseTimes times;
     };
 
     // pdfPath: the file the engine renders to, for Handoff::Pdf.
-    explicit PrintRun(AppContext& context, Handoff handoff = Handoff::Engine, QString pdfPath = {});
+    explicit PrintRun(const AppContext& context, Handoff handoff = Handoff::Engine, QString pdfPath = {});
 
     // Runs in mode 0 preview, 1 print or 2 CSV output with the conditions form gives. The sort
     // order of the invoice-receipts stays from the previous run of this object when form sets none.
     Result PrintSisetsuSeikyu(qint16 mode, PrintConditionSource& form);
+    // The same with conditions already built.
+    Result PrintSisetsuSeikyu(qint16 mode, const PrintJouken& jouken);
 
     // The folder, options and results of Handoff::PdfFolder; output must outlive the run.
     void setFolderOutput(FolderOutput* output) { m_folder = output; }
@@ -83,7 +85,7 @@ private:
     bool lockFolder(PrintFolderLock& lock, Result& result);
     void showInfo(const QString& text);
 
-    AppContext& m_context;
+    const AppContext& m_context;
     Handoff m_handoff;
     QString m_pdfPath;
     modPrint施設請求書 m_data; // conditions, query results

@@ -1,13 +1,19 @@
 #pragma once
 
 #include "app/AppContext.h"
-#include "report/PrintFormValues.h"
+#include "billing/PrintJouken.h"
+
+#include <QDate>
 
 namespace qelprn {
 
 // Puts the choices the desktop program keeps in "印刷設定.ini" of the data folder (sort order,
-// printed corporation and clinic, grouping by the visiting address's facility) into values, as
-// the main form shows them when it opens; a missing file or key leaves the form's defaults.
-void applySavedPrintSettings(const AppContext& context, PrintFormValues& values);
+// printed corporation and clinic, grouping by the visiting address's facility) into jouken; a
+// missing file or key leaves what jouken holds.
+void applySavedPrintSettings(const AppContext& context, PrintJouken& jouken);
+
+// The conditions a month end prints kind with: the saved choices, the month and the issue date;
+// every filter open.
+PrintJouken monthEndJouken(const AppContext& context, int kind, QDate month, QDate issue);
 
 } // namespace qelprn

@@ -40,21 +40,19 @@ using qelprn::test::TestProgramFolder;
 
 namespace {
 
-// The print runs a form started: mode and the control values the run read.
+// The print runs a form started: mode and the conditions the run read.
 struct Runs
 {
     QList<qint16> modes;
-    QList<qelprn::PrintFormValues> values;
-    QList<QList<qelprn::SelectedDatabase>> sites;
+    QList<qelprn::PrintJouken> conditions;
 
     frmPrintSisetsuSeikyu::PrintAction action()
     {
-        return [this](qelprn::AppContext&, qint16 mode, qelprn::PrintConditionSource& form) {
+        return [this](const qelprn::AppContext&, qint16 mode, qelprn::PrintConditionSource& form) {
             modes.append(mode);
-            qelprn::PrintFormValues v;
-            form.readPrintFormValues(v);
-            values.append(v);
-            sites.append(form.selectedDatabases());
+            qelprn::PrintJouken j;
+            form.iGetPrintJouken(j);
+            conditions.append(j);
         };
     }
 };
@@ -235,10 +233,14 @@ private slots:
         const bool sites = on.contains(u'X');
         QVERIFY(f.option(u"optSelJob"_s, sites ? 2 : 0)->isChecked());
         QCOMPARE(f.siteChecks(), (QList<bool>{sites, sites}));
-        // What the run reads: the facility-kind lists only where they are on.
-        qelprn::PrintFormValues v;
-        QVERIFY(f.form->readPrintFormValues(v));
-        QCOMPARE(v.cmbKaishaKbnEnabled, (std::array<bool, 2>{on.contains(u'B'), on.contains(u'K')}));
+        // What the run reads: the kind, and the facility-kind lists only where they are on.
+        for (int i = 0; i < 2; ++i)
+            f.c<QComboBox>(u"cmbKaishaKbn_%1"_s.arg(i))->setCurrentIndex(1);
+        qelprn::PrintJouken j;
+        QVERIFY(f.form->iGetPrintJouken(j));
+        QCOMPARE(j.iPrintKind, qint16(kind + 1));
+        QCOMPARE(j.sSisetsuType1, on.contains(u'B') ? u"グループホーム"_s : QString());
+        QCOMPARE(j.sSisetsuType2, on.contains(u'K') ? u"グループホーム"_s : QString());
     }
 
     void siteSelectionRules()
@@ -275,9 +277,10 @@ private slots:
         QCOMPARE(label->text(), u"三鷹支店"_s);
         f.click(u"cbPreview"_s);
         QCOMPARE(f.runs.modes, QList<qint16>{0});
-        QCOMPARE(f.runs.sites.first().size(), 1);
-        QCOMPARE(f.runs.sites.first().at(0).cDatabase, u"suite"_s);
-        QCOMPARE(f.runs.sites.first().at(0).sites, (QList<qelprn::SiteKey>{{2, 1}}));
+        const QList<qelprn::SelectedDatabase>& sites = f.runs.conditions.first().selectedDatabases;
+        QCOMPARE(sites.size(), 1);
+        QCOMPARE(sites.at(0).cDatabase, u"suite"_s);
+        QCOMPARE(sites.at(0).sites, (QList<qelprn::SiteKey>{{2, 1}}));
 
         // The site kind reloads the grid: franchise sites, then all.
         f.ui.clear();
@@ -303,14 +306,16 @@ private slots:
         QCOMPARE(f.runs.modes, QList<qint16>{0});
         QVERIFY(f.ui.messages.isEmpty());
 
-        const qelprn::PrintFormValues& v = f.runs.values.first();
-        QVERIFY(v.optPrint[3]);
-        QCOMPARE(v.imD_Out, QDate(2026, 10, 1));
-        QCOMPARE(v.cbDairiItemData, 11);
-        QCOMPARE(v.cbTiryoinItemData, 13);
-        QCOMPARE(v.imNum_CD, 5);
-        QVERIFY(v.optSort[2]);
-        QVERIFY(v.optSelSisetsuType[1]);
+        const qelprn::PrintJouken& j = f.runs.conditions.first();
+        QCOMPARE(j.iPrintKind, qint16(4));
+        QCOMPARE(j.sSeikyuYM, u"2026/10"_s);
+        QCOMPARE(j.nSeikyuYM, 202610);
+        QCOMPARE(j.sTeisyutuDate, u"2026/11/15"_s);
+        QCOMPARE(j.nDairiCd, 11);
+        QCOMPARE(j.nTiryoinCd, 13);
+        QCOMPARE(j.nKanjaCd, 5);
+        QCOMPARE(j.iSort, qint16(3));
+        QVERIFY(j.bSelSisetsuType);
 
         bool ok = false;
         const QStringList lines = qelprn::readTextLines(f.folder.filePath(u"DATA/印刷設定.ini"_s), &ok);
@@ -419,7 +424,7 @@ private slots:
         // F5 runs one preview; the status bar tells what the run did, not more.
         QTest::keyClick(f.form.get(), Qt::Key_F5);
         QCOMPARE(f.runs.modes, QList<qint16>{0});
-        QCOMPARE(f.runs.values.first().imNum_CD, 0);
+        QCOMPARE(f.runs.conditions.first().nKanjaCd, 0);
         QVERIFY(f.status().endsWith(u"プレビューを開きました"_s));
 
         // メインメニュー closes for the menu; F12 is 戻る.
@@ -502,7 +507,7 @@ private slots:
         ctx.iBaseKyotenEb = 1;
         QDir::setCurrent(app);
         frmPrintSisetsuSeikyu form(
-            ctx, [](qelprn::AppContext& c, qint16 mode, qelprn::PrintConditionSource& source) {
+            ctx, [](const qelprn::AppContext& c, qint16 mode, qelprn::PrintConditionSource& source) {
                 qelprn::PrintRun(c).PrintSisetsuSeikyu(mode, source);
             });
         QVERIFY(form.Form_Load());
@@ -521,7 +526,9 @@ private slots:
                      (QStringList{u"2"_s, u"/c"_s}));
             QVERIFY(status->text().endsWith(u"プレビューを開きました"_s));
         }
-        QCOMPARE(form.selectedDatabases().size(), 2);
+        qelprn::PrintJouken shown;
+        QVERIFY(form.iGetPrintJouken(shown));
+        QCOMPARE(shown.selectedDatabases.size(), 2);
 
         // A run that tells something puts its last message in the status bar.
         control<QDateEdit>(form, u"imD_Out"_s)->setDate(QDate(2001, 1, 1));

@@ -1,4 +1,4 @@
-// The print run on small databases built per case: the conditions read from the form values, the
+// The print run on small databases built per case: the conditions it takes from its caller, the
 // message sequences and outcomes of every ending, the seal image search, and the kind's layout,
 // data and paper reaching the engine.
 #include "app/Cp932.h"
@@ -15,38 +15,35 @@
 #include <QProcess>
 #include <QTest>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 using namespace qelprn;
 using Outcome = PrintRun::Outcome;
 
 namespace {
 
-// The form as the run sees it: values set by the test, or a failure to read them.
+// The form as the run sees it: conditions set by the test, or a failure to read them. It keeps
+// what the run handed it (the previous run's conditions).
 class FakeForm : public PrintConditionSource
 {
 public:
-    FakeForm()
+    FakeForm() { jouken.setMonthAndIssue(QDate(2024, 10, 1), QDate(2024, 11, 5)); }
+    bool iGetPrintJouken(PrintJouken& j) override
     {
-        values.imD_Out = QDate(2024, 10, 1);
-        values.imD_Teis = QDate(2024, 11, 5);
-        values.optSelSisetsuType[0] = true;
-    }
-    bool readPrintFormValues(PrintFormValues& v) override
-    {
-        v = values;
+        handed.append(j);
+        j = jouken;
         return readable;
     }
-    QList<SelectedDatabase> selectedDatabases() override { return sites; }
 
     FakeForm& kind(int k)
     {
-        values.optPrint = {};
-        values.optPrint[k - 1] = true;
+        jouken.iPrintKind = qint16(k);
         return *this;
     }
 
-    PrintFormValues values;
-    QList<SelectedDatabase> sites;
+    PrintJouken jouken;
+    QList<PrintJouken> handed;
     bool readable = true;
 };
 
@@ -70,7 +67,7 @@ struct RunFixture : BillingFixture
         patient(1001, 101, 40000, 4000, 500, 201);
         day(1001, u"2024/10/03 10:00:00"_s, 5000, 500, 500);
         day(1001, u"2024/10/10 10:00:00"_s, 5000, 500, 0);
-        form.sites = {{u"suite"_s, {{1, 1}}}};
+        form.jouken.selectedDatabases = {{u"suite"_s, {{1, 1}}}};
         // The invoice-receipt's basic house-call fee.
         insert(u"療養費単価"_s, {{u"iTankaKbn"_s, 2},
                                  {u"nTankaCode"_s, 1},
@@ -115,64 +112,48 @@ class tst_PrintRun : public QObject
     Q_OBJECT
 
 private slots:
-    void conditionsFromTheForm()
+    void conditionsFromTheCaller()
     {
         RunFixture f;
-        PrintFormValues& v = f.form.values;
-        v.optPrint = {false, false, true, true, false, false}; // the first set option wins
-        v.cbDairiListIndex = 0;                                // entry 0 is "no choice"
-        v.cbDairiItemData = 9;
-        v.cbTiryoinListIndex = 2;
-        v.cbTiryoinItemData = 7;
-        v.imNum_ShisetuCD = {100, 101};
-        v.imNum_CD = 1001;
-        v.cmbKaishaKbnEnabled = {true, false};
-        v.cmbKaishaKbnListIndex = {1, 1};
-        v.cmbKaishaKbnText = {u"有料老人ホーム  "_s, u"ケアハウス"_s};
-        v.optSelSisetsuType = {false, true};
-        v.optSortShisetsu = {false, false, true, true};
-        v.optSort = {false, false, true};
-        v.cbTantouListIndex = 1;
-        v.cbTantouItemData = 44;
-
+        f.form.jouken.iSort = 3;
+        f.form.jouken.nKanjaCd = 1001;
         PrintRun run(f.ctx, PrintRun::Handoff::CsvOnly);
-        PrintRun::Result r = run.PrintSisetsuSeikyu(2, f.form);
-        const PrintJouken& j = r.jouken;
-        QCOMPARE(j.iPrintKind, qint16(3));
-        QCOMPARE(j.sSeikyuYM, u"2024/10"_s);
-        QCOMPARE(j.nSeikyuYM, 202410);
-        QCOMPARE(j.sTeisyutuDate, u"2024/11/05"_s);
-        QCOMPARE(j.nDairiCd, 0);
-        QCOMPARE(j.nTiryoinCd, 7);
-        QCOMPARE(j.nShisetuCdFrom, 100);
-        QCOMPARE(j.nShisetuCdTo, 101);
-        QCOMPARE(j.iSort, qint16(3));
-        QCOMPARE(j.nKanjaCd, 1001);
-        QCOMPARE(j.sSisetsuType1, u"有料老人ホーム"_s);
-        QCOMPARE(j.sSisetsuType2, QString()); // disabled combo
-        QVERIFY(j.bSelSisetsuType);
-        QCOMPARE(j.iSortShisetsu, qint16(2));
-        QCOMPARE(j.nTantouCd, 44);
-        QCOMPARE(j.selectedDatabases.size(), 1);
-
-        // No form kind set: kind 1; no sort option set: the run's previous order stays.
-        v.optPrint = {};
-        v.optSort = {};
+        PrintRun::Result r = run.PrintSisetsuSeikyu(2, f.form.kind(3));
+        QCOMPARE(r.outcome, Outcome::CsvWritten);
+        QCOMPARE(r.jouken.iPrintKind, qint16(3));
+        QCOMPARE(r.jouken.nSeikyuYM, 202410);
+        QCOMPARE(r.jouken.nKanjaCd, 1001);
+        QCOMPARE(r.jouken.selectedDatabases.size(), 1);
+        // The next reading starts from this run's conditions (a form that sets no sort keeps it).
+        f.form.jouken.iSort = 1;
         r = run.PrintSisetsuSeikyu(2, f.form);
-        QCOMPARE(r.jouken.iPrintKind, qint16(1));
-        QCOMPARE(r.jouken.iSort, qint16(3));
+        QCOMPARE(f.form.handed.size(), 2);
+        QCOMPARE(f.form.handed.at(1).iSort, qint16(3));
+        QCOMPARE(f.form.handed.at(1).nKanjaCd, 1001);
+        QCOMPARE(r.jouken.iSort, qint16(1));
 
-        f.form.readable = false;
-        r = run.PrintSisetsuSeikyu(0, f.form);
-        QCOMPARE(f.texts().last(), u"印刷条件の取得に失敗しました。"_s);
-        QCOMPARE(f.ui.messages.last().icon, MsgIcon::Information);
-        QCOMPARE(r.outcome, Outcome::ConditionsFailed);
+        // Unreadable conditions, a missing month or issue date, a kind the table lacks.
+        const QList<std::function<void(FakeForm&)>> faults = {
+            [](FakeForm& form) { form.readable = false; },
+            [](FakeForm& form) { form.jouken.setMonthAndIssue({}, QDate(2024, 11, 5)); },
+            [](FakeForm& form) { form.jouken.setMonthAndIssue(QDate(2024, 10, 1), {}); },
+            [](FakeForm& form) { form.kind(7); },
+        };
+        for (const auto& fault : faults) {
+            FakeForm form;
+            fault(form);
+            f.ui.clear();
+            r = run.PrintSisetsuSeikyu(0, form);
+            QCOMPARE(f.texts(), QStringList{u"印刷条件の取得に失敗しました。"_s});
+            QCOMPARE(f.ui.messages.last().icon, MsgIcon::Information);
+            QCOMPARE(r.outcome, Outcome::ConditionsFailed);
+        }
     }
 
     void nothingToPrint()
     {
         RunFixture f;
-        f.form.values.imD_Out = QDate(2024, 9, 1);
+        f.form.jouken.setMonthAndIssue(QDate(2024, 9, 1), QDate(2024, 11, 5));
         const PrintRun::Result r = f.run(0, 1);
         // The query's own message only: no CSV, no engine.
         QCOMPARE(f.texts(), QStringList({u"該当する実績データがありません。"_s}));
