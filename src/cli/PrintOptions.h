@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/AppContext.h"
-#include "db/DbInfo.h"
 #include "billing/PrintJouken.h"
+#include "db/DbInfo.h"
 
 #include <QCommandLineParser>
 #include <QList>

@@ -63,7 +63,8 @@ MonthEndDialog::MonthEndDialog(const AppContext& ctx, QDate month, QDate issue, 
     for (const PrintKind& kind : printKinds()) {
         auto* box = new QCheckBox(QString::number(kind.number) + u' ' + kind.label, kinds);
         box->setObjectName(u"chkKind_%1"_s.arg(kind.number));
-        const bool chosen = form ? current.iPrintKind == kind.number : QList<int>{1, 2, 4, 5}.contains(kind.number);
+        const bool chosen =
+            form ? current.iPrintKind == kind.number : QList<int>{1, 2, 4, 5}.contains(kind.number);
         box->setChecked(chosen);
         box->setEnabled(!form);
         kindGrid->addWidget(box, (kind.number - 1) % 3, (kind.number - 1) / 3);

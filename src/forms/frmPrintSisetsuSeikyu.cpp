@@ -1,10 +1,10 @@
 #include "forms/frmPrintSisetsuSeikyu.h"
 
-#include "app/SpaceTrim.h"
 #include "app/Cp932.h"
 #include "app/NullValue.h"
 #include "app/Paths.h"
 #include "app/ProgramTitle.h"
+#include "app/SpaceTrim.h"
 #include "app/SysIni.h"
 #include "app/clsOplIniFile.h"
 #include "db/AdodbIni.h"
@@ -49,7 +49,8 @@ const QString kSettingsSection = u"施設請求書"_s;
 
 } // namespace
 
-frmPrintSisetsuSeikyu::frmPrintSisetsuSeikyu(const AppContext& ctx, PrintAction print, QDate today, QWidget* parent)
+frmPrintSisetsuSeikyu::frmPrintSisetsuSeikyu(const AppContext& ctx, PrintAction print, QDate today,
+                                             QWidget* parent)
     : QDialog(parent), m_ctx(ctx), m_print(std::move(print)), m_today(today)
 {
     setObjectName(u"frmPrintSisetsuSeikyu"_s);
@@ -404,7 +405,8 @@ void frmPrintSisetsuSeikyu::mnMonthEnd_Click()
     // The month end runs with the saved conditions: those of the form as it is now.
     iSavePrintSettings();
     MonthEndDialog dialog(
-        m_ctx, imD_Out->date(), imD_Teis->date(), nullptr, [this] { return sprKyoten->checkedSites(); }, this);
+        m_ctx, imD_Out->date(), imD_Teis->date(), nullptr, [this] { return sprKyoten->checkedSites(); },
+        this);
     dialog.exec();
 }
 

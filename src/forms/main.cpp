@@ -59,7 +59,8 @@ int main(int argc, char* argv[])
     // Relative database folders in the settings are taken from the program folder.
     QDir::setCurrent(ctx.csAppDir);
 
-    const auto print = [](const qelprn::AppContext& context, qint16 mode, qelprn::PrintConditionSource& form) {
+    const auto print = [](const qelprn::AppContext& context, qint16 mode,
+                          qelprn::PrintConditionSource& form) {
         qelprn::PrintRun(context).PrintSisetsuSeikyu(mode, form);
     };
 

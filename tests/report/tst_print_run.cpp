@@ -14,7 +14,6 @@
 #include <QFile>
 #include <QProcess>
 #include <QTest>
-
 #include <functional>
 
 using namespace Qt::StringLiterals;
