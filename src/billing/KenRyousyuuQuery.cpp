@@ -96,7 +96,7 @@ qint16 modPrint施設請求書::iGetSeikyuData_KenRyousyuu()
         aKenRyousyuu.clear();
         QueryConnection db(context, u"iGetSeikyuData_KenRyousyuu() でエラー"_s);
         if (!db.openAdodb() ||
-            !db.query(csKenRyousyuuSql(jouken, context.iBaseKyotenCd, context.iBaseKyotenEb)))
+            !db.query(csKenRyousyuuSql(jouken, receiptDays, context.iBaseKyotenCd, context.iBaseKyotenEb)))
             return -1;
 
         std::optional<cls単価> tanka; // loaded with the first record: no price messages without data

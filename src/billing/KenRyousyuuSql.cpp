@@ -37,7 +37,7 @@ QString orderBy(qint16 iSort)
 
 } // namespace
 
-QString csKenRyousyuuSql(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
+QString csKenRyousyuuSql(const PrintJouken& j, ReceiptDays days, qint16 baseCd, qint16 baseEb)
 {
     QString sql =
         u"SELECT   JISSEKI.nRiyoushaIDNo"_s
@@ -83,10 +83,10 @@ QString csKenRyousyuuSql(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
     sql += u" AND JISSEKI.tServicyDayStart >= '"_s + sqlText(csMonthFirstDay(j.sSeikyuYM)) +
            u"' AND JISSEKI.tServicyDayStart < '"_s + sqlText(csNextMonthFirstDay(j.sSeikyuYM)) + u"'"_s;
     sql += u" AND JISSEKI.nKanjaSeikyu > 0"_s;
-    if (j.iPrintKind == 4)
+    if (days == ReceiptDays::CoPayment)
         sql +=
             u" AND (CASE WHEN JISSEKI.iAnbunUmu = 1 THEN JISSEKI.nFutankinAnbun ELSE JISSEKI.nFutankin END) > 0"_s;
-    else if (j.iPrintKind == 5)
+    else if (days == ReceiptDays::SelfPay)
         sql += u" AND JISSEKI.nJippiSejutu > 0"_s;
     if (!j.sSisetsuType2.isEmpty())
         sql += u" AND SEJUTSU_SISETSU.cSisetsuType = '"_s + sqlText(j.sSisetsuType2) + u"'"_s;

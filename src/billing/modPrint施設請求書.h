@@ -3,6 +3,7 @@
 #include "app/AppContext.h"
 #include "billing/KanjaSeikyuRow.h"
 #include "billing/KenRyousyuuRow.h"
+#include "billing/KenRyousyuuSql.h"
 #include "billing/PrintJouken.h"
 #include "billing/SisetsuSeikyuGroup.h"
 #include "billing/SisetsuSeikyuRow.h"
@@ -34,7 +35,7 @@ public:
     qint16 iGetSeikyuData_ALLDB();
     // Co-payment list lines into aKanjaSeikyu, with treatment days and the visit-count split.
     qint16 iGetSeikyuData_Kanja_New();
-    // Invoice-receipt rows into aKenRyousyuu: one per patient and eleven days.
+    // Invoice-receipt rows into aKenRyousyuu: one per patient and eleven days, of the receiptDays.
     qint16 iGetSeikyuData_KenRyousyuu();
 
     // Adds the patient's share of the month's visits 1 to 4 to dbl4Down and of visit 5 and later
@@ -56,7 +57,8 @@ public:
 
     const AppContext& context;
     PrintJouken jouken;
-    QList<DbInfo> dbInfos; // the database list of the last multi-database run
+    ReceiptDays receiptDays = ReceiptDays::All; // the print kind's, set by the print run
+    QList<DbInfo> dbInfos;                      // the database list of the last multi-database run
 
     QList<SisetsuSeikyuRow> aSisetsuSeikyu;
     QList<SisetsuSeikyuGroup> aSeikyuSisetsu;

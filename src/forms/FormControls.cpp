@@ -95,6 +95,19 @@ QComboBox* makeCombo(QWidget* parent, const QString& name)
     return box;
 }
 
+QList<QRadioButton*> makeOptions(QWidget* parent, const QString& name, const QStringList& captions,
+                                 QButtonGroup*& group)
+{
+    QList<QRadioButton*> out;
+    group = new QButtonGroup(parent);
+    for (qsizetype i = 0; i < captions.size(); ++i) {
+        out.append(new QRadioButton(captions.at(i), parent));
+        out.last()->setObjectName(indexed(name, int(i)));
+        group->addButton(out.last(), int(i));
+    }
+    return out;
+}
+
 QDateEdit* makeDateBox(QWidget* parent, const QString& name)
 {
     auto* box = new QDateEdit(parent);

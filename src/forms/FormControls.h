@@ -1,10 +1,13 @@
 #pragma once
 
 #include <QButtonGroup>
+#include <QList>
 #include <QRadioButton>
 #include <QString>
 #include <QStringList>
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 class QComboBox;
 class QDateEdit;
@@ -40,25 +43,24 @@ void fitWindowInto(QWidget& window, const QSize& wanted, const QRect& available)
 QRect availableArea(const QWidget& window);
 
 // An option group name_0 .. name_N-1 with the given captions, in a button group whose ids are the
-// indexes.
+// indexes; one option per caption, or N of them.
+QList<QRadioButton*> makeOptions(QWidget* parent, const QString& name, const QStringList& captions,
+                                 QButtonGroup*& group);
 template <std::size_t N>
-std::array<QRadioButton*, N> makeOptions(QWidget* parent, const QString& name, const QStringList& captions,
+std::array<QRadioButton*, N> makeOptions(QWidget* parent, const QString& name, QStringList captions,
                                          QButtonGroup*& group)
 {
+    captions.resize(qsizetype(N));
+    const QList<QRadioButton*> made = makeOptions(parent, name, captions, group);
     std::array<QRadioButton*, N> out{};
-    group = new QButtonGroup(parent);
-    for (std::size_t i = 0; i < N; ++i) {
-        out[i] = new QRadioButton(captions.value(qsizetype(i)), parent);
-        out[i]->setObjectName(indexed(name, int(i)));
-        group->addButton(out[i], int(i));
-    }
+    std::copy(made.cbegin(), made.cend(), out.begin());
     return out;
 }
 
 // The index of the selected option, -1 when none is.
-template <std::size_t N> int checkedIndex(const std::array<QRadioButton*, N>& options)
+template <typename Options> int checkedIndex(const Options& options)
 {
-    for (std::size_t i = 0; i < N; ++i) {
+    for (std::size_t i = 0; i < std::size_t(std::size(options)); ++i) {
         if (options[i]->isChecked())
             return int(i);
     }

@@ -161,7 +161,7 @@ bool frmPrintSisetsuSeikyu::Form_Load()
     loadSiteGrid();
     optSelJob_Click(selectedJob());
     // The keyboard starts at the form kind, so arrow keys choose it.
-    optPrint[1]->setFocus();
+    optPrint.value(1, optPrint.first())->setFocus();
     return true;
 }
 
@@ -269,7 +269,7 @@ void frmPrintSisetsuSeikyu::chooseKind(int index)
 {
     if (index < 0 || index >= int(optPrint.size()))
         return;
-    optPrint[std::size_t(index)]->setChecked(true);
+    optPrint.at(index)->setChecked(true);
     optPrint_Click(index);
 }
 
@@ -389,7 +389,7 @@ void frmPrintSisetsuSeikyu::cbPrint_Click()
 
 void frmPrintSisetsuSeikyu::cbPdfFolder_Click()
 {
-    if (optPrint[5]->isChecked() && sprKyoten->firstCheckedRow() < 0) {
+    if (needsSites() && sprKyoten->firstCheckedRow() < 0) {
         m_ctx.interaction().messageBox(u"処理の対象となる事業所の選択を行ってください。"_s, u"選択エラー"_s,
                                        MsgIcon::Exclamation);
         return;
@@ -410,9 +410,15 @@ void frmPrintSisetsuSeikyu::mnMonthEnd_Click()
     dialog.exec();
 }
 
+bool frmPrintSisetsuSeikyu::needsSites() const
+{
+    const PrintKind* kind = printKind(checkedIndex(optPrint) + 1);
+    return kind && kind->reads(Condition::Sites);
+}
+
 void frmPrintSisetsuSeikyu::runPrint(qint16 mode)
 {
-    if (optPrint[5]->isChecked() && sprKyoten->firstCheckedRow() < 0) {
+    if (needsSites() && sprKyoten->firstCheckedRow() < 0) {
         m_ctx.interaction().messageBox(u"処理の対象となる事業所の選択を行ってください。"_s, u"選択エラー"_s,
                                        MsgIcon::Exclamation);
         return;

@@ -30,7 +30,7 @@ class SiteGridWidget;
 // date, facility, patient and practitioner filters, printed names, sort order and, for the
 // multi-site invoice, the sites), applies the control-state rules of each form kind, starts the
 // print run in preview or print mode and keeps the last choices in "印刷設定.ini". Controls carry
-// the suite's names as object names; arrays are "name_index" (optPrint_0 .. optPrint_5).
+// the suite's names as object names; arrays are "name_index" (optPrint_0, optPrint_1, ...).
 class frmPrintSisetsuSeikyu : public QDialog, public PrintConditionSource
 {
     Q_OBJECT
@@ -96,6 +96,8 @@ private:
     bool loadFacilityKinds();
     void loadSiteGrid();
     void runPrint(qint16 mode);
+    // True when the chosen kind prints for the sites checked in the grid.
+    bool needsSites() const;
     int selectedJob() const;
     void showLoadMessage(const QString& text, MsgIcon icon) const;
     void updateStatus();
@@ -112,7 +114,7 @@ private:
     void showVersion();
 
     // The controls, by the suite's names; built in frmPrintSisetsuSeikyuLayout.cpp.
-    std::array<QRadioButton*, 6> optPrint{};
+    QList<QRadioButton*> optPrint; // one per row of the kind table
     QDateEdit* imD_Out = nullptr;
     QDateEdit* imD_Teis = nullptr;
     QGroupBox* Frame5 = nullptr;

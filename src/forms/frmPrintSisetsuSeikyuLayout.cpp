@@ -151,11 +151,11 @@ QWidget* frmPrintSisetsuSeikyu::buildKindGroup()
     QStringList captions;
     for (const PrintKind& kind : printKinds())
         captions.append(kind.label);
-    optPrint = makeOptions<6>(group, u"optPrint"_s, captions, buttons);
+    optPrint = makeOptions(group, u"optPrint"_s, captions, buttons);
     connect(buttons, &QButtonGroup::idClicked, this, &frmPrintSisetsuSeikyu::optPrint_Click);
     auto* grid = new QGridLayout(group);
-    for (int i = 0; i < 6; ++i)
-        grid->addWidget(optPrint[std::size_t(i)], i % 3, i / 3);
+    for (int i = 0; i < optPrint.size(); ++i)
+        grid->addWidget(optPrint.at(i), i % 3, i / 3);
     return group;
 }
 

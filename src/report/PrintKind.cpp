@@ -69,9 +69,9 @@ const Conditions kList =
     C::ServiceFacility | C::ServiceKind | C::Practitioner | C::ListSort | C::AddressFacility | C::Clinic;
 const Conditions kReceipt = C::BillingFacility | C::ServiceKind | C::Patient | C::Sort | C::Corp | C::Clinic;
 
-const std::array<PrintKind, 6>& table()
+std::span<const PrintKind> table()
 {
-    static const std::array<PrintKind, 6> kinds = {{
+    static const auto kinds = std::to_array<PrintKind>({
         {1, u"請求書(施設請求先別)"_s, u"施設別請求書.wfd"_s, kSeikyuData, kSeikyuCsv, false,
          &M::iGetSeikyuData, seikyuCsv, kInvoice, confirmUnbilledFacilities},
         {2, u"一部負担金一覧表"_s, u"一部負担金一覧表_02.wfd"_s, kSeikyuData, kSeikyuCsv, false,
@@ -79,12 +79,13 @@ const std::array<PrintKind, 6>& table()
         {3, u"一部負担金一覧表(回数区分あり)"_s, u"一部負担金一覧表_回数区分あり.wfd"_s, kSeikyuData,
          kSeikyuCsv, false, &M::iGetSeikyuData_Kanja_New, kanjaCsv, kList},
         {4, u"請求書兼領収書"_s, u"請求書兼領収書_回数区分あり.wfd"_s, kKenRyousyuu, kKenRyousyuuCsv, true,
-         &M::iGetSeikyuData_KenRyousyuu, kenRyousyuuCsv, kReceipt},
+         &M::iGetSeikyuData_KenRyousyuu, kenRyousyuuCsv, kReceipt, nullptr, ReceiptDays::CoPayment},
         {5, u"請求書兼領収書(自費分)"_s, u"請求書兼領収書_回数区分あり_自費.wfd"_s, kKenRyousyuu,
-         kKenRyousyuuCsv, true, &M::iGetSeikyuData_KenRyousyuu, kenRyousyuuCsv, kReceipt},
+         kKenRyousyuuCsv, true, &M::iGetSeikyuData_KenRyousyuu, kenRyousyuuCsv, kReceipt, nullptr,
+         ReceiptDays::SelfPay},
         {6, u"請求書(施設請求先別・拠点選択)"_s, u"施設別請求書.wfd"_s, kSeikyuData, kSeikyuCsv, false,
          &M::iGetSeikyuData_ALLDB, seikyuCsvAllDb, kInvoice | C::Sites},
-    }};
+    });
     return kinds;
 }
 

@@ -48,6 +48,8 @@ struct PrintKind
     Writer writer = nullptr;
     Conditions conditions;
     Confirm confirm = nullptr; // nullptr: nothing to ask
+    // The days an invoice-receipt lists: those with a co-payment, or those with a self-pay fee.
+    ReceiptDays receiptDays = ReceiptDays::All;
 
     bool reads(Condition condition) const { return conditions.testFlag(condition); }
 };

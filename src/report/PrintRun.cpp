@@ -86,6 +86,7 @@ void PrintRun::iExecPrint(qint16 mode, Result& result)
     BusyPointer busy(m_context.interaction());
     // iGetPrintJouken let only kinds of the table through.
     const PrintKind& kind = *printKind(m_data.jouken.iPrintKind);
+    m_data.receiptDays = kind.receiptDays;
 
     QElapsedTimer clock;
     clock.start();

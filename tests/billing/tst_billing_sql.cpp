@@ -282,7 +282,6 @@ private slots:
         QFETCH(bool, filtered);
         QFETCH(QString, order);
         PrintJouken j = baseJouken();
-        j.iPrintKind = kind;
         j.iSort = sort;
         if (filtered) {
             j.sSisetsuType2 = u"施'術"_s;
@@ -290,7 +289,8 @@ private slots:
             j.sSisetsuType1 = u"請求"_s;
             j.nKanjaCd = 77;
         }
-        const QString sql = csKenRyousyuuSql(j, 1, 2);
+        const QString sql =
+            csKenRyousyuuSql(j, kind == 4 ? ReceiptDays::CoPayment : ReceiptDays::SelfPay, 1, 2);
         const QString kind4 =
             u" AND (CASE WHEN JISSEKI.iAnbunUmu = 1 THEN JISSEKI.nFutankinAnbun ELSE JISSEKI.nFutankin END) > 0"_s;
         const QString kind5 = u" AND JISSEKI.nJippiSejutu > 0"_s;

@@ -56,7 +56,7 @@ private slots:
         f.day(1, day(14), 9999, 100, 0, 2);                           // other site
         f.day(1, day(15), 9999, 0, 0, 1);                             // no co-payment: kind 4 leaves it out
         f.day(1, day(16), 9999, 100, 0, 1, {{u"nKanjaSeikyu"_s, 0}}); // nothing billed
-        f.mod.jouken.iPrintKind = 4;
+        f.mod.receiptDays = ReceiptDays::CoPayment;
         f.mod.jouken.nTiryoinCd = 2;
 
         QCOMPARE(f.mod.iGetSeikyuData_KenRyousyuu(), qint16(0));
@@ -84,7 +84,7 @@ private slots:
         }
 
         // Kind 5 keeps only the self-pay day.
-        f.mod.jouken.iPrintKind = 5;
+        f.mod.receiptDays = ReceiptDays::SelfPay;
         QCOMPARE(f.mod.iGetSeikyuData_KenRyousyuu(), qint16(0));
         QCOMPARE(f.mod.aKenRyousyuu.size(), 1);
         QCOMPARE(f.mod.aKenRyousyuu.at(0).施術回数, 1);
@@ -117,7 +117,7 @@ private slots:
         f.day(4, day(1), 1000);   // no month result row: not on the receipts
         f.month(5, 1000, 100, 0); // no patient row: Null everywhere
         f.day(5, day(4), 1000);
-        f.mod.jouken.iPrintKind = 4;
+        f.mod.receiptDays = ReceiptDays::CoPayment;
 
         f.mod.jouken.iSort = 1;
         QCOMPARE(f.mod.iGetSeikyuData_KenRyousyuu(), qint16(0));
