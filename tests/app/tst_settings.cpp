@@ -1,15 +1,13 @@
+// The suite's settings and folders: Windows paths, the file stamp, "Tovara.ini" and the private
+// profile files, the start-up check and where the program folder is looked for.
 #include "app/CliInteraction.h"
 #include "app/Cp932.h"
 #include "app/FileUtil.h"
-#include "app/Kiriage.h"
 #include "app/NullValue.h"
 #include "app/Paths.h"
 #include "app/Platform.h"
-#include "app/RunTimeError.h"
-#include "app/SpaceTrim.h"
 #include "app/StartupCheck.h"
 #include "app/SysIni.h"
-#include "app/Val.h"
 #include "app/clsOplIniFile.h"
 #include "support/TestInteraction.h"
 
@@ -19,23 +17,11 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
-#include <functional>
 
 using namespace Qt::StringLiterals;
 using qelprn::test::TestInteraction;
 
 namespace {
-
-// The text of the run-time error the work raises, or "" when it raises none.
-QString overflowText(const std::function<void()>& work)
-{
-    try {
-        work();
-    } catch (const qelprn::RunTimeError& e) {
-        return qelprn::csRunTimeErrorText(e);
-    }
-    return QString();
-}
 
 void writeBytes(const QString& path, const QByteArray& bytes)
 {
@@ -57,55 +43,6 @@ class tst_settings : public QObject
     Q_OBJECT
 
 private slots:
-    // One table for both converters (ICU on Linux, the system's code page on Windows): the bytes
-    // are those Windows writes, so files match the suite's byte for byte.
-    void cp932Table_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::newRow("full-width minus") << u"－"_s << QByteArray("\x81\x7C");
-        QTest::newRow("full-width tilde") << u"～"_s << QByteArray("\x81\x60");
-        QTest::newRow("circled one") << u"①"_s << QByteArray("\x87\x40");
-        // Characters with an NEC-selected and an IBM code: Windows writes the FA-FC form.
-        QTest::newRow("taka (IBM)") << u"髙"_s << QByteArray("\xFB\xFC");
-        QTest::newRow("small roman one (IBM)") << u"ⅰ"_s << QByteArray("\xFA\x40");
-        QTest::newRow("kou (IBM)") << u"纊"_s << QByteArray("\xFA\x5C");
-        // Symbols in both the JIS rows and NEC row 13: Windows writes the JIS code.
-        QTest::newRow("not sign") << u"￢"_s << QByteArray("\x81\xCA");
-        QTest::newRow("nearly equal") << u"≒"_s << QByteArray("\x81\xE0");
-        QTest::newRow("no code") << u"鷗"_s << QByteArray("?");
-        QTest::newRow("mixed line") << u"髙橋 ①－～\t1"_s
-                                    << QByteArray("\xFB\xFC\x8B\xB4 \x87\x40\x81\x7C\x81\x60\t1");
-    }
-
-    void cp932Table()
-    {
-        QFETCH(QString, text);
-        QFETCH(QByteArray, bytes);
-        QCOMPARE(qelprn::toCp932(text), bytes);
-        // A second time comes from the per-thread memory of converted units.
-        QCOMPARE(qelprn::toCp932(text), bytes);
-        if (!bytes.contains('?'))
-            QCOMPARE(qelprn::fromCp932(bytes), text);
-    }
-
-    void cp932RoundTrips()
-    {
-        // The NEC-selected duplicates read as the same characters.
-        QCOMPARE(qelprn::fromCp932(QByteArray("\xEE\xEF\xED\x40\x87\x90\xFA\x54")), u"ⅰ纊≒￢"_s);
-        // A file cut after a lead byte keeps the cut visible instead of dropping it.
-        QCOMPARE(qelprn::fromCp932(QByteArray("A\x82")), u"A\uFFFD"_s);
-        // One "?" per code point, also outside the basic plane.
-        QCOMPARE(qelprn::toCp932(u"a€😀b"), QByteArray("a?\x3F"
-                                                      "b")
-                                               .replace("?\x3F", "??"));
-        QByteArray out("x");
-        qelprn::appendCp932(out, u"髙");
-        qelprn::appendCp932(out, u"");
-        QCOMPARE(out, QByteArray("x\xFB\xFC"));
-        QCOMPARE(qelprn::decodeSettingsText(QByteArray("\xEF\xBB\xBF") + u"髙"_s.toUtf8()), u"髙"_s);
-    }
-
     // The suite's folder values are appended to the program folder, which may be on a drive or
     // a UNC share; the result must be a path Windows accepts as it is.
     void windowsPaths_data()
@@ -270,45 +207,6 @@ private slots:
         QCOMPARE(readBytes(dir.filePath(u"new.ini"_s)), QByteArray("[S]\r\nk=v\r\n"));
     }
 
-    void rounding_data()
-    {
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<int>("unit");
-        QTest::addColumn<double>("value");
-        QTest::addColumn<int>("expected");
-        QTest::newRow("up exact") << 1 << 1 << 100.0 << 100;
-        QTest::newRow("up fraction") << 1 << 1 << 100.2 << 101;
-        QTest::newRow("up tens") << 1 << 10 << 101.0 << 110;
-        QTest::newRow("half up") << 3 << 1 << 100.5 << 101;
-        QTest::newRow("half down") << 3 << 1 << 100.49 << 100;
-        QTest::newRow("down negative") << 2 << 1 << -0.5 << -1;
-        QTest::newRow("down") << 2 << 1 << 100.9 << 100;
-        QTest::newRow("none") << 0 << 1 << 123.4 << 0;
-    }
-
-    void rounding()
-    {
-        QFETCH(int, kind);
-        QFETCH(int, unit);
-        QFETCH(double, value);
-        QFETCH(int, expected);
-        TestInteraction ui;
-        const qelprn::Kiriage rule{qint16(kind), qint16(unit)};
-        QCOMPARE(qelprn::nKiriage(rule, value, &ui), expected);
-        QVERIFY(ui.messages.isEmpty());
-    }
-
-    void roundingWithoutUnitWarns()
-    {
-        TestInteraction ui;
-        QCOMPARE(qelprn::nKiriage({1, 0}, 5.5, &ui), 0);
-        QCOMPARE(ui.calls, QStringList({u"message:警告！:切り上げ桁が設定されていません。"_s}));
-        // A result beyond 32 bits raises the suite's overflow error.
-        QCOMPARE(overflowText([&] { qelprn::nKiriage({1, 1}, 3e9); }), u"( 6)オーバーフローしました。"_s);
-        // down: the largest 32-bit value itself
-        QCOMPARE(qelprn::nKiriage({2, 1}, 2147483647.0), 2147483647);
-    }
-
     void commandLineCheck()
     {
         TestInteraction ui;
@@ -389,84 +287,6 @@ private slots:
         writeBytes(dir.filePath(u"chosen/Tovara.ini"_s), "");
         QCOMPARE(qelprn::findAppDir().found, dir.filePath(u"chosen"_s));
         qunsetenv("QELPRN_APP_DIR");
-    }
-
-    void valueHelpers()
-    {
-        QCOMPARE(qelprn::csNullToStr(QVariant()), QString());
-        QCOMPARE(qelprn::csNullToStr(QVariant(QMetaType::fromType<QString>())), QString());
-        QCOMPARE(qelprn::csNullToRTrim(u" a  "_s), u" a"_s);
-        QCOMPARE(qelprn::nNullToLng(QVariant()), 0);
-        QCOMPARE(qelprn::nNullToLng(u"12"_s), 12);
-        QCOMPARE(overflowText([] { qelprn::nNullToLng(-2147483649.0); }), u"( 6)オーバーフローしました。"_s);
-        // The suite's trims remove spaces only.
-        QCOMPARE(qelprn::csRTrim(u" a\t\u3000  "_s), u" a\t\u3000"_s);
-        QCOMPARE(qelprn::csTrim(u"  \ta "_s), u"\ta"_s);
-        QCOMPARE(qelprn::csTrim(u"   "_s), QString());
-        QCOMPARE(qelprn::nVal(u" 12X3"_s), 12);
-        QCOMPARE(qelprn::nVal(u"X1"_s), 0);
-        // Val skips blanks, tabs, line feeds and ideographic spaces in front, no other white space.
-        QCOMPARE(qelprn::nVal(u"\u3000\t\n 12"_s), 12);
-        QCOMPARE(qelprn::nVal(u"\r12"_s), 0);
-        QCOMPARE(qelprn::nVal(u"\u00a012"_s), 0);
-        // A folder is no file.
-        QTemporaryDir dir;
-        QVERIFY(qelprn::bFileExists(dir.filePath(u"."_s)) == false);
-        writeBytes(dir.filePath(u"f"_s), "x");
-        QVERIFY(qelprn::bFileExists(dir.filePath(u"f"_s)));
-        QCOMPARE(qelprn::csCutNull(u"ab"_s + QChar(0) + u"c"_s), u"ab"_s);
-    }
-
-    // The command-line program's interaction: messages on the error stream, questions answered
-    // by --yes.
-    void messagesQuestionsAndEnd()
-    {
-        QString text;
-        QTextStream err(&text);
-        qelprn::CliInteraction no(false, &err);
-        no.progress(u"phase"_s, 1, 2); // a captured stream is never a terminal
-        QCOMPARE(no.messageBox(u"一行目\r\n二行目\r三行目"_s, u"警告！"_s, qelprn::MsgIcon::Critical),
-                 qelprn::MsgResult::Ok);
-        QCOMPARE(text, u"警告！: 一行目\n二行目\n三行目\n"_s);
-        text.clear();
-        QCOMPARE(no.messageBox(u"続けますか？"_s, u"施設請求書印刷"_s, qelprn::MsgIcon::Question,
-                               qelprn::MsgButtons::YesNo),
-                 qelprn::MsgResult::No);
-        QVERIFY(text.startsWith(u"施設請求書印刷: 続けますか？\n"_s));
-        QVERIFY(text.contains(u"--yes"_s));
-
-        // At a terminal the person is asked; anything but yes is no.
-        for (const auto& [typed, answer] :
-             {std::pair{u"y\n"_s, qelprn::MsgResult::Yes}, std::pair{u"はい\n"_s, qelprn::MsgResult::Yes},
-              std::pair{u"\n"_s, qelprn::MsgResult::No}}) {
-            QString input = typed;
-            QTextStream in(&input);
-            qelprn::CliInteraction asked(false, &err, &in);
-            text.clear();
-            QCOMPARE(asked.messageBox(u"続けますか？"_s, u"確認"_s, qelprn::MsgIcon::Question,
-                                      qelprn::MsgButtons::YesNo),
-                     answer);
-            QCOMPARE(text, u"確認: 続けますか？\n  はい / いいえ (y/N): "_s);
-        }
-        // A wait is said once, however often it is asked about.
-        text.clear();
-        QVERIFY(no.keepWaiting(u"待っています"_s, 0) && no.keepWaiting(u"待っています"_s, 500));
-        no.waitEnded();
-        QCOMPARE(text.count(u"待っています"_s), 1);
-
-        qelprn::CliInteraction yes(true, &err);
-        QCOMPARE(yes.messageBox(u"q"_s, u"t"_s, qelprn::MsgIcon::Question, qelprn::MsgButtons::YesNo),
-                 qelprn::MsgResult::Yes);
-        text.clear();
-        yes.openUrl(u"https://example.invalid/x"_s);
-        QCOMPARE(text, u"https://example.invalid/x\n"_s);
-        int code = 0;
-        try {
-            yes.endProgram(2);
-        } catch (const qelprn::ProgramEnd& e) {
-            code = e.exitCode;
-        }
-        QCOMPARE(code, 2);
     }
 };
 
