@@ -152,11 +152,11 @@ int main(int argc, char** argv)
         QHash<qint32, qint32> counts;
         QHash<qint32, modPrint施設請求書::VisitSplit> splits;
         measure(
-            "bGetSejyutuCntAll (patients)", [&] { return qint16(mod.bGetSejyutuCntAll(counts) ? 0 : -1); },
+            "treatmentDayCountsAll (patients)",
+            [&] { return qint16(mod.treatmentDayCountsAll(counts) ? 0 : -1); },
             [&] { return counts.size(); });
         measure(
-            "bCalcJisseki4Down5UpAll (patients)",
-            [&] { return qint16(mod.bCalcJisseki4Down5UpAll(splits) ? 0 : -1); },
+            "calcVisitSplitsAll (patients)", [&] { return qint16(mod.calcVisitSplitsAll(splits) ? 0 : -1); },
             [&] { return splits.size(); });
         // What the list cost when every line sent both look-ups itself: the lines of the run, each
         // with getSejyutuCnt and iCalcJisseki4Down5Up.

@@ -16,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     QList<DbInfo> list;
     iDatabaseRead(ctx, list);
     for (const DbInfo& db : std::as_const(list))
-        csDbConnectionString(db);
+        dbConnectionString(db);
     splitCsvRecord(QString::fromUtf8(reinterpret_cast<const char*>(data), qsizetype(size)));
     return 0;
 }

@@ -105,7 +105,7 @@ QTextStream* CliInteraction::questionInput()
 bool CliInteraction::keepWaiting(const QString& text, qint64)
 {
     if (!m_waitShown) {
-        messageBox(text + u"（Ctrl+C で中止）"_s, csSeikyuTitle(), MsgIcon::Information);
+        messageBox(text + u"（Ctrl+C で中止）"_s, seikyuTitle(), MsgIcon::Information);
         m_waitShown = true;
     }
     return true;

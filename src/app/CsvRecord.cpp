@@ -23,19 +23,19 @@ QStringList splitCsvRecord(const QString& line)
             } else {
                 field += c;
             }
-        } else if (c == u'"' && csTrim(field).isEmpty()) {
+        } else if (c == u'"' && trimSpaces(field).isEmpty()) {
             field.clear();
             quoted = true;
             wasQuoted = true;
         } else if (c == u',') {
-            fields.append(wasQuoted ? field : csTrim(field));
+            fields.append(wasQuoted ? field : trimSpaces(field));
             field.clear();
             wasQuoted = false;
         } else if (!wasQuoted) {
             field += c;
         }
     }
-    fields.append(wasQuoted ? field : csTrim(field));
+    fields.append(wasQuoted ? field : trimSpaces(field));
     return fields;
 }
 

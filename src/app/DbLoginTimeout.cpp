@@ -10,7 +10,7 @@ std::atomic<int> loginTimeout{kDefaultDbLoginTimeout};
 
 } // namespace
 
-int nDbLoginTimeout()
+int dbLoginTimeout()
 {
     return loginTimeout.load();
 }

@@ -11,7 +11,7 @@ namespace qelprn {
 constexpr int kDefaultDbLoginTimeout = 8;
 constexpr int kMaxDbLoginTimeout = 300;
 
-int nDbLoginTimeout();
+int dbLoginTimeout();
 // Takes the DB_LOGIN_TIMEOUT value as written; anything but a whole number in range gives the
 // default.
 void setDbLoginTimeout(const QString& value);

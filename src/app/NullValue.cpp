@@ -21,7 +21,7 @@ QString csNullToStr(const QVariant& value)
 
 QString csNullToRTrim(const QVariant& value)
 {
-    return csRTrim(csNullToStr(value));
+    return trimRightSpaces(csNullToStr(value));
 }
 
 qint32 nNullToLng(const QVariant& value)

@@ -5,7 +5,7 @@
 namespace qelprn {
 
 // The program's title: the caption of its windows and of every message box it shows.
-inline QString csSeikyuTitle()
+inline QString seikyuTitle()
 {
     return QStringLiteral("施設請求書印刷");
 }

@@ -21,7 +21,7 @@ qint32 toInt32(double value)
     return qint32(value);
 }
 
-QString csRunTimeErrorText(const RunTimeError& error)
+QString runTimeErrorText(const RunTimeError& error)
 {
     // A number is written with a leading blank where its sign would stand.
     const QString number =

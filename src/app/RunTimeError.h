@@ -21,6 +21,6 @@ qint16 toInt16(qint64 value);
 qint32 toInt32(double value);
 
 // "(" the number with its leading sign space ")" the description: "( 6)オーバーフローしました。".
-QString csRunTimeErrorText(const RunTimeError& error);
+QString runTimeErrorText(const RunTimeError& error);
 
 } // namespace qelprn

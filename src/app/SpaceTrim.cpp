@@ -2,7 +2,7 @@
 
 namespace qelprn {
 
-QString csRTrim(QStringView text)
+QString trimRightSpaces(QStringView text)
 {
     qsizetype n = text.size();
     while (n > 0 && text.at(n - 1) == u' ')
@@ -10,12 +10,12 @@ QString csRTrim(QStringView text)
     return text.left(n).toString();
 }
 
-QString csTrim(QStringView text)
+QString trimSpaces(QStringView text)
 {
     qsizetype begin = 0;
     while (begin < text.size() && text.at(begin) == u' ')
         ++begin;
-    return csRTrim(text.sliced(begin));
+    return trimRightSpaces(text.sliced(begin));
 }
 
 } // namespace qelprn

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace qelprn {
 
-bool bCheckCommandLine(Interaction& ui, const QString& commandLine)
+bool checkCommandLine(Interaction& ui, const QString& commandLine)
 {
     if (!commandLine.isEmpty())
         return true;
@@ -25,7 +25,7 @@ AppContext loadAppContext(Interaction& ui)
 {
     const AppDirLookup lookup = findAppDir();
     if (lookup.found.isEmpty()) {
-        ui.messageBox(lookup.describeMissing(), csSeikyuTitle(), MsgIcon::Critical);
+        ui.messageBox(lookup.describeMissing(), seikyuTitle(), MsgIcon::Critical);
         ui.endProgram(2);
     }
     return loadAppContext(ui, lookup.found);
@@ -41,8 +41,8 @@ AppContext loadAppContext(Interaction& ui, const QString& appDir)
     ctx.csAppDir = appDir;
     const QString baseId = vGetSysIniValue(ctx, u"BASEID"_s, true);
     // The suite's Val(): the leading digits count ("1X" is 1), a non-number part gives 0.
-    ctx.iBaseKyotenCd = qint16(nVal(QStringView(baseId).mid(0, 2)));
-    ctx.iBaseKyotenEb = qint16(nVal(QStringView(baseId).mid(2, 2)));
+    ctx.iBaseKyotenCd = qint16(leadingNumber(QStringView(baseId).mid(0, 2)));
+    ctx.iBaseKyotenEb = qint16(leadingNumber(QStringView(baseId).mid(2, 2)));
     setDbLoginTimeout(vGetSysIniValue(ctx, u"DB_LOGIN_TIMEOUT"_s, false));
     return ctx;
 }

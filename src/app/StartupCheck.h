@@ -8,7 +8,7 @@ namespace qelprn {
 
 // The program must be started by the suite's menu with some argument: an empty command line shows
 // the two refusal messages and returns false. Any non-empty line, a single blank too, is accepted.
-bool bCheckCommandLine(Interaction& ui, const QString& commandLine);
+bool checkCommandLine(Interaction& ui, const QString& commandLine);
 
 // The process settings: csAppDir (findAppDir()) and the own site from BASEID characters 1-2 and
 // 3-4. When no folder holds "Tovara.ini", ui is told which were tried and the program ends (2).

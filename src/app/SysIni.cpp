@@ -22,12 +22,12 @@ QString vGetSysIniValue(const AppContext& ctx, const QString& key, bool showErro
         ctx.interaction().endProgram(2);
         return {};
     }
-    const QString wanted = csTrim(key);
+    const QString wanted = trimSpaces(key);
     for (const QString& line : lines) {
         const qsizetype eq = line.indexOf(u'=');
         if (eq < 0)
             continue;
-        if (csTrim(QStringView(line).left(eq)) == wanted)
+        if (trimSpaces(QStringView(line).left(eq)) == wanted)
             return line.mid(eq + 1);
     }
     if (showError) {

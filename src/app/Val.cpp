@@ -2,7 +2,7 @@
 
 namespace qelprn {
 
-qint32 nVal(QStringView v)
+qint32 leadingNumber(QStringView v)
 {
     qsizetype i = 0;
     // Val skips blanks, tabs and line feeds, and the ideographic space U+3000, nothing else.

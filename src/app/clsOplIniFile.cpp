@@ -20,13 +20,13 @@ constexpr int kBufferLength = 256;
 // "[name]" with blanks allowed around the name; returns the trimmed name.
 std::optional<QString> sectionName(QStringView line)
 {
-    const QString t = csTrim(line);
+    const QString t = trimSpaces(line);
     if (!t.startsWith(u'['))
         return std::nullopt;
     const qsizetype close = t.indexOf(u']');
     if (close < 0)
         return std::nullopt;
-    return csTrim(QStringView(t).mid(1, close - 1));
+    return trimSpaces(QStringView(t).mid(1, close - 1));
 }
 
 bool sameName(QStringView a, QStringView b)
@@ -37,19 +37,19 @@ bool sameName(QStringView a, QStringView b)
 // The key of a "key=value" line (trimmed), or nullopt for comments and other lines.
 std::optional<QString> keyOf(QStringView line)
 {
-    const QString t = csTrim(line);
+    const QString t = trimSpaces(line);
     if (t.isEmpty() || t.startsWith(u';'))
         return std::nullopt;
     const qsizetype eq = t.indexOf(u'=');
     if (eq < 0)
         return std::nullopt;
-    return csTrim(QStringView(t).left(eq));
+    return trimSpaces(QStringView(t).left(eq));
 }
 
 QString valueOf(QStringView line)
 {
     const qsizetype eq = line.indexOf(u'=');
-    const QString trimmed = csTrim(line.mid(eq + 1));
+    const QString trimmed = trimSpaces(line.mid(eq + 1));
     QStringView v = trimmed;
     if (v.size() >= 2 &&
         ((v.front() == u'"' && v.back() == u'"') || (v.front() == u'\'' && v.back() == u'\'')))
@@ -86,13 +86,13 @@ std::optional<QString> clsOplIniFile::readValue(const QString& section, const QS
             // Only the first section of a name counts.
             if (inSection)
                 return std::nullopt;
-            inSection = !seenSection && sameName(*name, csTrim(section));
+            inSection = !seenSection && sameName(*name, trimSpaces(section));
             seenSection = seenSection || inSection;
             continue;
         }
         if (!inSection)
             continue;
-        if (const auto k = keyOf(line); k && sameName(*k, csTrim(key)))
+        if (const auto k = keyOf(line); k && sameName(*k, trimSpaces(key)))
             return valueOf(line);
     }
     return std::nullopt;
@@ -101,7 +101,7 @@ std::optional<QString> clsOplIniFile::readValue(const QString& section, const QS
 qint32 clsOplIniFile::nGetProfileLong(const QString& section, const QString& key)
 {
     // Leading decimal digits (optionally signed), as the platform's integer read does.
-    return nVal(readValue(section, key).value_or(QString()));
+    return leadingNumber(readValue(section, key).value_or(QString()));
 }
 
 QString clsOplIniFile::csGetProfileString(const QString& section, const QString& key)
@@ -133,7 +133,7 @@ qint16 clsOplIniFile::iWriteProfileString(const QString& section, const QString&
     const bool utf8 = original.startsWith("\xEF\xBB\xBF");
     const auto encode = [utf8](const QString& s) { return utf8 ? s.toUtf8() : toCp932(s); };
     const QByteArray newline = original.contains("\r\n") || !original.contains('\n') ? "\r\n" : "\n";
-    const QByteArray entry = encode(csTrim(key) + u'=' + value) + newline;
+    const QByteArray entry = encode(trimSpaces(key) + u'=' + value) + newline;
 
     // Work on raw byte lines so every untouched line stays byte for byte.
     QList<QByteArray> lines;
@@ -163,7 +163,7 @@ qint16 clsOplIniFile::iWriteProfileString(const QString& section, const QString&
         if (const auto name = sectionName(text)) {
             if (sectionStart >= 0)
                 break;
-            if (sameName(*name, csTrim(section))) {
+            if (sameName(*name, trimSpaces(section))) {
                 sectionStart = i;
                 sectionEnd = i + 1;
             }
@@ -171,9 +171,9 @@ qint16 clsOplIniFile::iWriteProfileString(const QString& section, const QString&
         }
         if (sectionStart < 0)
             continue;
-        if (!csTrim(text).isEmpty())
+        if (!trimSpaces(text).isEmpty())
             sectionEnd = i + 1;
-        if (const auto k = keyOf(text); k && sameName(*k, csTrim(key))) {
+        if (const auto k = keyOf(text); k && sameName(*k, trimSpaces(key))) {
             keyLine = i;
             break;
         }
@@ -189,7 +189,7 @@ qint16 clsOplIniFile::iWriteProfileString(const QString& section, const QString&
     } else {
         if (!lines.isEmpty() && !lines.last().endsWith('\n'))
             lines.last().append(newline);
-        lines.append(encode(u'[' + csTrim(section) + u']') + newline);
+        lines.append(encode(u'[' + trimSpaces(section) + u']') + newline);
         lines.append(entry);
     }
     QByteArray bytes;

@@ -37,22 +37,22 @@ QString dayText(const QDate& day)
 
 } // namespace
 
-QString csMonthFirstDay(const QString& sSeikyuYM)
+QString monthFirstDay(const QString& sSeikyuYM)
 {
     return sSeikyuYM + u"/01"_s;
 }
 
-QString csNextMonthFirstDay(const QString& sSeikyuYM)
+QString nextMonthFirstDay(const QString& sSeikyuYM)
 {
     return dayText(firstDay(sSeikyuYM).addMonths(1));
 }
 
-QString csMonthLastDay(const QString& sSeikyuYM)
+QString monthLastDay(const QString& sSeikyuYM)
 {
     return dayText(firstDay(sSeikyuYM).addMonths(1).addDays(-1));
 }
 
-QString csMonthFirstDay(qint32 nSeikyuYM)
+QString monthFirstDay(qint32 nSeikyuYM)
 {
     // The pattern fills its "@" places from the number's digits, left to right.
     const QString digits = QString::number(nSeikyuYM);

@@ -9,12 +9,12 @@ namespace qelprn {
 // "yyyy/mm/dd". An unreadable month gives empty texts, which match no treatment day.
 
 // "yyyy/mm" & "/01".
-QString csMonthFirstDay(const QString& sSeikyuYM);
+QString monthFirstDay(const QString& sSeikyuYM);
 // The first day of the following month: the exclusive upper bound of the month's visits.
-QString csNextMonthFirstDay(const QString& sSeikyuYM);
+QString nextMonthFirstDay(const QString& sSeikyuYM);
 // The month's last calendar day.
-QString csMonthLastDay(const QString& sSeikyuYM);
+QString monthLastDay(const QString& sSeikyuYM);
 // yyyymm written with the pattern "@@@@/@@/01": "yyyy/mm/01".
-QString csMonthFirstDay(qint32 nSeikyuYM);
+QString monthFirstDay(qint32 nSeikyuYM);
 
 } // namespace qelprn

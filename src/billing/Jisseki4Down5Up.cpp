@@ -24,7 +24,7 @@ qint16 modPrint施設請求書::iCalcJisseki4Down5Up(qint32 nRiyoushaIDNo, doubl
         for (; !db.rs.isEOF(); db.rs.moveNext()) {
             ++visit;
             const double share =
-                dDayFutan(fieldLong(db.rs, u"DAY_GOKEIKIN"_s), fieldLong(db.rs, u"RIYOUSHA_FUTANWARIAI"_s));
+                dayFutan(fieldLong(db.rs, u"DAY_GOKEIKIN"_s), fieldLong(db.rs, u"RIYOUSHA_FUTANWARIAI"_s));
             (visit <= 4 ? dbl4Down : dbl5Up) += share;
         }
         return db.checkRead() ? 0 : -1;

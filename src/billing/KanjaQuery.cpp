@@ -49,11 +49,11 @@ qint16 modPrint施設請求書::iGetSeikyuData_Kanja_New()
     return guarded([this]() -> qint16 {
         aKanjaSeikyu.clear();
         QueryConnection db(context, u"iGetSeikyuData_Kanja_New() でエラー"_s);
-        if (!db.openAdodb() || !db.query(csKanjaSql(jouken, context.iBaseKyotenCd, context.iBaseKyotenEb)))
+        if (!db.openAdodb() || !db.query(kanjaSql(jouken, context.iBaseKyotenCd, context.iBaseKyotenEb)))
             return -1;
         const QString phase = u"一部負担金一覧表"_s;
-        const QString monthFrom = csMonthFirstDay(jouken.sSeikyuYM);
-        const QString monthTo = csMonthLastDay(jouken.sSeikyuYM);
+        const QString monthFrom = monthFirstDay(jouken.sSeikyuYM);
+        const QString monthTo = monthLastDay(jouken.sSeikyuYM);
         for (; !db.rs.isEOF(); db.rs.moveNext()) {
             const RecordSet& rs = db.rs;
             KanjaSeikyuRow row;
@@ -104,9 +104,9 @@ qint16 modPrint施設請求書::iGetSeikyuData_Kanja_New()
         // Treatment days and the visit-count split of every patient in one statement each, not two
         // round trips per line; each line gets what getSejyutuCnt and iCalcJisseki4Down5Up give it.
         QHash<qint32, qint32> counts;
-        const bool counted = bGetSejyutuCntAll(counts);
+        const bool counted = treatmentDayCountsAll(counts);
         QHash<qint32, VisitSplit> splits;
-        if (!bCalcJisseki4Down5UpAll(splits)) {
+        if (!calcVisitSplitsAll(splits)) {
             showError(u"iGetSeikyuData_Kanja_New():iCalcJisseki4Down5Up でエラー"_s);
             return -1;
         }
@@ -128,8 +128,8 @@ qint16 modPrint施設請求書::iGetSeikyuData_Kanja_New()
 qint32 modPrint施設請求書::getSejyutuCnt(qint32 nRiyoushaIDNo)
 {
     QueryConnection db(context, u"getSejyutuCnt() でエラー"_s);
-    if (!db.openAdodb() || !db.query(csSejyutuCntSql(nRiyoushaIDNo, jouken.nSeikyuYM, context.iBaseKyotenCd,
-                                                     context.iBaseKyotenEb)))
+    if (!db.openAdodb() || !db.query(sejyutuCntSql(nRiyoushaIDNo, jouken.nSeikyuYM, context.iBaseKyotenCd,
+                                                   context.iBaseKyotenEb)))
         return -1;
     const qint32 count = db.rs.isEOF() ? 0 : fieldLong(db.rs, u"J_CNT"_s);
     return db.checkRead() ? count : -1;

@@ -33,7 +33,7 @@ QString kanjaOrderBy(qint16 iSortShisetsu)
 
 } // namespace
 
-QString csKanjaSql(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
+QString kanjaSql(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
 {
     QString sql =
         u"SELECT    0 as SINRYOU_TYPE ,RIYOUSHA.nIDNo AS RIYOUSHA_ID ,RIYOUSHA.cName AS RIYOUSHA_NAME"_s
@@ -56,7 +56,7 @@ QString csKanjaSql(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
         u" AND 月間実績.iKyotenCd = RIYOUSHA_SUB.iKyotenCd AND 月間実績.iKyotenEb = RIYOUSHA_SUB.iKyotenEb )"_s;
     // The facility a patient belongs to: that of the visit address, or the care facility.
     if (j.bSelSisetsuType)
-        sql += u" LEFT JOIN SISETSU ON SISETSU.nIDNo = "_s + csAddressSetCase();
+        sql += u" LEFT JOIN SISETSU ON SISETSU.nIDNo = "_s + addressSetCaseSql();
     else
         sql += u" LEFT JOIN SISETSU ON SISETSU.nIDNo = RIYOUSHA_SUB.iCareSisetsuCd"_s;
     sql += u" LEFT JOIN HOKEN AS HOKEN_NAME ON HOKEN_NAME.iType = RIYOUSHA.iHoken"_s
@@ -76,10 +76,10 @@ QString csKanjaSql(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
     return sql + kanjaOrderBy(j.iSortShisetsu);
 }
 
-QString csSejyutuCntSql(qint32 nRiyoushaIDNo, qint32 nSeikyuYM, qint16 baseCd, qint16 baseEb)
+QString sejyutuCntSql(qint32 nRiyoushaIDNo, qint32 nSeikyuYM, qint16 baseCd, qint16 baseEb)
 {
-    const QString from = csMonthFirstDay(nSeikyuYM);
-    const QString to = csNextMonthFirstDay(from.left(7));
+    const QString from = monthFirstDay(nSeikyuYM);
+    const QString to = nextMonthFirstDay(from.left(7));
     return u"SELECT count(*) as J_CNT  FROM JISSEKI  WHERE     JISSEKI.iKyotenCd  = "_s + num(baseCd) +
            u" AND JISSEKI.iKyotenEb  = "_s + num(baseEb) + u" AND JISSEKI.nRiyoushaIDNo  = "_s +
            num(nRiyoushaIDNo) + u" AND JISSEKI.tServicyDayStart  >= '"_s + sqlText(from) +
@@ -97,16 +97,16 @@ QString cs4Down5UpSql(qint32 nRiyoushaIDNo, const QString& sSeikyuYM, qint16 bas
            u" FROM JISSEKI LEFT JOIN RIYOUSHA ON        JISSEKI.nRiyoushaIDNo = RIYOUSHA.nIDNo "
            u"   AND JISSEKI.iKyotenCd = RIYOUSHA.iKyotenCd    AND JISSEKI.iKyotenEb = RIYOUSHA.iKyotenEb "
            u" WHERE nRiyoushaIDNo = "_s +
-           num(nRiyoushaIDNo) + u"   AND tServicyDayStart >= '"_s + sqlText(csMonthFirstDay(sSeikyuYM)) +
-           u"'   AND tServicyDayStart < '"_s + sqlText(csNextMonthFirstDay(sSeikyuYM)) + u"'"_s +
+           num(nRiyoushaIDNo) + u"   AND tServicyDayStart >= '"_s + sqlText(monthFirstDay(sSeikyuYM)) +
+           u"'   AND tServicyDayStart < '"_s + sqlText(nextMonthFirstDay(sSeikyuYM)) + u"'"_s +
            u"   AND JISSEKI.iKyotenCd = "_s + num(baseCd) + u"   AND JISSEKI.iKyotenEb = "_s + num(baseEb) +
            u" ORDER BY  tServicyDayStart"_s;
 }
 
-QString csSejyutuCntAllSql(qint32 nSeikyuYM, qint16 baseCd, qint16 baseEb)
+QString sejyutuCntAllSql(qint32 nSeikyuYM, qint16 baseCd, qint16 baseEb)
 {
-    const QString from = csMonthFirstDay(nSeikyuYM);
-    const QString to = csNextMonthFirstDay(from.left(7));
+    const QString from = monthFirstDay(nSeikyuYM);
+    const QString to = nextMonthFirstDay(from.left(7));
     return u"SELECT JISSEKI.nRiyoushaIDNo ,count(*) as J_CNT  FROM JISSEKI  WHERE     JISSEKI.iKyotenCd  = "_s +
            num(baseCd) + u" AND JISSEKI.iKyotenEb  = "_s + num(baseEb) +
            u" AND JISSEKI.tServicyDayStart  >= '"_s + sqlText(from) +
@@ -125,12 +125,12 @@ QString cs4Down5UpAllSql(const QString& sSeikyuYM, qint16 baseCd, qint16 baseEb)
            u"   AND JISSEKI.iKyotenCd = RIYOUSHA.iKyotenCd    AND JISSEKI.iKyotenEb = RIYOUSHA.iKyotenEb "
            u" WHERE JISSEKI.iKyotenCd = "_s +
            num(baseCd) + u"   AND JISSEKI.iKyotenEb = "_s + num(baseEb) +
-           u"   AND JISSEKI.tServicyDayStart >= '"_s + sqlText(csMonthFirstDay(sSeikyuYM)) +
-           u"'   AND JISSEKI.tServicyDayStart < '"_s + sqlText(csNextMonthFirstDay(sSeikyuYM)) + u"'"_s +
+           u"   AND JISSEKI.tServicyDayStart >= '"_s + sqlText(monthFirstDay(sSeikyuYM)) +
+           u"'   AND JISSEKI.tServicyDayStart < '"_s + sqlText(nextMonthFirstDay(sSeikyuYM)) + u"'"_s +
            u" ORDER BY  JISSEKI.nRiyoushaIDNo, JISSEKI.tServicyDayStart"_s;
 }
 
-double dDayFutan(qint32 dayGokeikin, qint32 futanCode)
+double dayFutan(qint32 dayGokeikin, qint32 futanCode)
 {
     return double(dayGokeikin) * double(futanCode - 1) / 10.0;
 }

@@ -12,10 +12,10 @@ namespace qelprn {
 
 // One line per patient-month of the site's billing month, grouped by the patient's facility and
 // ordered by iSortShisetsu.
-QString csKanjaSql(const PrintJouken& jouken, qint16 baseCd, qint16 baseEb);
+QString kanjaSql(const PrintJouken& jouken, qint16 baseCd, qint16 baseEb);
 
 // J_CNT: the patient's treatment records of the month nSeikyuYM.
-QString csSejyutuCntSql(qint32 nRiyoushaIDNo, qint32 nSeikyuYM, qint16 baseCd, qint16 baseEb);
+QString sejyutuCntSql(qint32 nRiyoushaIDNo, qint32 nSeikyuYM, qint16 baseCd, qint16 baseEb);
 
 // The patient's treatment days of the month sSeikyuYM ("yyyy/mm") in visit order, with the burden
 // code (RIYOUSHA_FUTANWARIAI) and the day's fee (DAY_GOKEIKIN).
@@ -25,11 +25,11 @@ QString cs4Down5UpSql(qint32 nRiyoushaIDNo, const QString& sSeikyuYM, qint16 bas
 // patient with J_CNT, and every treatment day ordered by patient, then as cs4Down5UpSql orders them,
 // with only the columns the split reads (patient, RIYOUSHA_FUTANWARIAI, DAY_GOKEIKIN, in this order).
 // Same windows, site and burden-code rule; a Null patient number matches no patient line.
-QString csSejyutuCntAllSql(qint32 nSeikyuYM, qint16 baseCd, qint16 baseEb);
+QString sejyutuCntAllSql(qint32 nSeikyuYM, qint16 baseCd, qint16 baseEb);
 QString cs4Down5UpAllSql(const QString& sSeikyuYM, qint16 baseCd, qint16 baseEb);
 // The patient's share of one day: the day's fee times (burden code - 1) / 10, unrounded. The code
 // counts tenths plus one (2 = 10 %, 3 = 20 %, 4 = 30 %); 1 gives nothing, and a missing code (0)
 // gives minus one tenth, as the suite has always computed it.
-double dDayFutan(qint32 dayGokeikin, qint32 futanCode);
+double dayFutan(qint32 dayGokeikin, qint32 futanCode);
 
 } // namespace qelprn

@@ -1,4 +1,4 @@
-// bGetSejyutuCntAll and bCalcJisseki4Down5UpAll: the per-patient look-ups of the co-payment list
+// treatmentDayCountsAll and calcVisitSplitsAll: the per-patient look-ups of the co-payment list
 // for the whole run, one statement each.
 #include "billing/KanjaSql.h"
 #include "billing/QueryConnection.h"
@@ -23,13 +23,13 @@ std::optional<qint32> patientOf(const RecordSet& rs)
 
 } // namespace
 
-bool modPrint施設請求書::bGetSejyutuCntAll(QHash<qint32, qint32>& counts)
+bool modPrint施設請求書::treatmentDayCountsAll(QHash<qint32, qint32>& counts)
 {
     counts.clear();
     return guarded([&]() -> qint16 {
                QueryConnection db(context, u"getSejyutuCnt() でエラー"_s);
-               if (!db.openAdodb() || !db.query(csSejyutuCntAllSql(jouken.nSeikyuYM, context.iBaseKyotenCd,
-                                                                   context.iBaseKyotenEb)))
+               if (!db.openAdodb() || !db.query(sejyutuCntAllSql(jouken.nSeikyuYM, context.iBaseKyotenCd,
+                                                                 context.iBaseKyotenEb)))
                    return -1;
                for (; !db.rs.isEOF(); db.rs.moveNext()) {
                    if (const auto id = patientOf(db.rs))
@@ -39,7 +39,7 @@ bool modPrint施設請求書::bGetSejyutuCntAll(QHash<qint32, qint32>& counts)
            }) == 0;
 }
 
-bool modPrint施設請求書::bCalcJisseki4Down5UpAll(QHash<qint32, VisitSplit>& splits)
+bool modPrint施設請求書::calcVisitSplitsAll(QHash<qint32, VisitSplit>& splits)
 {
     splits.clear();
     return guarded([&]() -> qint16 {
@@ -64,7 +64,7 @@ bool modPrint施設請求書::bCalcJisseki4Down5UpAll(QHash<qint32, VisitSplit>&
                    }
                    ++visit;
                    // By position: a hundred thousand records and more in a month-end run.
-                   const double share = dDayFutan(nNullToLng(db.rs.field(2)), nNullToLng(db.rs.field(1)));
+                   const double share = dayFutan(nNullToLng(db.rs.field(2)), nNullToLng(db.rs.field(1)));
                    (visit <= 4 ? split->dbl4Down : split->dbl5Up) += share;
                }
                return db.checkRead() ? 0 : -1;

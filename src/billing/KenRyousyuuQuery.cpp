@@ -48,8 +48,8 @@ KenRyousyuuRow patientHead(const RecordSet& rs, const PrintJouken& jouken)
     KenRyousyuuRow head;
     head.施術年月 = jouken.sSeikyuYM + u"/01"_s;
     head.提出年月 = jouken.sTeisyutuDate;
-    head.施術日From = csMonthFirstDay(jouken.sSeikyuYM);
-    head.施術日To = csMonthLastDay(jouken.sSeikyuYM);
+    head.施術日From = monthFirstDay(jouken.sSeikyuYM);
+    head.施術日To = monthLastDay(jouken.sSeikyuYM);
     head.nRiyoushaID = fieldLong(rs, u"nRiyoushaIDNo"_s);
     head.患者名 = fieldText(rs, u"RIYOUSHA_NAME"_s);
     head.保険種別 = fieldInt(rs, u"iHoken"_s);
@@ -59,12 +59,12 @@ KenRyousyuuRow patientHead(const RecordSet& rs, const PrintJouken& jouken)
     int parts = 0;
     for (int i = 1; i <= 5; ++i)
         parts += isSet(rs, u"SEJUTU_BUI"_s + QString::number(i)) ? 1 : 0;
-    head.備考_部位 = csBuiRemark(parts);
-    head.備考_変形 = csHenkeRemark(isSet(rs, u"iHenke"_s));
+    head.備考_部位 = bodyPartRemark(parts);
+    head.備考_変形 = deformityRemark(isSet(rs, u"iHenke"_s));
     head.備考_鍼灸 =
-        csSinkyuRemark(isSet(rs, u"iHKHariUmu"_s), isSet(rs, u"iHKKyuUmu"_s), isSet(rs, u"iHKDekiUmu"_s));
+        sinkyuRemark(isSet(rs, u"iHKHariUmu"_s), isSet(rs, u"iHKKyuUmu"_s), isSet(rs, u"iHKDekiUmu"_s));
     head.備考_日別施術内容 =
-        csDayContentRemark(parts, isSet(rs, u"SEJUTU_ONAN"_s), isSet(rs, u"SEJUTU_DENKI"_s));
+        dayContentRemark(parts, isSet(rs, u"SEJUTU_ONAN"_s), isSet(rs, u"SEJUTU_DENKI"_s));
 
     head.請求元郵便番号 = fieldText(rs, u"TIRYOIN_YUBIN"_s);
     head.請求元住所 = fieldText(rs, u"TIRYOIN_ADDRESS1"_s);
@@ -96,7 +96,7 @@ qint16 modPrint施設請求書::iGetSeikyuData_KenRyousyuu()
         aKenRyousyuu.clear();
         QueryConnection db(context, u"iGetSeikyuData_KenRyousyuu() でエラー"_s);
         if (!db.openAdodb() ||
-            !db.query(csKenRyousyuuSql(jouken, receiptDays, context.iBaseKyotenCd, context.iBaseKyotenEb)))
+            !db.query(kenRyousyuuSql(jouken, receiptDays, context.iBaseKyotenCd, context.iBaseKyotenEb)))
             return -1;
 
         std::optional<cls単価> tanka; // loaded with the first record: no price messages without data
@@ -119,7 +119,7 @@ qint16 modPrint施設請求書::iGetSeikyuData_KenRyousyuu()
             KenRyousyuuDay day;
             day.施術日 = visitDay(rs.field(u"tServicyDayStart"_s));
             day.保険内金額 = fieldLong(rs, u"DAY_GOKEIKIN"_s);
-            day.一部負担金 = dDayFutan(day.保険内金額, fieldLong(rs, u"RIYOUSHA_FUTANWARIAI"_s));
+            day.一部負担金 = dayFutan(day.保険内金額, fieldLong(rs, u"RIYOUSHA_FUTANWARIAI"_s));
             day.自費金額 = fieldLong(rs, u"nJippiSejutu"_s);
             patient.head.保険内金額合計 += day.保険内金額;
             patient.head.一部負担金合計 += day.一部負担金;

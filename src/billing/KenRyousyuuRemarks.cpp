@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 
 namespace qelprn {
 
-QString csBuiRemark(int partCount)
+QString bodyPartRemark(int partCount)
 {
     if (partCount <= 0)
         return QString();
@@ -15,12 +15,12 @@ QString csBuiRemark(int partCount)
     return u"マッサージ"_s + QString::number(partCount) + u"部位"_s;
 }
 
-QString csHenkeRemark(bool henke)
+QString deformityRemark(bool henke)
 {
     return henke ? u"徒手矯正"_s : QString();
 }
 
-QString csSinkyuRemark(bool hari, bool kyu, bool denki)
+QString sinkyuRemark(bool hari, bool kyu, bool denki)
 {
     QString kind;
     if (hari && kyu)
@@ -34,10 +34,10 @@ QString csSinkyuRemark(bool hari, bool kyu, bool denki)
     return kind + (denki ? u"電気治療"_s : u"治療"_s);
 }
 
-QString csDayContentRemark(int partCount, bool onan, bool denki)
+QString dayContentRemark(int partCount, bool onan, bool denki)
 {
     QStringList words;
-    const QString parts = csBuiRemark(partCount);
+    const QString parts = bodyPartRemark(partCount);
     if (!parts.isEmpty())
         words.append(parts);
     words.append(onan ? u"温あんあり"_s : u"温あんなし"_s);

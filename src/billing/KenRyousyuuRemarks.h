@@ -8,12 +8,12 @@ namespace qelprn {
 // nothing applies. The settings come from the patient's consent in force.
 
 // "マッサージ" followed by the number of body parts and "部位"; empty without any part.
-QString csBuiRemark(int partCount);
+QString bodyPartRemark(int partCount);
 // "徒手矯正" when deformity correction is set.
-QString csHenkeRemark(bool henke);
+QString deformityRemark(bool henke);
 // The acupuncture / moxibustion treatment, in its electric form when electric treatment is set.
-QString csSinkyuRemark(bool hari, bool kyu, bool denki);
+QString sinkyuRemark(bool hari, bool kyu, bool denki);
 // The treatment content of the day: parts remark, warm compress, electric treatment.
-QString csDayContentRemark(int partCount, bool onan, bool denki);
+QString dayContentRemark(int partCount, bool onan, bool denki);
 
 } // namespace qelprn

@@ -37,7 +37,7 @@ QString orderBy(qint16 iSort)
 
 } // namespace
 
-QString csKenRyousyuuSql(const PrintJouken& j, ReceiptDays days, qint16 baseCd, qint16 baseEb)
+QString kenRyousyuuSql(const PrintJouken& j, ReceiptDays days, qint16 baseCd, qint16 baseEb)
 {
     QString sql =
         u"SELECT   JISSEKI.nRiyoushaIDNo"_s
@@ -75,13 +75,13 @@ QString csKenRyousyuuSql(const PrintJouken& j, ReceiptDays days, qint16 baseCd, 
            u" LEFT JOIN RIYOUSHA_SUB ON JISSEKI.nRiyoushaIDNo = RIYOUSHA_SUB.nIDNo "
            u" AND JISSEKI.iKyotenCd = RIYOUSHA_SUB.iKyotenCd AND JISSEKI.iKyotenEb = RIYOUSHA_SUB.iKyotenEb )"
            u" LEFT JOIN SISETSU AS SEJUTSU_SISETSU ON SEJUTSU_SISETSU.nIDNo = "_s +
-           csAddressSetCase() + u" )"_s;
+           addressSetCaseSql() + u" )"_s;
     sql += u" LEFT JOIN SISETSU AS SEIKYU_SISETSU ON SEIKYU_SISETSU.nIDNo = SEJUTSU_SISETSU.nOyaSisetsuCd )"_s
            u" LEFT JOIN HOKEN AS HOKEN_NAME ON HOKEN_NAME.iType = RIYOUSHA.iHoken"_s +
-           csCorpJoins(j, baseCd, baseEb);
+           corpJoinsSql(j, baseCd, baseEb);
     sql += u" WHERE JISSEKI.iKyotenCd = "_s + num(baseCd) + u" AND JISSEKI.iKyotenEb = "_s + num(baseEb);
-    sql += u" AND JISSEKI.tServicyDayStart >= '"_s + sqlText(csMonthFirstDay(j.sSeikyuYM)) +
-           u"' AND JISSEKI.tServicyDayStart < '"_s + sqlText(csNextMonthFirstDay(j.sSeikyuYM)) + u"'"_s;
+    sql += u" AND JISSEKI.tServicyDayStart >= '"_s + sqlText(monthFirstDay(j.sSeikyuYM)) +
+           u"' AND JISSEKI.tServicyDayStart < '"_s + sqlText(nextMonthFirstDay(j.sSeikyuYM)) + u"'"_s;
     sql += u" AND JISSEKI.nKanjaSeikyu > 0"_s;
     if (days == ReceiptDays::CoPayment)
         sql +=

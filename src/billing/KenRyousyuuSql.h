@@ -15,6 +15,6 @@ enum class ReceiptDays { All, CoPayment, SelfPay };
 // for patients with a month result, with the patient's consent in force, insurance short name,
 // invoicing corporation (CORP, nDairiCd) and clinic (TIRYOIN, nTiryoinCd), keeping days. Numbers
 // are written bare; text values pass through sqlText().
-QString csKenRyousyuuSql(const PrintJouken& jouken, ReceiptDays days, qint16 baseCd, qint16 baseEb);
+QString kenRyousyuuSql(const PrintJouken& jouken, ReceiptDays days, qint16 baseCd, qint16 baseEb);
 
 } // namespace qelprn

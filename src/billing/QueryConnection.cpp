@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 
 namespace qelprn {
 
-QString csNoConnectionString()
+QString noConnectionStringText()
 {
     return u"接続文字列取得できません。"_s;
 }
@@ -22,8 +22,8 @@ QueryConnection::~QueryConnection()
 
 void QueryConnection::fail(const QString& reason, const QString& header) const
 {
-    m_ctx.interaction().messageBox((header.isEmpty() ? m_header : header) + u"\r\n"_s + reason,
-                                   csSeikyuTitle(), MsgIcon::Critical);
+    m_ctx.interaction().messageBox((header.isEmpty() ? m_header : header) + u"\r\n"_s + reason, seikyuTitle(),
+                                   MsgIcon::Critical);
 }
 
 bool QueryConnection::openAdodb(const QString& emptyHeader)
@@ -36,7 +36,7 @@ bool QueryConnection::openAdodb(const QString& emptyHeader)
         if (!iniError.isEmpty())
             fail(iniError);
         else
-            fail(csNoConnectionString(), emptyHeader);
+            fail(noConnectionStringText(), emptyHeader);
         return false;
     }
     return open(cs);
@@ -46,7 +46,7 @@ bool QueryConnection::open(const QString& connectionString)
 {
     close();
     if (connectionString.isEmpty()) {
-        fail(csNoConnectionString());
+        fail(noConnectionStringText());
         return false;
     }
     if (m_ado.iInit(connectionString) != 0 || m_ado.iConnect() != 0) {

@@ -44,6 +44,6 @@ private:
 };
 
 // "接続文字列取得できません。": the reason given for an empty connection string.
-QString csNoConnectionString();
+QString noConnectionStringText();
 
 } // namespace qelprn

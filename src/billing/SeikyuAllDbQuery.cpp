@@ -71,9 +71,9 @@ qint16 modPrint施設請求書::iGetSeikyuData_ALLDB()
             // The empty base string keeps the single-database header, as the suite reports it.
             QueryConnection base(context, kHeader);
             if (!base.openAdodb(u"iGetSeikyuData() でエラー"_s) ||
-                !readCorpValues(base, csCorpSql(jouken, context.iBaseKyotenCd, context.iBaseKyotenEb),
+                !readCorpValues(base, corpSql(jouken, context.iBaseKyotenCd, context.iBaseKyotenEb),
                                 u"CORP"_s, corp) ||
-                !readCorpValues(base, csTiryoinSql(jouken, context.iBaseKyotenCd, context.iBaseKyotenEb),
+                !readCorpValues(base, tiryoinSql(jouken, context.iBaseKyotenCd, context.iBaseKyotenEb),
                                 u"TIRYOIN"_s, tiryoin))
                 return -1;
         }
@@ -83,18 +83,18 @@ qint16 modPrint施設請求書::iGetSeikyuData_ALLDB()
             QString connectionString;
             for (const DbInfo& info : std::as_const(dbInfos)) {
                 if (info.cDatabase == selected.cDatabase) {
-                    connectionString = csDbConnectionString(info);
+                    connectionString = dbConnectionString(info);
                     break;
                 }
             }
             QueryConnection db(context, kHeader);
             if (!db.open(connectionString))
                 return -1;
-            const QString sites = csKyotenCondition(selected.sites);
+            const QString sites = kyotenConditionSql(selected.sites);
             for (int type = 0; type <= 1; ++type) {
                 QList<SisetsuSeikyuGroup>& groups = type == 0 ? aSeikyuSisetsu : aSeikyuJihi;
                 qint16& count = type == 0 ? nSeikyuSisetsuCnt : nSeikyuJihiCnt;
-                if (!db.query(csSeikyuAllDbSql(jouken, type, sites)))
+                if (!db.query(seikyuAllDbSql(jouken, type, sites)))
                     return -1;
                 for (; !db.rs.isEOF(); db.rs.moveNext()) {
                     SisetsuSeikyuGroup& group = groupOf(groups, count, fieldText(db.rs, u"SEIKYU_NAME"_s));

@@ -14,7 +14,7 @@ qint16 modPrint施設請求書::iGetSeikyuData()
     return guarded([this]() -> qint16 {
         aSisetsuSeikyu.clear();
         QueryConnection db(context, u"iGetSeikyuData() でエラー"_s);
-        if (!db.openAdodb() || !db.query(csSeikyuSql(jouken, context.iBaseKyotenCd, context.iBaseKyotenEb)))
+        if (!db.openAdodb() || !db.query(seikyuSql(jouken, context.iBaseKyotenCd, context.iBaseKyotenEb)))
             return -1;
         SeikyuPager pager(aSisetsuSeikyu);
         for (; !db.rs.isEOF(); db.rs.moveNext()) {

@@ -67,7 +67,7 @@ QString sejutsuJoins()
            u" AND 月間実績.iKyotenCd = RIYOUSHA_SUB.iKyotenCd"
            u" AND 月間実績.iKyotenEb = RIYOUSHA_SUB.iKyotenEb )"
            u" LEFT JOIN SISETSU AS SEJUTSU_SISETSU ON SEJUTSU_SISETSU.nIDNo = "_s +
-           csAddressSetCase() + u" )"_s;
+           addressSetCaseSql() + u" )"_s;
 }
 
 QString seikyuJoin()
@@ -85,7 +85,7 @@ QString seikyuJoinAllDb()
 
 } // namespace
 
-QString csCorpJoins(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
+QString corpJoinsSql(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
 {
     QString sql = u" LEFT JOIN CORP ON     CORP.iKyotenCd  = "_s + num(baseCd) +
                   u" AND CORP.iKyotenEb  = "_s + num(baseEb);
@@ -111,7 +111,7 @@ QString siteCondition(qint16 baseCd, qint16 baseEb)
 // Patients living in a facility, then the optional billing facility and its kind.
 QString facilityConditions(const PrintJouken& j)
 {
-    QString sql = u" AND"_s + csAddressSetCase() + u" > 0 "_s;
+    QString sql = u" AND"_s + addressSetCaseSql() + u" > 0 "_s;
     if (j.nShisetuCdFrom > 0)
         sql += u" AND SEIKYU_SISETSU.nIDNo = "_s + num(j.nShisetuCdFrom);
     if (!j.sSisetsuType1.isEmpty())
@@ -146,27 +146,27 @@ QString orderBy()
 
 } // namespace
 
-QString csAddressSetCase()
+QString addressSetCaseSql()
 {
     return u" (CASE WHEN RIYOUSHA_SUB.iAddressSet = 1 THEN iAddressSisetsuCd2 ELSE "_s
            u" (CASE WHEN RIYOUSHA_SUB.iAddressSet = 2 THEN iAddressSisetsuCd3 ELSE iAddressSisetsuCd END) END)"_s;
 }
 
-QString csSeikyuSql(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
+QString seikyuSql(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
 {
     QString sql = u"SELECT   0 as SINRYOU_TYPE"_s + facilityColumns() + corpColumns() + type0Sums();
-    sql += u" FROM ((月間実績 "_s + sejutsuJoins() + seikyuJoin() + csCorpJoins(j, baseCd, baseEb);
+    sql += u" FROM ((月間実績 "_s + sejutsuJoins() + seikyuJoin() + corpJoinsSql(j, baseCd, baseEb);
     sql += monthCondition(j) + siteCondition(baseCd, baseEb) + facilityConditions(j) + groupBy(true);
 
     sql += u" UNION SELECT   1 as SINRYOU_TYPE"_s + facilityColumns() + corpColumns() + type1Values();
     sql += u" FROM (((月間実績 "_s + riyoushaJoin() + sejutsuJoins() + seikyuJoin() +
-           csCorpJoins(j, baseCd, baseEb);
+           corpJoinsSql(j, baseCd, baseEb);
     sql += monthCondition(j) + u" AND 月間実績.実費料金 > 0"_s + siteCondition(baseCd, baseEb) +
            facilityConditions(j);
     return sql + orderBy();
 }
 
-QString csSeikyuAllDbSql(const PrintJouken& j, int sinryouType, const QString& kyotenCondition)
+QString seikyuAllDbSql(const PrintJouken& j, int sinryouType, const QString& kyotenCondition)
 {
     QString sql;
     if (sinryouType == 0) {
@@ -182,7 +182,7 @@ QString csSeikyuAllDbSql(const PrintJouken& j, int sinryouType, const QString& k
     return sql + orderBy();
 }
 
-QString csKyotenCondition(const QList<SiteKey>& sites)
+QString kyotenConditionSql(const QList<SiteKey>& sites)
 {
     QString sql = u" AND ("_s;
     for (qsizetype i = 0; i < sites.size(); ++i) {
@@ -194,13 +194,13 @@ QString csKyotenCondition(const QList<SiteKey>& sites)
     return sql + u" ) "_s;
 }
 
-QString csCorpSql(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
+QString corpSql(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
 {
     return corpLookup(u"CORP"_s, baseCd, baseEb,
                       j.nDairiCd < 1 ? u" AND CORP.iType = 0"_s : u" AND CORP.nIDNo  = "_s + num(j.nDairiCd));
 }
 
-QString csTiryoinSql(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
+QString tiryoinSql(const PrintJouken& j, qint16 baseCd, qint16 baseEb)
 {
     return corpLookup(u"TIRYOIN"_s, baseCd, baseEb,
                       j.nTiryoinCd < 1 ? u" AND CORP.iType = 0"_s

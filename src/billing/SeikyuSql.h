@@ -13,25 +13,25 @@ namespace qelprn {
 // Numbers are written bare; text values pass through sqlText().
 
 // One database: the facility lines (type 0) UNION the self-pay lines (type 1) of the site.
-QString csSeikyuSql(const PrintJouken& jouken, qint16 baseCd, qint16 baseEb);
+QString seikyuSql(const PrintJouken& jouken, qint16 baseCd, qint16 baseEb);
 
 // Several databases: the statement of one line type (0 facility lines, 1 self-pay lines) for the
 // sites of kyotenCondition. A facility without a parent is its own billing facility here.
-QString csSeikyuAllDbSql(const PrintJouken& jouken, int sinryouType, const QString& kyotenCondition);
+QString seikyuAllDbSql(const PrintJouken& jouken, int sinryouType, const QString& kyotenCondition);
 
 // " AND (" the sites joined with " OR " " ) ".
-QString csKyotenCondition(const QList<SiteKey>& sites);
+QString kyotenConditionSql(const QList<SiteKey>& sites);
 
 // The invoicing corporation (CORP_NAME, CORP_YUBIN, CORP_ADDRESS1) and the clinic (TIRYOIN_NAME,
 // TIRYOIN_YUBIN, TIRYOIN_ADDRESS1) of the multi-database run.
-QString csCorpSql(const PrintJouken& jouken, qint16 baseCd, qint16 baseEb);
-QString csTiryoinSql(const PrintJouken& jouken, qint16 baseCd, qint16 baseEb);
+QString corpSql(const PrintJouken& jouken, qint16 baseCd, qint16 baseEb);
+QString tiryoinSql(const PrintJouken& jouken, qint16 baseCd, qint16 baseEb);
 
 // " LEFT JOIN CORP ..." (invoicing corporation, nDairiCd) and " LEFT JOIN CORP AS TIRYOIN ..." (clinic,
 // nTiryoinCd) of the site.
-QString csCorpJoins(const PrintJouken& jouken, qint16 baseCd, qint16 baseEb);
+QString corpJoinsSql(const PrintJouken& jouken, qint16 baseCd, qint16 baseEb);
 
 // The treated facility's id chosen by RIYOUSHA_SUB.iAddressSet, as a join value.
-QString csAddressSetCase();
+QString addressSetCaseSql();
 
 } // namespace qelprn

@@ -24,19 +24,19 @@ qint16 modPrint施設請求書::guarded(const std::function<qint16()>& body)
     } catch (const std::exception& e) {
         error = {5, QString::fromLocal8Bit(e.what())};
     }
-    context.interaction().messageBox(csRunTimeErrorText(error), csSeikyuTitle(), MsgIcon::None);
+    context.interaction().messageBox(runTimeErrorText(error), seikyuTitle(), MsgIcon::None);
     return -1;
 }
 
 void modPrint施設請求書::showNoData() const
 {
-    context.interaction().messageBox(u"該当する実績データがありません。"_s, csSeikyuTitle(),
+    context.interaction().messageBox(u"該当する実績データがありません。"_s, seikyuTitle(),
                                      MsgIcon::Information);
 }
 
 void modPrint施設請求書::showError(const QString& text) const
 {
-    context.interaction().messageBox(text, csSeikyuTitle(), MsgIcon::Critical);
+    context.interaction().messageBox(text, seikyuTitle(), MsgIcon::Critical);
 }
 
 } // namespace qelprn

@@ -52,8 +52,8 @@ public:
         double dbl4Down = 0.0;
         double dbl5Up = 0.0;
     };
-    bool bCalcJisseki4Down5UpAll(QHash<qint32, VisitSplit>& splits);
-    bool bGetSejyutuCntAll(QHash<qint32, qint32>& counts);
+    bool calcVisitSplitsAll(QHash<qint32, VisitSplit>& splits);
+    bool treatmentDayCountsAll(QHash<qint32, qint32>& counts);
 
     const AppContext& context;
     PrintJouken jouken;

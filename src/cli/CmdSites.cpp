@@ -64,12 +64,12 @@ public:
                 if (cs.isEmpty()) {
                     ui.messageBox(u"Form_Load() でエラー\r\n"_s +
                                       (iniError.isEmpty() ? u"接続文字列取得できません。"_s : iniError),
-                                  csSeikyuTitle(), MsgIcon::Critical);
+                                  seikyuTitle(), MsgIcon::Critical);
                     return 2;
                 }
                 cT_ADODB ado;
                 if (ado.iInit(cs) != 0 || ado.iConnect() != 0) {
-                    ui.messageBox(ado.sErrMsg, csSeikyuTitle(), MsgIcon::Critical);
+                    ui.messageBox(ado.sErrMsg, seikyuTitle(), MsgIcon::Critical);
                     return 2;
                 }
                 sites.iInit(&ado);

@@ -178,9 +178,9 @@ PrintOptions readPrintOptions(const QCommandLineParser& parser)
     }
 
     if (parser.isSet(u"billing-kind"_s))
-        j.sSisetsuType1 = csRTrim(parser.value(u"billing-kind"_s));
+        j.sSisetsuType1 = trimRightSpaces(parser.value(u"billing-kind"_s));
     if (parser.isSet(u"service-kind"_s))
-        j.sSisetsuType2 = csRTrim(parser.value(u"service-kind"_s));
+        j.sSisetsuType2 = trimRightSpaces(parser.value(u"service-kind"_s));
     return options;
 }
 

@@ -25,7 +25,7 @@ QString readFromFile(const QString& fileName, QString* errorText)
             *errorText = ini.CsErrStr();
         return QString();
     }
-    return csRTrim(csCutNull(ini.csGetProfileString(u"接続情報"_s, u"接続情報"_s)));
+    return trimRightSpaces(csCutNull(ini.csGetProfileString(u"接続情報"_s, u"接続情報"_s)));
 }
 
 } // namespace

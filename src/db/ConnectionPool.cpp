@@ -151,7 +151,7 @@ QString ConnectionPool::acquire(const QString& connectionString, QString* error)
         } else {
             db = QSqlDatabase::addDatabase(u"QODBC"_s, name);
             db.setDatabaseName(cs.odbcConnectString());
-            db.setConnectOptions(u"SQL_ATTR_LOGIN_TIMEOUT="_s + QString::number(nDbLoginTimeout()) +
+            db.setConnectOptions(u"SQL_ATTR_LOGIN_TIMEOUT="_s + QString::number(dbLoginTimeout()) +
                                  u";SQL_ATTR_CONNECTION_TIMEOUT=15"_s);
         }
         if (!db.isValid()) {

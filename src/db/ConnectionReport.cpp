@@ -40,7 +40,7 @@ QString serverVersion(cT_ADODB& ado, bool speaksSqlite, QString& error)
 int countSites(cT_ADODB& ado, const AppContext& ctx, QString& error)
 {
     RecordSet rs;
-    if (ado.iOpenRecSet(rs, csKyotenGridSql(false, ctx.iStartMode)) != 0) {
+    if (ado.iOpenRecSet(rs, kyotenGridSql(false, ctx.iStartMode)) != 0) {
         error = ado.sErrMsg;
         return 0;
     }
@@ -134,7 +134,7 @@ ConnectionReport checkConnections(const AppContext& ctx)
         db.server = info.cServer;
         db.database = info.cDatabase;
         cT_ADODB ado;
-        if (ado.iInit(csDbConnectionString(info)) != 0 || ado.iConnect() != 0) {
+        if (ado.iInit(dbConnectionString(info)) != 0 || ado.iConnect() != 0) {
             db.error = ado.sErrMsg;
         } else {
             db.sites = countSites(ado, ctx, db.error);

@@ -23,7 +23,7 @@ QString afterFirst(const QString& text, QChar sep)
 
 void reportListError(const AppContext& ctx, const QString& errorText)
 {
-    ctx.interaction().messageBox(u"cT_Syuukei.iDatabaseRead() でエラー\r\n"_s + errorText, csSeikyuTitle(),
+    ctx.interaction().messageBox(u"cT_Syuukei.iDatabaseRead() でエラー\r\n"_s + errorText, seikyuTitle(),
                                  MsgIcon::Critical);
 }
 
@@ -38,7 +38,7 @@ QString cDBserverName2(const AppContext& ctx)
     const QString tag = u"[DBServer]="_s;
     for (const QString& line : readTextLines(path)) {
         if (line.left(11) == tag)
-            server = csTrim(line.mid(11));
+            server = trimSpaces(line.mid(11));
     }
     return server;
 }
@@ -58,7 +58,7 @@ qint16 iDatabaseRead(const AppContext& ctx, QList<DbInfo>& list)
         int lineNo = 0;
         for (const QString& line : lines) {
             ++lineNo;
-            if (csTrim(line).isEmpty())
+            if (trimSpaces(line).isEmpty())
                 continue;
             QStringList f = splitCsvRecord(line);
             while (f.size() < 3)
@@ -105,14 +105,14 @@ qint16 iDatabaseRead(const AppContext& ctx, QList<DbInfo>& list)
     return 1;
 }
 
-QString csDbConnectionString(const DbInfo& db)
+QString dbConnectionString(const DbInfo& db)
 {
     const QString cs = u"Provider=SQLOLEDB;Data Source="_s + db.cServer + u";Database="_s + db.cDatabase +
                        u";uid=sa;pwd=tqz4187"_s;
-    return csRTrim(csCutNull(cs));
+    return trimRightSpaces(csCutNull(cs));
 }
 
-QString csKyotenGridSql(bool bAllFlg, qint16 startMode)
+QString kyotenGridSql(bool bAllFlg, qint16 startMode)
 {
     QString sql = u" SELECT "_s + u" KYOTEN.iKyotenCd,"_s + u" KYOTEN.iKyotenEb,"_s +
                   u" KYOTEN.cKyotenName"_s + u" FROM KYOTEN "_s + u" WHERE "_s;

@@ -19,9 +19,9 @@ qint16 iDatabaseRead(const AppContext& ctx, QList<DbInfo>& list);
 
 // "Provider=SQLOLEDB;Data Source=<server>;Database=<database>;uid=sa;pwd=...", cut at NUL and
 // right-trimmed.
-QString csDbConnectionString(const DbInfo& db);
+QString dbConnectionString(const DbInfo& db);
 
 // The grid loaders' site statement for bAllFlg and the start-up mode.
-QString csKyotenGridSql(bool bAllFlg, qint16 startMode);
+QString kyotenGridSql(bool bAllFlg, qint16 startMode);
 
 } // namespace qelprn

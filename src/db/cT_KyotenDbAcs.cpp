@@ -18,7 +18,7 @@ const QString kAllDbHeader = u"iGetSeikyuData_ALLDB() でエラー\r\n"_s;
 // A site code as the suite reads it: spaces trimmed (nothing else), then the number it begins with.
 qint32 numberOf(const QVariant& v)
 {
-    return nVal(csTrim(csNullToStr(v)));
+    return leadingNumber(trimSpaces(csNullToStr(v)));
 }
 } // namespace
 
@@ -70,7 +70,7 @@ qint16 cT_KyotenDbAcs::iDataLoadKyoten()
 
 void cT_KyotenDbAcs::showError(const QString& text)
 {
-    m_ctx.interaction().messageBox(text, csSeikyuTitle(), MsgIcon::Critical);
+    m_ctx.interaction().messageBox(text, seikyuTitle(), MsgIcon::Critical);
 }
 
 bool cT_KyotenDbAcs::fillGrid(cT_ADODB& ado, const QString& sql, const QString& database,
@@ -105,7 +105,7 @@ void cT_KyotenDbAcs::iLoadKyoten(QList<SiteRow>& grid, bool bAllFlg, qint16& res
     }
     m_list.clear();
     grid.clear();
-    if (!fillGrid(*m_ado, csKyotenGridSql(bAllFlg, m_startMode), QString(), grid)) {
+    if (!fillGrid(*m_ado, kyotenGridSql(bAllFlg, m_startMode), QString(), grid)) {
         showError(sErrMsg);
         return;
     }
@@ -120,7 +120,7 @@ qint16 cT_KyotenDbAcs::iDatabaseRead()
 void cT_KyotenDbAcs::iLoadKyoten_ALLDB(QList<SiteRow>& grid, bool bAllFlg, qint16& result)
 {
     result = -1;
-    const QString sql = csKyotenGridSql(bAllFlg, m_startMode);
+    const QString sql = kyotenGridSql(bAllFlg, m_startMode);
     if (iDatabaseRead() < 1) {
         showError(u"DBの読み込みに失敗しました"_s);
         return;
@@ -149,7 +149,7 @@ void cT_KyotenDbAcs::iLoadKyoten_ALLDB(QList<SiteRow>& grid, bool bAllFlg, qint1
     m_list.clear();
     grid.clear();
     for (const DbInfo& db : std::as_const(m_dbInfo)) {
-        const QString cs = csDbConnectionString(db);
+        const QString cs = dbConnectionString(db);
         if (cs.isEmpty()) {
             showError(kAllDbHeader + u"接続文字列取得できません。"_s);
             return;

@@ -39,15 +39,15 @@ QString siteCondition(const AppContext& ctx)
 
 } // namespace
 
-qint16 iLoadCorpList(cT_ADODB& ado, const AppContext& ctx, int iType, QList<CodeName>& out, QString& sErrMsg)
+qint16 readCorpList(cT_ADODB& ado, const AppContext& ctx, int iType, QList<CodeName>& out, QString& sErrMsg)
 {
     const QString sql = u"SELECT nIDNo, cShamei1 FROM CORP"_s + siteCondition(ctx) + u" AND iType = "_s +
                         QString::number(iType) + u" ORDER BY nIDNo"_s;
     return readList(ado, sql, u"cShamei1"_s, out, sErrMsg);
 }
 
-qint16 iLoadStaffList(cT_ADODB& ado, const AppContext& ctx, bool withEnded, QList<CodeName>& out,
-                      QString& sErrMsg)
+qint16 readStaffList(cT_ADODB& ado, const AppContext& ctx, bool withEnded, QList<CodeName>& out,
+                     QString& sErrMsg)
 {
     QString sql = u"SELECT nIDNo, cName FROM STAFF"_s + siteCondition(ctx);
     if (!withEnded)

@@ -113,7 +113,7 @@ void DesktopInteraction::progress(const QString& phase, qint64 done, qint64 tota
         return;
     if (!m_progress) {
         m_progress = new QProgressDialog(QApplication::activeWindow());
-        m_progress->setWindowTitle(csSeikyuTitle());
+        m_progress->setWindowTitle(seikyuTitle());
         m_progress->setCancelButton(nullptr);
         m_progress->setMinimumDuration(0);
         m_progress->setWindowModality(Qt::ApplicationModal);
@@ -131,7 +131,7 @@ bool DesktopInteraction::keepWaiting(const QString& text, qint64 waitedMs)
 {
     if (!m_wait) {
         m_wait = new QProgressDialog(QApplication::activeWindow());
-        m_wait->setWindowTitle(csSeikyuTitle());
+        m_wait->setWindowTitle(seikyuTitle());
         m_wait->setCancelButtonText(u"中止"_s);
         m_wait->setRange(0, 0);
         m_wait->setMinimumDuration(0);
@@ -155,7 +155,7 @@ void DesktopInteraction::waitEnded()
 void DesktopInteraction::openUrl(const QString& url)
 {
     if (!QDesktopServices::openUrl(QUrl(url)))
-        messageBox(url + u"\r\nを開けませんでした。"_s, csSeikyuTitle(), MsgIcon::Exclamation);
+        messageBox(url + u"\r\nを開けませんでした。"_s, seikyuTitle(), MsgIcon::Exclamation);
 }
 
 void DesktopInteraction::endProgram(int exitCode)

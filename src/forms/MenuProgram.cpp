@@ -14,7 +14,7 @@ QStringList menuProgramArguments(bool bMenuReturn)
     return bMenuReturn ? QStringList() : QStringList{u"2"_s};
 }
 
-bool bStartMenuProgram(const AppContext& ctx, bool bMenuReturn)
+bool startMenuProgram(const AppContext& ctx, bool bMenuReturn)
 {
     const QString program = toLocalPath(ctx.csAppDir + u"\\Main.exe"_s);
     if (!QFileInfo(program).isFile())

@@ -10,6 +10,6 @@ namespace qelprn {
 // without arguments when the user asked for the main menu, with the argument 2 otherwise.
 QStringList menuProgramArguments(bool bMenuReturn);
 // False (and nothing started) when the program is not there or cannot be started.
-bool bStartMenuProgram(const AppContext& ctx, bool bMenuReturn);
+bool startMenuProgram(const AppContext& ctx, bool bMenuReturn);
 
 } // namespace qelprn

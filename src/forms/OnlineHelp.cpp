@@ -22,7 +22,7 @@ QString reversed(QString text)
 
 } // namespace
 
-QString csOnlineHelpAddress(const AppContext& ctx, int helpContext)
+QString onlineHelpUrl(const AppContext& ctx, int helpContext)
 {
     clsOplIniFile ini;
     QString address;
@@ -50,12 +50,12 @@ QString csOnlineHelpAddress(const AppContext& ctx, int helpContext)
            QString::number(helpContext >= 1 ? helpContext : 1);
 }
 
-void vDispOnlineHelp(const AppContext& ctx, int helpContext)
+void showOnlineHelp(const AppContext& ctx, int helpContext)
 {
     QString address;
     {
         BusyPointer busy(ctx.interaction());
-        address = csOnlineHelpAddress(ctx, helpContext);
+        address = onlineHelpUrl(ctx, helpContext);
     }
     if (!address.isEmpty())
         ctx.interaction().openUrl(address);

@@ -20,7 +20,7 @@ QString chooseProgramFolder(Interaction& ui)
     const QString question = lookup.describeMissing() + u"\n\n"_s + QDir::toNativeSeparators(folder) +
                              u" に、お試し用のデモ プログラムフォルダ（設定ファイル、帳票レイアウト、"
                              u"見本のデータ）を作成しますか？"_s;
-    if (ui.messageBox(question, csSeikyuTitle(), MsgIcon::Question, MsgButtons::YesNo) != MsgResult::Yes)
+    if (ui.messageBox(question, seikyuTitle(), MsgIcon::Question, MsgButtons::YesNo) != MsgResult::Yes)
         return {};
 
     DemoOptions options;
@@ -36,7 +36,7 @@ QString chooseProgramFolder(Interaction& ui)
     if (!written) {
         ui.messageBox(u"デモ プログラムフォルダを作成できません。\r\n"_s +
                           (error.isEmpty() ? QDir::toNativeSeparators(folder) : error),
-                      csSeikyuTitle(), MsgIcon::Critical);
+                      seikyuTitle(), MsgIcon::Critical);
         return {};
     }
     return folder;

@@ -78,7 +78,7 @@ SearchDialogBase::SearchDialogBase(const AppContext& ctx, const QString& title, 
     menu->addAction(u"閉じる"_s, QKeySequence(Qt::Key_F12), this, &QDialog::reject);
     QMenu* help = menuBar->addMenu(u"ヘルプ(&H)"_s);
     help->addAction(u"オンラインヘルプ(&M)"_s, QKeySequence(Qt::Key_F1), this,
-                    [this] { vDispOnlineHelp(m_ctx, 1); });
+                    [this] { showOnlineHelp(m_ctx, 1); });
 
     auto* top = new QHBoxLayout;
     top->addWidget(frame, 1);
@@ -175,7 +175,7 @@ bool SearchDialogBase::acceptsRow(const QStringList&, const QStringList&) const
 
 void SearchDialogBase::showError(const QString& text) const
 {
-    m_ctx.interaction().messageBox(text, csSeikyuTitle(), MsgIcon::Critical);
+    m_ctx.interaction().messageBox(text, seikyuTitle(), MsgIcon::Critical);
 }
 
 bool SearchDialogBase::openReported(OwnConnection& own, const QString& sql, const QString& header) const
@@ -226,7 +226,7 @@ qint16 SearchDialogBase::iDsp1ranSub()
         return -1;
     }
     if (rows.isEmpty()) {
-        m_ctx.interaction().messageBox(noRowsText(), csSeikyuTitle(), MsgIcon::Information);
+        m_ctx.interaction().messageBox(noRowsText(), seikyuTitle(), MsgIcon::Information);
         return 1;
     }
 
@@ -262,7 +262,7 @@ bool SearchDialogBase::vWhenSeledOK()
     const int row = spr_1ran->currentRow();
     const QTableWidgetItem* first = row >= 0 ? spr_1ran->item(row, 0) : nullptr;
     if (first == nullptr || !first->isSelected()) {
-        m_ctx.interaction().messageBox(u"有効な行が選択されていません！"_s, csSeikyuTitle(),
+        m_ctx.interaction().messageBox(u"有効な行が選択されていません！"_s, seikyuTitle(),
                                        MsgIcon::Exclamation);
         return false;
     }

@@ -7,8 +7,8 @@ using namespace Qt::StringLiterals;
 
 namespace qelprn {
 
-qint16 iChkStaffCode(const AppContext& ctx, qint32 code, const QString& notFoundText, QString& errorText,
-                     QString* name)
+qint16 checkStaffCode(const AppContext& ctx, qint32 code, const QString& notFoundText, QString& errorText,
+                      QString* name)
 {
     const QString sql = u"SELECT cName, iChusiFlg FROM STAFF "_s + u" WHERE nIDNo = "_s +
                         QString::number(code) + u" AND iKyotenCd = "_s + QString::number(ctx.iBaseKyotenCd) +

@@ -10,7 +10,7 @@ namespace qelprn {
 // of the code. 0 when it exists and is managed; -1 with errorText "管理対象から外れています。" for
 // an ended practitioner, notFoundText when there is no row, or "iChkStaff でエラー" and the reason.
 // name receives the practitioner's name whenever the row exists.
-qint16 iChkStaffCode(const AppContext& ctx, qint32 code, const QString& notFoundText, QString& errorText,
-                     QString* name = nullptr);
+qint16 checkStaffCode(const AppContext& ctx, qint32 code, const QString& notFoundText, QString& errorText,
+                      QString* name = nullptr);
 
 } // namespace qelprn

@@ -30,7 +30,7 @@ QString cls患者検索::csSetRiyouName_Text(qint32 code)
     if (code == 0)
         return kAll;
     RiyoushaInfo rec;
-    if (code < 0 || !bLoadRiyousha(m_ctx, code, rec, &CsErrStr))
+    if (code < 0 || !loadRiyousha(m_ctx, code, rec, &CsErrStr))
         return QString();
     return rec.cName;
 }
@@ -50,7 +50,7 @@ qint16 cls患者検索::iSetRiyouName2(qint32 code, QLineEdit& target)
         return 0;
     }
     RiyoushaInfo rec;
-    if (code < 0 || !bLoadRiyousha(m_ctx, code, rec, &CsErrStr)) {
+    if (code < 0 || !loadRiyousha(m_ctx, code, rec, &CsErrStr)) {
         target.clear();
         return -1;
     }

@@ -21,7 +21,7 @@ qint16 cls施術者検索::iChkStaff(qint32 code)
 {
     CsErrStr.clear();
     csSeledName.clear();
-    return iChkStaffCode(m_ctx, code, u"対象の施術者が存在しません。"_s, CsErrStr, &csSeledName);
+    return checkStaffCode(m_ctx, code, u"対象の施術者が存在しません。"_s, CsErrStr, &csSeledName);
 }
 
 } // namespace qelprn

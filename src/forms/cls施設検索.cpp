@@ -22,7 +22,7 @@ qint16 cls施設検索::iDspStart(QWidget* parent)
 
 qint16 cls施設検索::iChkStaff(qint32 code)
 {
-    return iChkStaffCode(m_ctx, code, u"対象の施設が存在しません。"_s, CsErrStr);
+    return checkStaffCode(m_ctx, code, u"対象の施設が存在しません。"_s, CsErrStr);
 }
 
 qint16 cls施設検索::iSetShisetuName(qint32 code, QLineEdit& target)
@@ -44,7 +44,7 @@ qint16 cls施設検索::setName(qint32 code, QLineEdit& target, int which)
 {
     SisetsuInfo rec;
     CsErrStr.clear();
-    if (code <= 0 || !bLoadSisetsu(m_ctx, code, rec, &CsErrStr)) {
+    if (code <= 0 || !loadSisetsu(m_ctx, code, rec, &CsErrStr)) {
         target.clear();
         return -1;
     }

@@ -24,7 +24,7 @@ public:
 
     // Shows the pick-list modally; 0 when a facility was chosen, 1 when closed without a choice.
     qint16 iDspStart(QWidget* parent = nullptr);
-    // The STAFF check the suite's facility class runs for a typed code (see iChkStaffCode).
+    // The STAFF check the suite's facility class runs for a typed code (see checkStaffCode).
     qint16 iChkStaff(qint32 code);
     // The own site's facility code into target: its name (1), its second name line (2) or its
     // reading (3); "" and -1 when there is no such facility (CsErrStr holds a failure's reason).

@@ -16,7 +16,7 @@ namespace qelprn {
 frmBack::frmBack(AppContext& ctx, QWidget* parent) : QWidget(parent), m_ctx(ctx)
 {
     setObjectName(u"frmBack"_s);
-    setWindowTitle(csSeikyuTitle());
+    setWindowTitle(seikyuTitle());
     setAutoFillBackground(true);
     QPalette p = palette();
     p.setColor(QPalette::Window, QColor(0x2f, 0x4f, 0x6f));

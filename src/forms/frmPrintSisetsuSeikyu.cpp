@@ -54,7 +54,7 @@ frmPrintSisetsuSeikyu::frmPrintSisetsuSeikyu(const AppContext& ctx, PrintAction 
     : QDialog(parent), m_ctx(ctx), m_print(std::move(print)), m_today(today)
 {
     setObjectName(u"frmPrintSisetsuSeikyu"_s);
-    setWindowTitle(csSeikyuTitle());
+    setWindowTitle(seikyuTitle());
     setWindowFlag(Qt::WindowMinimizeButtonHint);
     setSizeGripEnabled(true);
     buildControls();
@@ -111,12 +111,12 @@ bool frmPrintSisetsuSeikyu::openConnection(const QString& header)
     if (cs.isEmpty()) {
         m_ctx.interaction().messageBox(header +
                                            (iniError.isEmpty() ? u"接続文字列取得できません。"_s : iniError),
-                                       csSeikyuTitle(), MsgIcon::Critical);
+                                       seikyuTitle(), MsgIcon::Critical);
         return false;
     }
     cADO.iDisConnect();
     if (cADO.iInit(cs) != 0 || cADO.iConnect() != 0) {
-        m_ctx.interaction().messageBox(header + cADO.sErrMsg, csSeikyuTitle(), MsgIcon::Critical);
+        m_ctx.interaction().messageBox(header + cADO.sErrMsg, seikyuTitle(), MsgIcon::Critical);
         return false;
     }
     return true;
@@ -141,7 +141,7 @@ bool frmPrintSisetsuSeikyu::Form_Load()
     if (!loadCorpLists())
         showLoadMessage(u"本店/支店データの取得に失敗しました。"_s, MsgIcon::Exclamation);
     // 5. Last choices, then the practitioners.
-    iLoadPrintSettings();
+    loadPrintSettings();
     if (!loadStaffList()) {
         if (sErrMsg.isEmpty())
             showLoadMessage(u"スタッフが存在しません。メイン画面に戻ります"_s, MsgIcon::Exclamation);
@@ -177,8 +177,8 @@ bool frmPrintSisetsuSeikyu::loadCorpLists()
     }
     QList<CodeName> corps;
     QList<CodeName> clinics;
-    ok = ok && iLoadCorpList(cADO, m_ctx, 0, corps, sErrMsg) == 0;
-    ok = ok && iLoadCorpList(cADO, m_ctx, 1, clinics, sErrMsg) == 0;
+    ok = ok && readCorpList(cADO, m_ctx, 0, corps, sErrMsg) == 0;
+    ok = ok && readCorpList(cADO, m_ctx, 1, clinics, sErrMsg) == 0;
     fillCodeCombo(*cbDairi, corps);
     fillCodeCombo(*cbTiryoin, clinics);
     updateStatus();
@@ -189,7 +189,7 @@ bool frmPrintSisetsuSeikyu::loadStaffList()
 {
     sErrMsg.clear();
     QList<CodeName> staff;
-    if (iLoadStaffList(cADO, m_ctx, chkChushi->isChecked(), staff, sErrMsg) != 0)
+    if (readStaffList(cADO, m_ctx, chkChushi->isChecked(), staff, sErrMsg) != 0)
         return false;
     const qint32 kept = selectedItemData(*cbTantou);
     fillCodeCombo(*cbTantou, staff);
@@ -231,7 +231,7 @@ void frmPrintSisetsuSeikyu::loadSiteGrid()
 
 // ---- settings -------------------------------------------------------------------------------------
 
-void frmPrintSisetsuSeikyu::iLoadPrintSettings()
+void frmPrintSisetsuSeikyu::loadPrintSettings()
 {
     const QString path = csDataDir(m_ctx) + u"印刷設定.ini"_s;
     clsOplIniFile ini;
@@ -246,7 +246,7 @@ void frmPrintSisetsuSeikyu::iLoadPrintSettings()
     optSelSisetsuType[address ? 1 : 0]->setChecked(true);
 }
 
-qint16 frmPrintSisetsuSeikyu::iSavePrintSettings()
+qint16 frmPrintSisetsuSeikyu::savePrintSettings()
 {
     clsOplIniFile ini;
     // A missing file is written afresh; only the name is needed.
@@ -372,7 +372,7 @@ void frmPrintSisetsuSeikyu::optSelCorp_Click(int index)
 void frmPrintSisetsuSeikyu::chkChushi_Click()
 {
     if (!loadStaffList() && !sErrMsg.isEmpty())
-        m_ctx.interaction().messageBox(sErrMsg, csSeikyuTitle(), MsgIcon::Critical);
+        m_ctx.interaction().messageBox(sErrMsg, seikyuTitle(), MsgIcon::Critical);
 }
 
 // ---- print run ------------------------------------------------------------------------------------
@@ -394,7 +394,7 @@ void frmPrintSisetsuSeikyu::cbPdfFolder_Click()
                                        MsgIcon::Exclamation);
         return;
     }
-    iSavePrintSettings();
+    savePrintSettings();
     MonthEndDialog dialog(
         m_ctx, imD_Out->date(), imD_Teis->date(), this, [this] { return sprKyoten->checkedSites(); }, this);
     dialog.exec();
@@ -403,7 +403,7 @@ void frmPrintSisetsuSeikyu::cbPdfFolder_Click()
 void frmPrintSisetsuSeikyu::mnMonthEnd_Click()
 {
     // The month end runs with the saved conditions: those of the form as it is now.
-    iSavePrintSettings();
+    savePrintSettings();
     MonthEndDialog dialog(
         m_ctx, imD_Out->date(), imD_Teis->date(), nullptr, [this] { return sprKyoten->checkedSites(); },
         this);
@@ -433,7 +433,7 @@ void frmPrintSisetsuSeikyu::runPrint(qint16 mode)
     runContext.ui = &recorder;
     if (m_print)
         m_print(runContext, mode, *this);
-    const QString saved = iSavePrintSettings() == 0 ? QString() : u"（設定を保存できませんでした）"_s;
+    const QString saved = savePrintSettings() == 0 ? QString() : u"（設定を保存できませんでした）"_s;
     // The engine runs on its own: a quiet run has only opened its window, and whether anything
     // was printed is decided in the engine's print dialog.
     const QString outcome = recorder.hasMessage() ? recorder.outcome()
@@ -459,7 +459,7 @@ bool frmPrintSisetsuSeikyu::iGetPrintJouken(PrintJouken& j)
         j.iSort = qint16(sort + 1);
     j.nKanjaCd = imNum_CD->value();
     const auto facilityKind = [](const QComboBox* box) {
-        return box->isEnabled() && box->currentIndex() > 0 ? csRTrim(box->currentText()) : QString();
+        return box->isEnabled() && box->currentIndex() > 0 ? trimRightSpaces(box->currentText()) : QString();
     };
     j.sSisetsuType1 = facilityKind(cmbKaishaKbn[0]);
     j.sSisetsuType2 = facilityKind(cmbKaishaKbn[1]);
@@ -502,8 +502,7 @@ void frmPrintSisetsuSeikyu::runSearch(Dialog& dialog, QPushButton& button, QSpin
     dialog.nSeledCD = code.value();
     const qint16 result = dialog.iDspStart(this);
     if (result < 0) {
-        m_ctx.interaction().messageBox(what + u"の検索に失敗しました"_s, csSeikyuTitle(),
-                                       MsgIcon::Exclamation);
+        m_ctx.interaction().messageBox(what + u"の検索に失敗しました"_s, seikyuTitle(), MsgIcon::Exclamation);
         return;
     }
     if (result == 0) {
@@ -565,7 +564,7 @@ void frmPrintSisetsuSeikyu::lookUpStaff(bool report)
     txtSelStaff->setText(check.csSeledName);
     if (status != 0 && report && code != m_staffReported) {
         m_staffReported = code;
-        m_ctx.interaction().messageBox(check.CsErrStr, csSeikyuTitle(), MsgIcon::Exclamation);
+        m_ctx.interaction().messageBox(check.CsErrStr, seikyuTitle(), MsgIcon::Exclamation);
     }
 }
 

@@ -65,8 +65,8 @@ public:
     void cbPdfFolder_Click();
     void mnMonthEnd_Click();
     // Writes "並び順", "印字社名", "印字治療院名", "対象施設" in that order; stops at the first failed write.
-    qint16 iSavePrintSettings();
-    void iLoadPrintSettings();
+    qint16 savePrintSettings();
+    void loadPrintSettings();
 
     // Sizes the window to its contents, at most the free area of a screen, and centres it there.
     void fitInto(const QRect& available);

@@ -377,7 +377,7 @@ void frmPrintSisetsuSeikyu::buildMenu(QWidget* menuHost)
     mnHelpMenu->setObjectName(u"mnHelpMenu"_s);
     add(mnHelpMenu, u"mnVer"_s, u"ﾊﾞｰｼﾞｮﾝ情報"_s, QKeySequence(), [this] { showVersion(); });
     add(mnHelpMenu, u"mnDispHelp"_s, u"オンラインヘルプ(&M)"_s, QKeySequence(Qt::Key_F1),
-        [this] { vDispOnlineHelp(m_ctx, 1); });
+        [this] { showOnlineHelp(m_ctx, 1); });
 }
 
 } // namespace qelprn

@@ -92,7 +92,7 @@ qint16 frm患者検索::iMastDataLoad()
         staff.append({nNullToLng(rs.field(u"nIDNo"_s)), csNullToRTrim(rs.field(u"cName"_s))});
     fillCodeCombo(*cmb_Tantou, staff);
     if (staff.isEmpty()) {
-        m_ctx.interaction().messageBox(u"該当する利用者データがありません。"_s, csSeikyuTitle(),
+        m_ctx.interaction().messageBox(u"該当する利用者データがありません。"_s, seikyuTitle(),
                                        MsgIcon::Information);
         return 1;
     }

@@ -41,7 +41,7 @@ frm施術者検索::frm施術者検索(const AppContext& ctx, QWidget* parent)
 
 qint16 frm施術者検索::iInit(qint32 code)
 {
-    iLoadKyotenList();
+    loadKyotenList();
     setPreselection(code);
     return iDsp1ranSub();
 }
@@ -52,7 +52,7 @@ void frm施術者検索::vGetSeledInf(qint32& code, QString& name) const
     name = seledName();
 }
 
-qint16 frm施術者検索::iLoadKyotenList()
+qint16 frm施術者検索::loadKyotenList()
 {
     const QString used = m_ctx.iStartMode == 0 || m_ctx.iStartMode == 1
                              ? u" KYOTEN.iUsedFlg = "_s + QString::number(m_ctx.iStartMode + 1)
@@ -62,7 +62,7 @@ qint16 frm施術者検索::iLoadKyotenList()
                         u" AND KYOTEN.iKyotenEb<>0"_s + u" ORDER BY KYOTEN.iKyotenCd,KYOTEN.iKyotenEb"_s;
     cmb_Kyoten->clear();
     OwnConnection own(m_ctx);
-    const bool ok = openReported(own, sql, u"iLoadKyotenList() でエラー\r\n"_s);
+    const bool ok = openReported(own, sql, u"loadKyotenList() でエラー\r\n"_s);
     for (RecordSet* rs = ok ? &own.rs() : nullptr; rs && !rs->isEOF(); rs->moveNext()) {
         const int cd = nNullToLng(rs->field(u"iKyotenCd"_s));
         const int eb = nNullToLng(rs->field(u"iKyotenEb"_s));

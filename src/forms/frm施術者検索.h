@@ -37,7 +37,7 @@ protected:
     bool acceptsRow(const QStringList& cells, const QStringList& previous) const override;
 
 private:
-    qint16 iLoadKyotenList();
+    qint16 loadKyotenList();
     std::pair<int, int> selectedSite() const;
 };
 

@@ -100,7 +100,7 @@ qint16 frm施設検索::iMastDataLoad(QList<std::pair<qint32, QString>>& out)
     for (RecordSet& rs = own.rs(); !rs.isEOF(); rs.moveNext())
         out.append({nNullToLng(rs.field(u"nIDNo"_s)), csNullToRTrim(rs.field(u"cShamei1"_s))});
     if (out.isEmpty()) {
-        m_ctx.interaction().messageBox(noRowsText(), csSeikyuTitle(), MsgIcon::Information);
+        m_ctx.interaction().messageBox(noRowsText(), seikyuTitle(), MsgIcon::Information);
         return 1;
     }
     return 0;

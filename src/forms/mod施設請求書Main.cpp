@@ -15,7 +15,7 @@ int Main(AppContext& ctx, const QString& commandLine, const frmPrintSisetsuSeiky
     frmBack back(ctx);
     back.Form_Load();
     back.showMaximized();
-    if (!bCheckCommandLine(ctx.interaction(), commandLine))
+    if (!checkCommandLine(ctx.interaction(), commandLine))
         return 1;
 
     frmPrintSisetsuSeikyu form(ctx, print, QDate::currentDate(), &back);
@@ -26,7 +26,7 @@ int Main(AppContext& ctx, const QString& commandLine, const frmPrintSisetsuSeiky
         form.exec();
     }
     // Closing the form returns to the suite's menu; without the menu program the program just ends.
-    bStartMenuProgram(ctx, form.bMenuReturn);
+    startMenuProgram(ctx, form.bMenuReturn);
     return 0;
 }
 

@@ -100,7 +100,7 @@ bool loadSingleRow(const AppContext& ctx, const QString& sql, QString* errorText
         fill(rs);
     } catch (const RunTimeError& e) { // a number beyond 32 bits
         if (errorText)
-            *errorText = csRunTimeErrorText(e);
+            *errorText = runTimeErrorText(e);
         return false;
     }
     if (rs.hasError()) { // a column the table lacks, or a read that broke off

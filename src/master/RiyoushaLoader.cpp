@@ -11,7 +11,7 @@ QString riyoushaLoaderStatement(const AppContext& ctx, qint32 nIDNo)
     return ownSiteRowStatement(ctx, u"RIYOUSHA"_s, nIDNo);
 }
 
-bool bLoadRiyousha(const AppContext& ctx, qint32 nIDNo, RiyoushaInfo& rec, QString* errorText)
+bool loadRiyousha(const AppContext& ctx, qint32 nIDNo, RiyoushaInfo& rec, QString* errorText)
 {
     return loadInto(ctx, riyoushaLoaderStatement(ctx, nIDNo), rec, errorText,
                     [](const RecordSet& rs, RiyoushaInfo& loaded) {

@@ -21,6 +21,6 @@ QString riyoushaLoaderStatement(const AppContext& ctx, qint32 nIDNo);
 // Reads patient nIDNo of the own site on a connection of its own. True when found: rec then
 // holds the row as a whole (a Null number or date keeps the value rec had). Otherwise rec is
 // unchanged; a connection or read failure leaves the connection's message in errorText.
-bool bLoadRiyousha(const AppContext& ctx, qint32 nIDNo, RiyoushaInfo& rec, QString* errorText = nullptr);
+bool loadRiyousha(const AppContext& ctx, qint32 nIDNo, RiyoushaInfo& rec, QString* errorText = nullptr);
 
 } // namespace qelprn

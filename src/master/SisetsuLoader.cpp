@@ -11,7 +11,7 @@ QString sisetsuLoaderStatement(const AppContext& ctx, qint32 nIDNo)
     return ownSiteRowStatement(ctx, u"SISETSU"_s, nIDNo);
 }
 
-bool bLoadSisetsu(const AppContext& ctx, qint32 nIDNo, SisetsuInfo& rec, QString* errorText)
+bool loadSisetsu(const AppContext& ctx, qint32 nIDNo, SisetsuInfo& rec, QString* errorText)
 {
     return loadInto(ctx, sisetsuLoaderStatement(ctx, nIDNo), rec, errorText,
                     [](const RecordSet& rs, SisetsuInfo& loaded) {

@@ -42,6 +42,6 @@ QString sisetsuLoaderStatement(const AppContext& ctx, qint32 nIDNo);
 // Reads facility nIDNo of the own site on a connection of its own. True when found: rec then
 // holds the row (a Null number or date keeps the value rec had). Otherwise rec is unchanged; a
 // connection or read failure leaves the connection's message in errorText.
-bool bLoadSisetsu(const AppContext& ctx, qint32 nIDNo, SisetsuInfo& rec, QString* errorText = nullptr);
+bool loadSisetsu(const AppContext& ctx, qint32 nIDNo, SisetsuInfo& rec, QString* errorText = nullptr);
 
 } // namespace qelprn

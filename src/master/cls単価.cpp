@@ -86,7 +86,7 @@ qint32* cls単価::slot(qint16 kind, qint32 code)
 
 void cls単価::showError(const QString& reason) const
 {
-    m_ctx.interaction().messageBox(reason + u"\r\n"_s + kProc, csSeikyuTitle(), MsgIcon::Critical);
+    m_ctx.interaction().messageBox(reason + u"\r\n"_s + kProc, seikyuTitle(), MsgIcon::Critical);
 }
 
 qint16 cls単価::iGetTanka(const QString& yearMonth)
@@ -94,7 +94,7 @@ qint16 cls単価::iGetTanka(const QString& yearMonth)
     try {
         return load(yearMonth);
     } catch (const RunTimeError& e) {
-        showError(csRunTimeErrorText(e));
+        showError(runTimeErrorText(e));
     } catch (const std::exception& e) {
         showError(QString::fromUtf8(e.what()));
     } catch (...) {
@@ -135,7 +135,7 @@ qint16 cls単価::load(const QString& yearMonth)
         return -1;
     }
     if (rows == 0) {
-        m_ctx.interaction().messageBox(u"単価データがありません。"_s, csSeikyuTitle(), MsgIcon::Information);
+        m_ctx.interaction().messageBox(u"単価データがありません。"_s, seikyuTitle(), MsgIcon::Information);
         m_ctx.interaction().messageBox(u"単価の取得に失敗しました。\r区分:"_s + QString::number(kind) +
                                            u"  コード："_s + QString::number(code),
                                        u"DB Read Error!!"_s, MsgIcon::Critical);

@@ -42,7 +42,7 @@ PrintRun::PrintRun(const AppContext& context, Handoff handoff, QString pdfPath)
 
 void PrintRun::showInfo(const QString& text)
 {
-    m_context.interaction().messageBox(text, csSeikyuTitle(), MsgIcon::Information);
+    m_context.interaction().messageBox(text, seikyuTitle(), MsgIcon::Information);
 }
 
 PrintRun::Result PrintRun::PrintSisetsuSeikyu(qint16 mode, PrintConditionSource& form)
@@ -126,8 +126,7 @@ void PrintRun::iExecPrint(qint16 mode, Result& result)
     const CsvResult written = kind.writer(toLocalPath(result.csvFilePath), m_data, result.sealImagePath);
     result.times.writeMs = clock.elapsed();
     if (written) {
-        m_context.interaction().messageBox(written->message(), csSeikyuTitle(), MsgIcon::None,
-                                           MsgButtons::Ok);
+        m_context.interaction().messageBox(written->message(), seikyuTitle(), MsgIcon::None, MsgButtons::Ok);
         result.outcome = Outcome::Failed;
         showInfo(u"データの出力に失敗しました。"_s);
         return;
@@ -156,7 +155,7 @@ bool PrintRun::lockFolder(PrintFolderLock& lock, Result& result)
             u"他の印刷が終わらないため、印刷を中止しました。"_s +
                 (holder.isEmpty() ? QString() : u"\r\n（印刷中: "_s + holder + u"）"_s) +
                 u"\r\nしばらくしてから、もう一度印刷してください。"_s,
-            csSeikyuTitle(), MsgIcon::Exclamation);
+            seikyuTitle(), MsgIcon::Exclamation);
         return false;
     }
     case PrintFolderLock::Outcome::Failed:
@@ -176,16 +175,16 @@ void PrintRun::handToEngine(const PrintKind& kind, qint16 mode, Result& result, 
         // nothing.
         result.outcome = Outcome::EngineFailed;
         m_context.interaction().messageBox(u"帳票の印刷に失敗しました。\r["_s + wfd.sErrMsg + u"]"_s,
-                                           csSeikyuTitle(), MsgIcon::Critical);
+                                           seikyuTitle(), MsgIcon::Critical);
     };
-    if (wfd.iInit(layoutFilePath(m_context, kind.layout), csSeikyuTitle()) != 0 ||
+    if (wfd.iInit(layoutFilePath(m_context, kind.layout), seikyuTitle()) != 0 ||
         wfd.iSetDataText(1, kind.dataName, kind.csvFile) != 0)
         return engineFailed();
     if (m_handoff == Handoff::PdfFolder && m_folder)
         return writeFolder(wfd, kind, result);
     qint16 started = 0;
     if (m_handoff == Handoff::Pdf)
-        started = wfd.iRenderPdf(kind.paper, m_pdfPath);
+        started = wfd.renderToPdf(kind.paper, m_pdfPath);
     else if (mode == 0)
         started = wfd.iPreview(kind.paper);
     else
@@ -200,7 +199,7 @@ void PrintRun::writeFolder(cls_WfdPrintExe& wfd, const PrintKind& kind, Result& 
     if (writeAddresseeFolder(m_context, wfd, kind, m_data.jouken, *m_folder) != 0) {
         result.outcome = Outcome::EngineFailed;
         m_context.interaction().messageBox(u"帳票の出力に失敗しました。\r["_s + m_folder->error + u"]"_s,
-                                           csSeikyuTitle(), MsgIcon::Critical);
+                                           seikyuTitle(), MsgIcon::Critical);
         return;
     }
     result.outcome = m_folder->cancelled ? Outcome::Cancelled : Outcome::Done;

@@ -65,7 +65,7 @@ qint16 cls_WfdPrintExe::iInit(const QString& layoutPath, const QString& title)
 {
     sErrMsg.clear();
     // FORM_ENGINE is optional: a missing key means our engine beside this program, without a message.
-    const QString engine = csTrim(vGetSysIniValue(m_context, u"FORM_ENGINE"_s, false));
+    const QString engine = trimSpaces(vGetSysIniValue(m_context, u"FORM_ENGINE"_s, false));
     m_engine = engine.isEmpty() ? bundledEngine() : engine;
     m_commandFolder = csTmpDir(m_context);
     m_layoutPath = layoutPath;
@@ -345,7 +345,7 @@ qint16 cls_WfdPrintExe::iPrintDialog(bool paper)
     return start(Action::PrintFromDialog, paper, m_engine, m_commandFolder);
 }
 
-qint16 cls_WfdPrintExe::iRenderPdf(bool paper, const QString& pdfPath, int timeoutMs)
+qint16 cls_WfdPrintExe::renderToPdf(bool paper, const QString& pdfPath, int timeoutMs)
 {
     sErrMsg.clear();
     if (!writeFile(commandFileBytes(Action::Preview, paper)))

@@ -64,7 +64,7 @@ public:
     // Renders the job to pdfPath instead of its action: the command file of a preview, the engine
     // started with "--pdf pdfPath /c <command file>" and waited for (at most timeoutMs). The engine's
     // own message becomes sErrMsg when it fails.
-    qint16 iRenderPdf(bool paper, const QString& pdfPath, int timeoutMs = 30 * 60 * 1000);
+    qint16 renderToPdf(bool paper, const QString& pdfPath, int timeoutMs = 30 * 60 * 1000);
 
     // Join several reports into one job: each call adds the report set up since iInit (layout; with
     // addPrint_addCSV also its data files) to the job, writes the image program's command file

@@ -68,7 +68,7 @@ qint16 MasterTable::guardedImpl(const std::function<qint16()>& body)
     try {
         return body();
     } catch (const RunTimeError& e) {
-        sErrMsg = csRunTimeErrorText(e);
+        sErrMsg = runTimeErrorText(e);
     } catch (const std::exception& e) {
         sErrMsg = QString::fromUtf8(e.what());
     } catch (...) {

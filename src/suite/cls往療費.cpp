@@ -24,7 +24,7 @@ QString cls往療費::selectStatement(const QString& yearMonth)
 
 void cls往療費::showError(const QString& reason, const QString& procedure) const
 {
-    m_ctx.interaction().messageBox(reason + u"\r\n"_s + procedure + u"() でエラー"_s, csSeikyuTitle(),
+    m_ctx.interaction().messageBox(reason + u"\r\n"_s + procedure + u"() でエラー"_s, seikyuTitle(),
                                    MsgIcon::Critical);
 }
 
@@ -53,7 +53,7 @@ qint16 cls往療費::iGetOuryohiAll(const QString& yearMonth)
     try {
         return load(yearMonth);
     } catch (const RunTimeError& e) {
-        showError(csRunTimeErrorText(e), u"iGetOuryohiAll"_s);
+        showError(runTimeErrorText(e), u"iGetOuryohiAll"_s);
     } catch (const std::exception& e) {
         showError(QString::fromUtf8(e.what()), u"iGetOuryohiAll"_s);
     } catch (...) {

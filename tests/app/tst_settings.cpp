@@ -210,9 +210,9 @@ private slots:
     void commandLineCheck()
     {
         TestInteraction ui;
-        QVERIFY(qelprn::bCheckCommandLine(ui, u" "_s));
+        QVERIFY(qelprn::checkCommandLine(ui, u" "_s));
         QVERIFY(ui.messages.isEmpty());
-        QVERIFY(!qelprn::bCheckCommandLine(ui, QString()));
+        QVERIFY(!qelprn::checkCommandLine(ui, QString()));
         QCOMPARE(ui.texts(), QStringList({u"処理モードが設定されていません。"_s, u"起動できません！"_s}));
         QCOMPARE(ui.messages[0].title, u"　エラー！！"_s);
         QCOMPARE(ui.messages[0].icon, qelprn::MsgIcon::Exclamation);

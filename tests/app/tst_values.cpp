@@ -23,7 +23,7 @@ QString overflowText(const std::function<void()>& work)
     try {
         work();
     } catch (const qelprn::RunTimeError& e) {
-        return qelprn::csRunTimeErrorText(e);
+        return qelprn::runTimeErrorText(e);
     }
     return QString();
 }
@@ -83,15 +83,15 @@ private slots:
         QCOMPARE(qelprn::nNullToLng(u"12"_s), 12);
         QCOMPARE(overflowText([] { qelprn::nNullToLng(-2147483649.0); }), u"( 6)オーバーフローしました。"_s);
         // The suite's trims remove spaces only.
-        QCOMPARE(qelprn::csRTrim(u" a\t\u3000  "_s), u" a\t\u3000"_s);
-        QCOMPARE(qelprn::csTrim(u"  \ta "_s), u"\ta"_s);
-        QCOMPARE(qelprn::csTrim(u"   "_s), QString());
-        QCOMPARE(qelprn::nVal(u" 12X3"_s), 12);
-        QCOMPARE(qelprn::nVal(u"X1"_s), 0);
+        QCOMPARE(qelprn::trimRightSpaces(u" a\t\u3000  "_s), u" a\t\u3000"_s);
+        QCOMPARE(qelprn::trimSpaces(u"  \ta "_s), u"\ta"_s);
+        QCOMPARE(qelprn::trimSpaces(u"   "_s), QString());
+        QCOMPARE(qelprn::leadingNumber(u" 12X3"_s), 12);
+        QCOMPARE(qelprn::leadingNumber(u"X1"_s), 0);
         // Val skips blanks, tabs, line feeds and ideographic spaces in front, no other white space.
-        QCOMPARE(qelprn::nVal(u"\u3000\t\n 12"_s), 12);
-        QCOMPARE(qelprn::nVal(u"\r12"_s), 0);
-        QCOMPARE(qelprn::nVal(u"\u00a012"_s), 0);
+        QCOMPARE(qelprn::leadingNumber(u"\u3000\t\n 12"_s), 12);
+        QCOMPARE(qelprn::leadingNumber(u"\r12"_s), 0);
+        QCOMPARE(qelprn::leadingNumber(u"\u00a012"_s), 0);
         // A folder is no file.
         QTemporaryDir dir;
         QVERIFY(qelprn::bFileExists(dir.filePath(u"."_s)) == false);

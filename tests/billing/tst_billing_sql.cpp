@@ -62,7 +62,7 @@ private slots:
         j.nTiryoinCd = tiryoin;
         j.nShisetuCdFrom = seikyuSisetsu;
         j.sSisetsuType1 = sisetsuType;
-        const QString sql = csSeikyuSql(j, 1, 2);
+        const QString sql = seikyuSql(j, 1, 2);
         for (const QString& fragment : fragments)
             QCOMPARE(sql.count(fragment), 2);
         // The patients' shares of the month, then their self-pay fees; one order over both.
@@ -78,18 +78,18 @@ private slots:
 
     void seikyuAllDatabases()
     {
-        const QString sites = csKyotenCondition({{1, 1}, {2, 3}});
+        const QString sites = kyotenConditionSql({{1, 1}, {2, 3}});
         QCOMPARE(sites, u" AND (      ( 月間実績.iKyotenCd = 1    AND 月間実績.iKyotenEb = 1 )  OR       ( "
                         u"月間実績.iKyotenCd = 2    AND 月間実績.iKyotenEb = 3 )  ) "_s);
         PrintJouken j = baseJouken();
         j.nDairiCd = 9; // the corporation is looked up apart: no CORP join in these statements
         j.nShisetuCdFrom = 5;
-        const QString type0 = csSeikyuAllDbSql(j, 0, sites);
+        const QString type0 = seikyuAllDbSql(j, 0, sites);
         QVERIFY(type0.contains(u" LEFT JOIN SISETSU AS SEIKYU_SISETSU ON SEIKYU_SISETSU.nIDNo = (CASE WHEN "
                                u"ISNULL(SEJUTSU_SISETSU.nOyaSisetsuCd,0) = 0 THEN SEJUTSU_SISETSU.nIDNo ELSE "
                                u"SEJUTSU_SISETSU.nOyaSisetsuCd END) WHERE "_s));
         QVERIFY(type0.contains(u" AND 月間実績.自己負担額2 > 0"_s) && !type0.contains(u"CORP"_s));
-        const QString type1 = csSeikyuAllDbSql(j, 1, sites);
+        const QString type1 = seikyuAllDbSql(j, 1, sites);
         QVERIFY(type1.startsWith(u"SELECT   1 as SINRYOU_TYPE"_s));
         QVERIFY(type1.contains(u" AND 月間実績.実費料金 > 0"_s));
         QVERIFY(type1.endsWith(u" AND SEIKYU_SISETSU.nIDNo = 5"_s + sites +
@@ -99,16 +99,16 @@ private slots:
     void corporationLookups()
     {
         PrintJouken j = baseJouken();
-        QCOMPARE(csCorpSql(j, 1, 2),
+        QCOMPARE(corpSql(j, 1, 2),
                  u"select   CORP.cShamei1 AS CORP_NAME ,CORP.cYubinNo AS CORP_YUBIN ,"
                  u"CORP.cAddress1 AS CORP_ADDRESS1 from CORP WHERE CORP.iKyotenCd  = 1   AND "
                  u"CORP.iKyotenEb  = 2 AND CORP.iType = 0"_s);
-        QVERIFY(csTiryoinSql(j, 1, 2).startsWith(u"select   CORP.cShamei1 AS TIRYOIN_NAME"_s));
-        QVERIFY(csTiryoinSql(j, 1, 2).endsWith(u" AND CORP.iType = 0"_s));
+        QVERIFY(tiryoinSql(j, 1, 2).startsWith(u"select   CORP.cShamei1 AS TIRYOIN_NAME"_s));
+        QVERIFY(tiryoinSql(j, 1, 2).endsWith(u" AND CORP.iType = 0"_s));
         j.nDairiCd = 5;
         j.nTiryoinCd = 6;
-        QVERIFY(csCorpSql(j, 1, 2).endsWith(u"CORP.iKyotenEb  = 2 AND CORP.nIDNo  = 5"_s));
-        QVERIFY(csTiryoinSql(j, 1, 2).endsWith(u"CORP.iKyotenEb  = 2 AND CORP.nIDNo = 6"_s));
+        QVERIFY(corpSql(j, 1, 2).endsWith(u"CORP.iKyotenEb  = 2 AND CORP.nIDNo  = 5"_s));
+        QVERIFY(tiryoinSql(j, 1, 2).endsWith(u"CORP.iKyotenEb  = 2 AND CORP.nIDNo = 6"_s));
     }
 
     // The facility join, the narrowing conditions and the order of the co-payment list.
@@ -120,7 +120,7 @@ private slots:
         QTest::addColumn<QString>("join");
         QTest::addColumn<QString>("tail");
         const QString care = u" LEFT JOIN SISETSU ON SISETSU.nIDNo = RIYOUSHA_SUB.iCareSisetsuCd "_s;
-        const QString address = u" LEFT JOIN SISETSU ON SISETSU.nIDNo = "_s + csAddressSetCase() + u' ';
+        const QString address = u" LEFT JOIN SISETSU ON SISETSU.nIDNo = "_s + addressSetCaseSql() + u' ';
         QTest::newRow("care facility, sort 0")
             << false << 0 << qint16(0) << care << u" ORDER BY SISETSU_ID, RIYOUSHA.cNameKana, SINRYOU_TYPE"_s;
         QTest::newRow("address facility, sort 1")
@@ -148,7 +148,7 @@ private slots:
         j.nTiryoinCd = 4;
         j.nTantouCd = sisetsu > 0 ? 6 : 0;
         j.sSisetsuType2 = sisetsu > 0 ? u"有料'老人"_s : QString();
-        const QString sql = csKanjaSql(j, 1, 2);
+        const QString sql = kanjaSql(j, 1, 2);
         QVERIFY(sql.contains(join + u"LEFT JOIN HOKEN"_s));
         QVERIFY(sql.contains(
             u" AND TIRYOIN.nIDNo = 4 WHERE 月間実績.実績年 * 100 + 月間実績.実績月 = 202410 "
@@ -159,7 +159,7 @@ private slots:
 
     void treatmentDayStatements()
     {
-        QCOMPARE(csSejyutuCntSql(42, 202412, 1, 2),
+        QCOMPARE(sejyutuCntSql(42, 202412, 1, 2),
                  u"SELECT count(*) as J_CNT  FROM JISSEKI  WHERE     JISSEKI.iKyotenCd  = 1 AND "
                  u"JISSEKI.iKyotenEb  = 2 AND JISSEKI.nRiyoushaIDNo  = 42 AND JISSEKI.tServicyDayStart  >= "
                  u"'2024/12/01' AND JISSEKI.tServicyDayStart  < '2025/01/01'"_s);
@@ -168,7 +168,7 @@ private slots:
                               u"tServicyDayStart < '2025/01/01'   AND JISSEKI.iKyotenCd = 1   AND "
                               u"JISSEKI.iKyotenEb = 2 ORDER BY  tServicyDayStart"_s));
         // The same for every patient at once: the patient condition becomes the key.
-        const QString counts = csSejyutuCntAllSql(202412, 1, 2);
+        const QString counts = sejyutuCntAllSql(202412, 1, 2);
         QVERIFY(counts.startsWith(u"SELECT JISSEKI.nRiyoushaIDNo ,count(*) as J_CNT "_s));
         QVERIFY(counts.endsWith(u" < '2025/01/01' GROUP BY JISSEKI.nRiyoushaIDNo"_s));
         const QString days = cs4Down5UpAllSql(u"2024/12"_s, 1, 2);
@@ -204,7 +204,7 @@ private slots:
             j.nKanjaCd = 77;
         }
         const QString sql =
-            csKenRyousyuuSql(j, kind == 4 ? ReceiptDays::CoPayment : ReceiptDays::SelfPay, 1, 2);
+            kenRyousyuuSql(j, kind == 4 ? ReceiptDays::CoPayment : ReceiptDays::SelfPay, 1, 2);
         const QString kind4 =
             u" AND (CASE WHEN JISSEKI.iAnbunUmu = 1 THEN JISSEKI.nFutankinAnbun ELSE JISSEKI.nFutankin END) > 0"_s;
         const QString kind5 = u" AND JISSEKI.nJippiSejutu > 0"_s;
@@ -234,20 +234,20 @@ private slots:
         j.nTantouCd = 7;
         j.nKanjaCd = 8;
         j.bSelSisetsuType = true;
-        const QString sites = csKyotenCondition({{1, 1}, {2, 3}});
-        QStringList statements = {csSeikyuSql(j, 1, 2),
-                                  csSeikyuAllDbSql(j, 0, sites),
-                                  csSeikyuAllDbSql(j, 1, sites),
-                                  csCorpSql(j, 1, 2),
-                                  csTiryoinSql(j, 1, 2),
-                                  csSejyutuCntSql(42, 202412, 1, 2),
+        const QString sites = kyotenConditionSql({{1, 1}, {2, 3}});
+        QStringList statements = {seikyuSql(j, 1, 2),
+                                  seikyuAllDbSql(j, 0, sites),
+                                  seikyuAllDbSql(j, 1, sites),
+                                  corpSql(j, 1, 2),
+                                  tiryoinSql(j, 1, 2),
+                                  sejyutuCntSql(42, 202412, 1, 2),
                                   cs4Down5UpSql(42, u"2024/12"_s, 1, 2),
-                                  csSejyutuCntAllSql(202412, 1, 2),
+                                  sejyutuCntAllSql(202412, 1, 2),
                                   cs4Down5UpAllSql(u"2024/12"_s, 1, 2)};
         for (qint16 sort = 0; sort < 5; ++sort) {
             j.iSort = sort;
             j.iSortShisetsu = sort;
-            statements << csKanjaSql(j, 1, 2) << csKenRyousyuuSql(j, ReceiptDays(sort % 3), 1, 2);
+            statements << kanjaSql(j, 1, 2) << kenRyousyuuSql(j, ReceiptDays(sort % 3), 1, 2);
         }
         test::TestProgramFolder folder;
         QVERIFY(folder.isValid());

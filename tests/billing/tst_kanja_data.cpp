@@ -75,8 +75,8 @@ private slots:
 
         QHash<qint32, qint32> counts;
         QHash<qint32, modPrint施設請求書::VisitSplit> splits;
-        QVERIFY(f.mod.bGetSejyutuCntAll(counts));
-        QVERIFY(f.mod.bCalcJisseki4Down5UpAll(splits));
+        QVERIFY(f.mod.treatmentDayCountsAll(counts));
+        QVERIFY(f.mod.calcVisitSplitsAll(splits));
         QCOMPARE(f.ui.messages.size(), 0);
         for (qint32 id = 0; id <= 10; ++id) {
             QCOMPARE(counts.value(id), f.mod.getSejyutuCnt(id));

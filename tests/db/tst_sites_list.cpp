@@ -20,14 +20,14 @@ private slots:
         const QString head =
             u" SELECT  KYOTEN.iKyotenCd, KYOTEN.iKyotenEb, KYOTEN.cKyotenName FROM KYOTEN  WHERE "_s;
         const QString tail = u" ORDER BY KYOTEN.iKyotenCd,KYOTEN.iKyotenEb"_s;
-        QCOMPARE(qelprn::csKyotenGridSql(false, 0),
+        QCOMPARE(qelprn::kyotenGridSql(false, 0),
                  head + u" KYOTEN.iUsedFlg =  1  AND KYOTEN.iKyotenEb<>0"_s + tail);
-        QCOMPARE(qelprn::csKyotenGridSql(false, 1),
+        QCOMPARE(qelprn::kyotenGridSql(false, 1),
                  head + u" KYOTEN.iUsedFlg =  2  AND KYOTEN.iKyotenEb<>0"_s + tail);
-        QCOMPARE(qelprn::csKyotenGridSql(false, 2),
+        QCOMPARE(qelprn::kyotenGridSql(false, 2),
                  head + u" ( KYOTEN.iUsedFlg = 1 or KYOTEN.iUsedFlg = 2 )  AND KYOTEN.iKyotenEb<>0"_s + tail);
         for (qint16 m : {0, 1, 2})
-            QCOMPARE(qelprn::csKyotenGridSql(true, m), head + u" KYOTEN.iKyotenEb<>0"_s + tail);
+            QCOMPARE(qelprn::kyotenGridSql(true, m), head + u" KYOTEN.iKyotenEb<>0"_s + tail);
     }
 
     void serverNameFile()
@@ -61,7 +61,7 @@ private slots:
         QCOMPARE(list[0].cDbName, u"本店DB"_s);
         // A label without ":" is its own name.
         QCOMPARE(list[1].cDbName, u"plain"_s);
-        QCOMPARE(qelprn::csDbConnectionString(list[1]),
+        QCOMPARE(qelprn::dbConnectionString(list[1]),
                  u"Provider=SQLOLEDB;Data Source=HOST2\\INST;Database=other;uid=sa;pwd=tqz4187"_s);
 
         // The server name file replaces the server, the instance part stays.

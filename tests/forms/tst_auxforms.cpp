@@ -69,17 +69,17 @@ private slots:
         folder.writeSettingsFile(u"Halvex.Ver"_s,
                                  u"[OnlineHelp]\nADDRESS= https://help.example.jp/seikyu \n"_s);
         // Without the map-service user file the address is still opened.
-        qelprn::vDispOnlineHelp(ctx, 0);
+        qelprn::showOnlineHelp(ctx, 0);
         folder.writeSettingsFile(u"EmapUser.ini"_s, u"ZENRIN_USER=resu\nZENRIN_PWD=4321ssap\n"_s);
-        qelprn::vDispOnlineHelp(ctx, 1);
+        qelprn::showOnlineHelp(ctx, 1);
         QCOMPARE(ui.openedUrls, (QStringList{u"https://help.example.jp/seikyu?zi=&zp=&lk=1"_s,
                                              u"https://help.example.jp/seikyu?zi=user&zp=pass1234&lk=1"_s}));
         QCOMPARE(ui.busyDepth, 0);
 
         folder.writeSettingsFile(u"Halvex.Ver"_s, u"[OnlineHelp]\nADDRESS=ftp://help.example.jp/\n"_s);
-        qelprn::vDispOnlineHelp(ctx, 1);
+        qelprn::showOnlineHelp(ctx, 1);
         QFile::remove(folder.filePath(u"Halvex.Ver"_s));
-        qelprn::vDispOnlineHelp(ctx, 1);
+        qelprn::showOnlineHelp(ctx, 1);
         QCOMPARE(ui.openedUrls.size(), 2);
         QCOMPARE(ui.messages.size(), 2);
         QCOMPARE(ui.messages[1].text, u"環境ファイルの取得に失敗しました。"_s);

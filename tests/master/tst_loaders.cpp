@@ -45,7 +45,7 @@ private slots:
         SisetsuInfo rec;
         rec.cShamei2 = u"前の値"_s;
         QString error;
-        QVERIFY2(bLoadSisetsu(ctx, 1010001, rec, &error), qPrintable(error));
+        QVERIFY2(loadSisetsu(ctx, 1010001, rec, &error), qPrintable(error));
         QCOMPARE(rec.nIDNo, 1010001);
         QCOMPARE(rec.cAddress1, u"東京都'港区"_s);
         QCOMPARE(rec.cShamei2, QString()); // Null text becomes ""
@@ -54,21 +54,21 @@ private slots:
         QCOMPARE(rec.iKikanShubetsu, 2);
 
         rec.nLat = 77; // a Null number keeps the value held
-        QVERIFY(bLoadSisetsu(ctx, 1010002, rec, &error));
+        QVERIFY(loadSisetsu(ctx, 1010002, rec, &error));
         QCOMPARE(rec.nIDNo, 1010002);
         QCOMPARE(rec.nLat, 77);
 
         // Not found (or another site's facility): false, record untouched, no error text.
         const SisetsuInfo before = rec;
         error.clear();
-        QVERIFY(!bLoadSisetsu(ctx, 2010001, rec, &error));
-        QVERIFY(!bLoadSisetsu(ctx, 999, rec, &error));
+        QVERIFY(!loadSisetsu(ctx, 2010001, rec, &error));
+        QVERIFY(!loadSisetsu(ctx, 999, rec, &error));
         QCOMPARE(rec.nIDNo, before.nIDNo);
         QCOMPARE(error, QString());
 
         // A number beyond 32 bits: false, the suite's overflow error.
         addFacility(folder, 1010003, 1, 3000000000.0);
-        QVERIFY(!bLoadSisetsu(ctx, 1010003, rec, &error));
+        QVERIFY(!loadSisetsu(ctx, 1010003, rec, &error));
         QCOMPARE(error, u"( 6)オーバーフローしました。"_s);
         QCOMPARE(rec.nIDNo, before.nIDNo);
 
@@ -76,7 +76,7 @@ private slots:
         folder.writeSettingsFile(u"adodb.ini"_s,
                                  u"[接続情報]\n接続情報=Provider=SQLOLEDB;Data Source=sqlite:/nonexistent/x;"
                                  "Database=none;uid=sa;pwd=x\n"_s);
-        QVERIFY(!bLoadSisetsu(ctx, 1010001, rec, &error));
+        QVERIFY(!loadSisetsu(ctx, 1010001, rec, &error));
         QVERIFY(!error.isEmpty());
         QCOMPARE(rec.nIDNo, before.nIDNo);
     }
@@ -103,14 +103,14 @@ private slots:
         rec.iHoken = 4;
         rec.tDouiDay1 = QDate(2020, 1, 1);
         QString error;
-        QVERIFY2(bLoadRiyousha(ctx, 1010005, rec, &error), qPrintable(error));
+        QVERIFY2(loadRiyousha(ctx, 1010005, rec, &error), qPrintable(error));
         QCOMPARE(rec.cName, u"山田 太郎"_s);
         QCOMPARE(rec.tBirthday, QDate(1940, 2, 29));
         QCOMPARE(rec.nJikofutanTanka, 1500);
         QCOMPARE(rec.nTantou10, 1010020);
         QCOMPARE(rec.iHoken, 4);                    // Null number kept
         QCOMPARE(rec.tDouiDay1, QDate(2020, 1, 1)); // Null date kept
-        QVERIFY(!bLoadRiyousha(ctx, 1010006, rec, &error));
+        QVERIFY(!loadRiyousha(ctx, 1010006, rec, &error));
     }
 };
 

@@ -109,7 +109,7 @@ private slots:
                                   u" が見つかりません。"_s);
         QVERIFY(cls_WfdPrintExe::bundledEngine().startsWith(QCoreApplication::applicationDirPath()));
         QCOMPARE(readAll(commandFile), wfd.commandFileBytes(cls_WfdPrintExe::Action::Preview, false));
-        QVERIFY(wfd.iRenderPdf(true, folder.filePath(u"x.pdf"_s)) != 0);
+        QVERIFY(wfd.renderToPdf(true, folder.filePath(u"x.pdf"_s)) != 0);
         QCOMPARE(readAll(commandFile), wfd.commandFileBytes(cls_WfdPrintExe::Action::Preview, true));
         QVERIFY(ui.messages.isEmpty()); // the optional key is read without a message
 
@@ -211,7 +211,7 @@ private slots:
         // The engine gets "--pdf FILE /c <command file>" for a preview job and is waited for.
         QCOMPARE(wfd.iInit(u"a.wfd"_s, u"t"_s), 0);
         const QString pdf = folder.filePath(u"out.pdf"_s);
-        QCOMPARE(wfd.iRenderPdf(false, pdf), 0);
+        QCOMPARE(wfd.renderToPdf(false, pdf), 0);
         QCOMPARE(readAll(pdf), QByteArray("pdf"));
         const QString commandFile = folder.filePath(u"TMP/WfdCom.dat"_s);
         QCOMPARE(
@@ -222,7 +222,7 @@ private slots:
         // Its message on standard error becomes the error text.
         test::writeStandInProgram(folder.filePath(u"engine"_s),
                                   {.stderrText = u"レイアウト a.wfd がありません。"_s, .exitCode = 2});
-        QVERIFY(wfd.iRenderPdf(false, pdf) != 0);
+        QVERIFY(wfd.renderToPdf(false, pdf) != 0);
         QCOMPARE(wfd.sErrMsg, u"レイアウト a.wfd がありません。"_s);
     }
 
@@ -245,10 +245,10 @@ private slots:
             folder.writeSettingsFile(u"Tovara.ini"_s, kTovara + u"FORM_ENGINE="_s + engine + u"\n"_s);
             cls_WfdPrintExe wfd(ctx);
             QCOMPARE(wfd.iInit(u"a.wfd"_s, u"t"_s), 0);
-            QCOMPARE(wfd.iRenderPdf(false, folder.filePath(u"out.pdf"_s)), 0); // nobody waits
+            QCOMPARE(wfd.renderToPdf(false, folder.filePath(u"out.pdf"_s)), 0); // nobody waits
             int heard = 0;
             wfd.onJobRead = [&heard] { ++heard; };
-            QCOMPARE(wfd.iRenderPdf(false, folder.filePath(u"out.pdf"_s)), 0);
+            QCOMPARE(wfd.renderToPdf(false, folder.filePath(u"out.pdf"_s)), 0);
             QCOMPARE(heard, 1);
             QVERIFY(!wfd.onJobRead);
             QVERIFY(QDir(temp.path()).entryList(QDir::Files).isEmpty());
