@@ -122,10 +122,4 @@ void CliInteraction::openUrl(const QString& url)
     err().flush();
 }
 
-void CliInteraction::endProgram(int exitCode)
-{
-    err().flush();
-    throw ProgramEnd{exitCode};
-}
-
 } // namespace qelprn

@@ -32,8 +32,6 @@ public:
     bool keepWaiting(const QString& text, qint64 waitedMs) override;
     void waitEnded() override;
     void openUrl(const QString& url) override;
-    // Throws ProgramEnd; the command-line main turns it into the exit status.
-    void endProgram(int exitCode) override;
 
 private:
     QTextStream& err();

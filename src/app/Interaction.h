@@ -29,16 +29,6 @@ public:
     virtual bool keepWaiting(const QString& text, qint64 waitedMs) = 0;
     virtual void waitEnded() = 0;
     virtual void openUrl(const QString& url) = 0;
-    // The program must end now (a missing settings file, a refused start). Implementations either
-    // leave the process or, in tests, throw ProgramEnd; callers must not rely on it returning.
-    virtual void endProgram(int exitCode) = 0;
-};
-
-// Thrown by implementations whose endProgram must not leave the process (tests, the command line
-// when it runs commands in process).
-struct ProgramEnd
-{
-    int exitCode = 0;
 };
 
 // Busy pointer on for the life of the object, on every path out of a scope.

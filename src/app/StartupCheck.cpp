@@ -21,17 +21,17 @@ bool checkCommandLine(Interaction& ui, const QString& commandLine)
     return false;
 }
 
-AppContext loadAppContext(Interaction& ui)
+std::optional<AppContext> loadAppContext(Interaction& ui)
 {
     const AppDirLookup lookup = findAppDir();
     if (lookup.found.isEmpty()) {
         ui.messageBox(lookup.describeMissing(), seikyuTitle(), MsgIcon::Critical);
-        ui.endProgram(2);
+        return std::nullopt;
     }
     return loadAppContext(ui, lookup.found);
 }
 
-AppContext loadAppContext(Interaction& ui, const QString& appDir)
+std::optional<AppContext> loadAppContext(Interaction& ui, const QString& appDir)
 {
     AppContext ctx;
     ctx.ui = &ui;
@@ -39,10 +39,12 @@ AppContext loadAppContext(Interaction& ui, const QString& appDir)
     // the settings (an embedded database folder, say) are taken from it.
     csChangeDir(appDir);
     ctx.csAppDir = appDir;
-    const QString baseId = vGetSysIniValue(ctx, u"BASEID"_s, true);
+    const std::optional<QString> baseId = readSysIniValue(ctx, u"BASEID"_s, true);
+    if (!baseId)
+        return std::nullopt;
     // The suite's Val(): the leading digits count ("1X" is 1), a non-number part gives 0.
-    ctx.iBaseKyotenCd = qint16(leadingNumber(QStringView(baseId).mid(0, 2)));
-    ctx.iBaseKyotenEb = qint16(leadingNumber(QStringView(baseId).mid(2, 2)));
+    ctx.iBaseKyotenCd = qint16(leadingNumber(QStringView(*baseId).mid(0, 2)));
+    ctx.iBaseKyotenEb = qint16(leadingNumber(QStringView(*baseId).mid(2, 2)));
     setDbLoginTimeout(vGetSysIniValue(ctx, u"DB_LOGIN_TIMEOUT"_s, false));
     return ctx;
 }

@@ -3,6 +3,7 @@
 #include "app/AppContext.h"
 
 #include <QString>
+#include <optional>
 
 namespace qelprn {
 
@@ -11,9 +12,10 @@ namespace qelprn {
 bool checkCommandLine(Interaction& ui, const QString& commandLine);
 
 // The process settings: csAppDir (findAppDir()) and the own site from BASEID characters 1-2 and
-// 3-4. When no folder holds "Tovara.ini", ui is told which were tried and the program ends (2).
-AppContext loadAppContext(Interaction& ui);
-// The same for a given program folder; a missing "Tovara.ini" ends the program through ui.
-AppContext loadAppContext(Interaction& ui, const QString& appDir);
+// 3-4. Nothing when no folder holds "Tovara.ini", after ui was told which were tried: the
+// program's entry point then ends the program (status 2).
+std::optional<AppContext> loadAppContext(Interaction& ui);
+// The same for a given program folder; nothing when its "Tovara.ini" is missing (after the message).
+std::optional<AppContext> loadAppContext(Interaction& ui, const QString& appDir);
 
 } // namespace qelprn

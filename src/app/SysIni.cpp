@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace qelprn {
 
-QString vGetSysIniValue(const AppContext& ctx, const QString& key, bool showError)
+std::optional<QString> readSysIniValue(const AppContext& ctx, const QString& key, bool showError)
 {
     const QString path = toLocalPath(ctx.csAppDir + u"\\"_s + u"Tovara.ini"_s);
     bool ok = false;
@@ -19,8 +19,7 @@ QString vGetSysIniValue(const AppContext& ctx, const QString& key, bool showErro
     if (!ok) {
         ctx.interaction().messageBox(u"システム設定ファイルが見つかりません。"_s, u"警告！"_s,
                                      MsgIcon::Critical);
-        ctx.interaction().endProgram(2);
-        return {};
+        return std::nullopt;
     }
     const QString wanted = trimSpaces(key);
     for (const QString& line : lines) {
@@ -35,13 +34,19 @@ QString vGetSysIniValue(const AppContext& ctx, const QString& key, bool showErro
                                          key + u"]"_s,
                                      u"警告！"_s, MsgIcon::Critical);
     }
-    return {};
+    return QString();
+}
+
+QString vGetSysIniValue(const AppContext& ctx, const QString& key, bool showError)
+{
+    return readSysIniValue(ctx, key, showError).value_or(QString());
 }
 
 namespace {
 QString folder(const AppContext& ctx, const QString& key)
 {
-    return ctx.csAppDir + vGetSysIniValue(ctx, key, true) + u"\\"_s;
+    const std::optional<QString> value = readSysIniValue(ctx, key, true);
+    return value ? ctx.csAppDir + *value + u"\\"_s : QString();
 }
 } // namespace
 

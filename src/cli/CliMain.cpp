@@ -143,10 +143,6 @@ int runCli(const QStringList& args, QTextStream& out, QTextStream& err)
     } catch (const UsageError& usage) {
         out.flush();
         return usageError(*command, usage.message, err);
-    } catch (const ProgramEnd& end) {
-        out.flush();
-        err.flush();
-        return end.exitCode;
     }
 }
 

@@ -46,16 +46,16 @@ public:
         const QString appDir =
             parser.isSet(u"app-dir"_s) ? QDir(parser.value(u"app-dir"_s)).absolutePath() : QString();
         CliInteraction ui(false, &err);
-        try {
-            const AppContext ctx = appDir.isEmpty() ? loadAppContext(ui) : loadAppContext(ui, appDir);
-            const ConnectionReport report = checkConnections(ctx);
-            for (const QString& line : report.lines())
-                out << line << '\n';
-            out.flush();
-            return report.allOpened() ? 0 : 2;
-        } catch (const ProgramEnd& end) {
-            return end.exitCode == 0 ? 2 : end.exitCode;
-        }
+        const std::optional<AppContext> loaded =
+            appDir.isEmpty() ? loadAppContext(ui) : loadAppContext(ui, appDir);
+        if (!loaded)
+            return 2;
+        const AppContext& ctx = *loaded;
+        const ConnectionReport report = checkConnections(ctx);
+        for (const QString& line : report.lines())
+            out << line << '\n';
+        out.flush();
+        return report.allOpened() ? 0 : 2;
     }
 };
 

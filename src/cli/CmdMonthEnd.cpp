@@ -120,82 +120,80 @@ public:
         }
 
         CliInteraction ui(parser.isSet(u"yes"_s), &err);
-        try {
-            const QString appDir = parser.value(u"app-dir"_s);
-            const AppContext ctx =
-                appDir.isEmpty() ? loadAppContext(ui) : loadAppContext(ui, QDir(appDir).absolutePath());
-            if (print && ui.messageBox(u"印刷処理を実行します。よろしいですか？"_s, u"印刷確認"_s,
-                                       MsgIcon::Question, MsgButtons::YesNo) != MsgResult::Yes)
-                return 1;
-            const QLocale locale(QLocale::Japanese, QLocale::Japan);
-            const StopRequest stop;
-            int failed = 0;
-            int done = 0;
-            QStringList summary;
-            for (int number : kinds) {
-                const PrintKind& kind = *printKind(number);
-                err << number << u" "_s << kind.label << u" ..."_s << Qt::endl;
-                PrintJouken jouken = monthEndJouken(ctx, number, *month, issue);
-                if (kind.reads(Condition::Sites) &&
-                    !chooseSites(ctx, std::nullopt, jouken.selectedDatabases, err)) {
-                    ++failed;
-                    summary << u"%1 %2: 失敗（事業所）"_s.arg(number).arg(kind.label);
-                    continue;
-                }
-                FolderOutput folder;
-                folder.folder = kindFolder(outDir, kind);
-                folder.replace = replace;
-                folder.stopRequested = &StopRequest::requested;
-                PrintRun run(ctx, print ? PrintRun::Handoff::Engine : PrintRun::Handoff::PdfFolder);
-                run.setFolderOutput(&folder);
-                const PrintRun::Result result = run.PrintSisetsuSeikyu(print ? 1 : 0, jouken);
-                const bool stopped = StopRequest::requested();
-                const QString head = u"%1 %2: "_s.arg(number).arg(kind.label);
-                switch (result.outcome) {
-                case PrintRun::Outcome::NothingToPrint:
-                    summary << head + u"印刷するデータなし"_s;
-                    break;
-                case PrintRun::Outcome::Declined:
-                    ++failed;
-                    summary << head + u"確認に「いいえ」と答えたので出力していません（--yes で「はい」）"_s;
-                    break;
-                case PrintRun::Outcome::Done:
-                case PrintRun::Outcome::Cancelled:
-                    ++done;
-                    if (print) {
-                        summary << head + u"印刷に渡しました"_s;
-                        break;
-                    }
-                    summary << head +
-                                   u"宛先 %1 件、%2 枚、請求金額合計 %3 円%4  %5"_s.arg(folder.files.size())
-                                       .arg(folder.totalPages())
-                                       .arg(locale.toString(folder.totalAmount()))
-                                       .arg(folder.cancelled ? u"（中止）"_s : QString())
-                                       .arg(QDir::toNativeSeparators(folder.folder));
-                    if (folder.cancelled)
-                        ++failed;
-                    break;
-                default:
-                    ++failed;
-                    summary << head + (stopped ? u"中止"_s : u"失敗"_s) +
-                                   (folder.files.isEmpty()
-                                        ? QString()
-                                        : u"（できた %1 件は送付一覧にあります）"_s.arg(folder.files.size()));
-                    break;
-                }
-                if (stopped) {
-                    summary << u"中止しました（Ctrl+C）。できた PDF は各フォルダの送付一覧.csv にあります"_s;
-                    ++failed;
-                    break;
-                }
+        const QString appDir = parser.value(u"app-dir"_s);
+        const std::optional<AppContext> loaded =
+            appDir.isEmpty() ? loadAppContext(ui) : loadAppContext(ui, QDir(appDir).absolutePath());
+        if (!loaded)
+            return 2;
+        const AppContext& ctx = *loaded;
+        if (print && ui.messageBox(u"印刷処理を実行します。よろしいですか？"_s, u"印刷確認"_s,
+                                   MsgIcon::Question, MsgButtons::YesNo) != MsgResult::Yes)
+            return 1;
+        const QLocale locale(QLocale::Japanese, QLocale::Japan);
+        const StopRequest stop;
+        int failed = 0;
+        int done = 0;
+        QStringList summary;
+        for (int number : kinds) {
+            const PrintKind& kind = *printKind(number);
+            err << number << u" "_s << kind.label << u" ..."_s << Qt::endl;
+            PrintJouken jouken = monthEndJouken(ctx, number, *month, issue);
+            if (kind.reads(Condition::Sites) &&
+                !chooseSites(ctx, std::nullopt, jouken.selectedDatabases, err)) {
+                ++failed;
+                summary << u"%1 %2: 失敗（事業所）"_s.arg(number).arg(kind.label);
+                continue;
             }
-            out << summary.join(u'\n') << Qt::endl;
-            if (failed > 0)
-                return 2;
-            return done > 0 ? 0 : 1;
-        } catch (const ProgramEnd& end) {
-            return end.exitCode == 0 ? 2 : end.exitCode;
+            FolderOutput folder;
+            folder.folder = kindFolder(outDir, kind);
+            folder.replace = replace;
+            folder.stopRequested = &StopRequest::requested;
+            PrintRun run(ctx, print ? PrintRun::Handoff::Engine : PrintRun::Handoff::PdfFolder);
+            run.setFolderOutput(&folder);
+            const PrintRun::Result result = run.PrintSisetsuSeikyu(print ? 1 : 0, jouken);
+            const bool stopped = StopRequest::requested();
+            const QString head = u"%1 %2: "_s.arg(number).arg(kind.label);
+            switch (result.outcome) {
+            case PrintRun::Outcome::NothingToPrint:
+                summary << head + u"印刷するデータなし"_s;
+                break;
+            case PrintRun::Outcome::Declined:
+                ++failed;
+                summary << head + u"確認に「いいえ」と答えたので出力していません（--yes で「はい」）"_s;
+                break;
+            case PrintRun::Outcome::Done:
+            case PrintRun::Outcome::Cancelled:
+                ++done;
+                if (print) {
+                    summary << head + u"印刷に渡しました"_s;
+                    break;
+                }
+                summary << head + u"宛先 %1 件、%2 枚、請求金額合計 %3 円%4  %5"_s.arg(folder.files.size())
+                                      .arg(folder.totalPages())
+                                      .arg(locale.toString(folder.totalAmount()))
+                                      .arg(folder.cancelled ? u"（中止）"_s : QString())
+                                      .arg(QDir::toNativeSeparators(folder.folder));
+                if (folder.cancelled)
+                    ++failed;
+                break;
+            default:
+                ++failed;
+                summary << head + (stopped ? u"中止"_s : u"失敗"_s) +
+                               (folder.files.isEmpty()
+                                    ? QString()
+                                    : u"（できた %1 件は送付一覧にあります）"_s.arg(folder.files.size()));
+                break;
+            }
+            if (stopped) {
+                summary << u"中止しました（Ctrl+C）。できた PDF は各フォルダの送付一覧.csv にあります"_s;
+                ++failed;
+                break;
+            }
         }
+        out << summary.join(u'\n') << Qt::endl;
+        if (failed > 0)
+            return 2;
+        return done > 0 ? 0 : 1;
     }
 };
 

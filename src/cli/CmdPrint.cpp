@@ -120,63 +120,61 @@ public:
         PrintOptions options = readPrintOptions(parser);
 
         CliInteraction ui(options.yes, &err);
-        try {
-            const AppContext ctx =
-                options.appDir.isEmpty() ? loadAppContext(ui) : loadAppContext(ui, options.appDir);
-            if (printKind(options.kind)->reads(Condition::Sites) &&
-                !chooseSites(ctx, options.sites, options.jouken.selectedDatabases, err))
-                return 2;
-            if (options.output == PrintOptions::Output::Print &&
-                ui.messageBox(u"印刷処理を実行します。よろしいですか？"_s, u"印刷確認"_s, MsgIcon::Question,
-                              MsgButtons::YesNo) != MsgResult::Yes)
-                return 1;
+        const std::optional<AppContext> loaded =
+            options.appDir.isEmpty() ? loadAppContext(ui) : loadAppContext(ui, options.appDir);
+        if (!loaded)
+            return 2;
+        const AppContext& ctx = *loaded;
+        if (printKind(options.kind)->reads(Condition::Sites) &&
+            !chooseSites(ctx, options.sites, options.jouken.selectedDatabases, err))
+            return 2;
+        if (options.output == PrintOptions::Output::Print &&
+            ui.messageBox(u"印刷処理を実行します。よろしいですか？"_s, u"印刷確認"_s, MsgIcon::Question,
+                          MsgButtons::YesNo) != MsgResult::Yes)
+            return 1;
 
-            qint16 mode = 0;
-            PrintRun::Handoff handoff = PrintRun::Handoff::Engine;
-            switch (options.output) {
-            case PrintOptions::Output::CsvOnly:
-                handoff = PrintRun::Handoff::CsvOnly;
-                mode = 2;
-                break;
-            case PrintOptions::Output::Print:
-                mode = 1;
-                break;
-            case PrintOptions::Output::Pdf:
-                handoff = PrintRun::Handoff::Pdf;
-                break;
-            case PrintOptions::Output::PdfDir:
-                handoff = PrintRun::Handoff::PdfFolder;
-                if (folderHasOutput(options.pdfDir) && !options.replace) {
-                    err << u"qelprn-cli print: "_s << QDir::toNativeSeparators(options.pdfDir)
-                        << u" には前回の出力があります。置き換えるには --replace を付けてください"_s
-                        << Qt::endl;
-                    return 2;
-                }
-                break;
-            default:
-                break;
+        qint16 mode = 0;
+        PrintRun::Handoff handoff = PrintRun::Handoff::Engine;
+        switch (options.output) {
+        case PrintOptions::Output::CsvOnly:
+            handoff = PrintRun::Handoff::CsvOnly;
+            mode = 2;
+            break;
+        case PrintOptions::Output::Print:
+            mode = 1;
+            break;
+        case PrintOptions::Output::Pdf:
+            handoff = PrintRun::Handoff::Pdf;
+            break;
+        case PrintOptions::Output::PdfDir:
+            handoff = PrintRun::Handoff::PdfFolder;
+            if (folderHasOutput(options.pdfDir) && !options.replace) {
+                err << u"qelprn-cli print: "_s << QDir::toNativeSeparators(options.pdfDir)
+                    << u" には前回の出力があります。置き換えるには --replace を付けてください"_s << Qt::endl;
+                return 2;
             }
-            FolderOutput folder;
-            folder.folder = options.pdfDir;
-            folder.replace = options.replace;
-            folder.stopRequested = &StopRequest::requested;
-            const StopRequest stop;
-            PrintRun printRun(ctx, handoff, options.pdfFile);
-            printRun.setFolderOutput(&folder);
-            const PrintRun::Result run = printRun.PrintSisetsuSeikyu(mode, options.jouken);
-            if (options.timings)
-                printTimings(run, err);
-            if (run.outcome == PrintRun::Outcome::CsvWritten)
-                out << QDir::toNativeSeparators(toLocalPath(run.csvFilePath)) << Qt::endl;
-            else if (run.outcome == PrintRun::Outcome::Done && options.output == PrintOptions::Output::Pdf)
-                out << QDir::toNativeSeparators(options.pdfFile) << Qt::endl;
-            else if (options.output == PrintOptions::Output::PdfDir && !folder.listPath.isEmpty() &&
-                     QFileInfo::exists(folder.listPath))
-                out << QDir::toNativeSeparators(folder.listPath) << Qt::endl;
-            return exitStatus(run);
-        } catch (const ProgramEnd& end) {
-            return end.exitCode == 0 ? 2 : end.exitCode;
+            break;
+        default:
+            break;
         }
+        FolderOutput folder;
+        folder.folder = options.pdfDir;
+        folder.replace = options.replace;
+        folder.stopRequested = &StopRequest::requested;
+        const StopRequest stop;
+        PrintRun printRun(ctx, handoff, options.pdfFile);
+        printRun.setFolderOutput(&folder);
+        const PrintRun::Result run = printRun.PrintSisetsuSeikyu(mode, options.jouken);
+        if (options.timings)
+            printTimings(run, err);
+        if (run.outcome == PrintRun::Outcome::CsvWritten)
+            out << QDir::toNativeSeparators(toLocalPath(run.csvFilePath)) << Qt::endl;
+        else if (run.outcome == PrintRun::Outcome::Done && options.output == PrintOptions::Output::Pdf)
+            out << QDir::toNativeSeparators(options.pdfFile) << Qt::endl;
+        else if (options.output == PrintOptions::Output::PdfDir && !folder.listPath.isEmpty() &&
+                 QFileInfo::exists(folder.listPath))
+            out << QDir::toNativeSeparators(folder.listPath) << Qt::endl;
+        return exitStatus(run);
     }
 };
 

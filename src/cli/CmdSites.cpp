@@ -51,41 +51,41 @@ public:
         const bool all = parser.isSet(u"all"_s);
 
         CliInteraction ui(false, &err);
-        try {
-            const AppContext ctx = appDir.isEmpty() ? loadAppContext(ui) : loadAppContext(ui, appDir);
-            QList<SiteRow> grid;
-            cT_KyotenDbAcs sites(ctx);
-            qint16 result = -1;
-            if (allDatabases) {
-                sites.iLoadKyoten_ALLDB(grid, all, result);
-            } else {
-                QString iniError;
-                const QString cs = readAdodbConnectionString(ctx, &iniError);
-                if (cs.isEmpty()) {
-                    ui.messageBox(u"Form_Load() でエラー\r\n"_s +
-                                      (iniError.isEmpty() ? u"接続文字列取得できません。"_s : iniError),
-                                  seikyuTitle(), MsgIcon::Critical);
-                    return 2;
-                }
-                cT_ADODB ado;
-                if (ado.iInit(cs) != 0 || ado.iConnect() != 0) {
-                    ui.messageBox(ado.sErrMsg, seikyuTitle(), MsgIcon::Critical);
-                    return 2;
-                }
-                sites.iInit(&ado);
-                sites.iLoadKyoten(grid, all, result);
-                ado.iDisConnect();
-            }
-            if (result != 0)
+        const std::optional<AppContext> loaded =
+            appDir.isEmpty() ? loadAppContext(ui) : loadAppContext(ui, appDir);
+        if (!loaded)
+            return 2;
+        const AppContext& ctx = *loaded;
+        QList<SiteRow> grid;
+        cT_KyotenDbAcs sites(ctx);
+        qint16 result = -1;
+        if (allDatabases) {
+            sites.iLoadKyoten_ALLDB(grid, all, result);
+        } else {
+            QString iniError;
+            const QString cs = readAdodbConnectionString(ctx, &iniError);
+            if (cs.isEmpty()) {
+                ui.messageBox(u"Form_Load() でエラー\r\n"_s +
+                                  (iniError.isEmpty() ? u"接続文字列取得できません。"_s : iniError),
+                              seikyuTitle(), MsgIcon::Critical);
                 return 2;
-            for (const SiteRow& row : std::as_const(grid))
-                out << row.name << '\t' << row.database << '\t' << row.site.iKyotenCd << '\t'
-                    << row.site.iKyotenEb << '\n';
-            out.flush();
-            return 0;
-        } catch (const ProgramEnd& end) {
-            return end.exitCode == 0 ? 2 : end.exitCode;
+            }
+            cT_ADODB ado;
+            if (ado.iInit(cs) != 0 || ado.iConnect() != 0) {
+                ui.messageBox(ado.sErrMsg, seikyuTitle(), MsgIcon::Critical);
+                return 2;
+            }
+            sites.iInit(&ado);
+            sites.iLoadKyoten(grid, all, result);
+            ado.iDisConnect();
         }
+        if (result != 0)
+            return 2;
+        for (const SiteRow& row : std::as_const(grid))
+            out << row.name << '\t' << row.database << '\t' << row.site.iKyotenCd << '\t'
+                << row.site.iKyotenEb << '\n';
+        out.flush();
+        return 0;
     }
 };
 

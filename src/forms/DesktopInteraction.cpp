@@ -9,7 +9,6 @@
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QUrl>
-#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
@@ -156,12 +155,6 @@ void DesktopInteraction::openUrl(const QString& url)
 {
     if (!QDesktopServices::openUrl(QUrl(url)))
         messageBox(url + u"\r\nを開けませんでした。"_s, seikyuTitle(), MsgIcon::Exclamation);
-}
-
-void DesktopInteraction::endProgram(int exitCode)
-{
-    closeProgress();
-    std::exit(exitCode);
 }
 
 void DesktopInteraction::closeProgress()

@@ -27,7 +27,6 @@ public:
     void waitEnded() override;
     void openUrl(const QString& url) override;
     // Leaves the process at once, as the suite's programs do after a fatal start-up message.
-    [[noreturn]] void endProgram(int exitCode) override;
 
 private:
     void closeProgress();

@@ -21,7 +21,6 @@ public:
     bool keepWaiting(const QString& text, qint64 waitedMs) override;
     void waitEnded() override { m_inner.waitEnded(); }
     void openUrl(const QString& url) override { m_inner.openUrl(url); }
-    void endProgram(int exitCode) override { m_inner.endProgram(exitCode); }
 
     // "完了" when the run said nothing, else the first line of its most serious message.
     QString outcome() const;

@@ -26,18 +26,21 @@ frmBack::frmBack(AppContext& ctx, QWidget* parent) : QWidget(parent), m_ctx(ctx)
     ImgWall->setScaledContents(true);
 }
 
-void frmBack::Form_Load()
+bool frmBack::Form_Load()
 {
     BusyPointer busy(m_ctx.interaction());
-    // The own site comes from BASEID (characters 1-2 and 3-4); a missing "Tovara.ini" ends the program.
-    const AppContext loaded = loadAppContext(m_ctx.interaction(), m_ctx.csAppDir);
-    m_ctx.iBaseKyotenCd = loaded.iBaseKyotenCd;
-    m_ctx.iBaseKyotenEb = loaded.iBaseKyotenEb;
+    // The own site comes from BASEID (characters 1-2 and 3-4).
+    const std::optional<AppContext> loaded = loadAppContext(m_ctx.interaction(), m_ctx.csAppDir);
+    if (!loaded)
+        return false;
+    m_ctx.iBaseKyotenCd = loaded->iBaseKyotenCd;
+    m_ctx.iBaseKyotenEb = loaded->iBaseKyotenEb;
     const QString wallpaper =
         toLocalPath(csIconDir(m_ctx) + vGetSysIniValue(m_ctx, u"WALLPAPER"_s, false).trimmed());
     if (QFileInfo(wallpaper).isFile() && m_picture.load(wallpaper))
         ImgWall->setPixmap(m_picture);
     ImgWall->setGeometry(rect());
+    return true;
 }
 
 void frmBack::resizeEvent(QResizeEvent* event)

@@ -17,7 +17,8 @@ class frmBack : public QWidget
 public:
     explicit frmBack(AppContext& ctx, QWidget* parent = nullptr);
 
-    void Form_Load();
+    // False when the program folder's "Tovara.ini" is missing (the person was told).
+    bool Form_Load();
     QLabel* ImgWall = nullptr;
 
 protected:

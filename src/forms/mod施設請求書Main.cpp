@@ -13,7 +13,9 @@ int Main(AppContext& ctx, const QString& commandLine, const frmPrintSisetsuSeiky
          const std::function<void(frmPrintSisetsuSeikyu&)>& whenShown)
 {
     frmBack back(ctx);
-    back.Form_Load();
+    // Without the suite's settings file the program ends here, after the message.
+    if (!back.Form_Load())
+        return 2;
     back.showMaximized();
     if (!checkCommandLine(ctx.interaction(), commandLine))
         return 1;

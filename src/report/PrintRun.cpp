@@ -111,6 +111,13 @@ void PrintRun::iExecPrint(qint16 mode, Result& result)
         return;
     }
 
+    // Without "Tovara.ini" (removed while the program ran; the person was told) there is no
+    // temporary folder to write to.
+    const QString tmpDir = csTmpDir(m_context);
+    if (tmpDir.isEmpty()) {
+        result.outcome = Outcome::Failed;
+        return;
+    }
     // The data folder's seal first, then the program folder's. The data folder already ends in "\",
     // so the joined path holds a doubled separator; the file system accepts it and it is kept.
     const QString dataSeal = csDataDir(m_context) + u"\\corpseal.bmp"_s;
@@ -118,11 +125,11 @@ void PrintRun::iExecPrint(qint16 mode, Result& result)
     result.sealImagePath = bFileExists(dataSeal) ? dataSeal : bFileExists(baseSeal) ? baseSeal : QString();
 
     // From here until the engine has read them, this run's files in the temporary folder are its own.
-    PrintFolderLock lock(toLocalPath(csTmpDir(m_context)));
+    PrintFolderLock lock(toLocalPath(tmpDir));
     if (!lockFolder(lock, result))
         return;
     clock.restart();
-    result.csvFilePath = csTmpDir(m_context) + kind.csvFile;
+    result.csvFilePath = tmpDir + kind.csvFile;
     const CsvResult written = kind.writer(toLocalPath(result.csvFilePath), m_data, result.sealImagePath);
     result.times.writeMs = clock.elapsed();
     if (written) {

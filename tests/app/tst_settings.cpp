@@ -121,28 +121,25 @@ private slots:
         QCOMPARE(ui.messages[0].icon, qelprn::MsgIcon::Critical);
 
         ui.clear();
-        const qelprn::AppContext loaded = qelprn::loadAppContext(ui, dir.path());
-        QCOMPARE(loaded.iBaseKyotenCd, qint16(1)); // "1X": the leading digits, as Val() takes them
-        QCOMPARE(loaded.iBaseKyotenEb, qint16(3));
+        const std::optional<qelprn::AppContext> loaded = qelprn::loadAppContext(ui, dir.path());
+        QVERIFY(loaded);
+        QCOMPARE(loaded->iBaseKyotenCd, qint16(1)); // "1X": the leading digits, as Val() takes them
+        QCOMPARE(loaded->iBaseKyotenEb, qint16(3));
     }
 
-    void missingSuiteSettingsEndsProgram()
+    // A missing suite settings file is told once per look-up and gives nothing: start-up stops, the
+    // folders are unknown.
+    void missingSuiteSettings()
     {
         QTemporaryDir dir;
         TestInteraction ui;
         qelprn::AppContext ctx;
         ctx.ui = &ui;
         ctx.csAppDir = dir.path();
-        bool ended = false;
-        try {
-            qelprn::vGetSysIniValue(ctx, u"BASEID"_s, true);
-        } catch (const qelprn::ProgramEnd& e) {
-            ended = true;
-            QCOMPARE(e.exitCode, 2);
-        }
-        QVERIFY(ended);
-        QCOMPARE(ui.calls,
-                 QStringList({u"message:警告！:システム設定ファイルが見つかりません。"_s, u"end:2"_s}));
+        QCOMPARE(qelprn::readSysIniValue(ctx, u"BASEID"_s, true), std::nullopt);
+        QCOMPARE(qelprn::csTmpDir(ctx), QString());
+        QVERIFY(!qelprn::loadAppContext(ui, dir.path()));
+        QCOMPARE(ui.calls, QStringList(3, u"message:警告！:システム設定ファイルが見つかりません。"_s));
     }
 
     void privateProfileReads()
@@ -257,21 +254,17 @@ private slots:
         QVERIFY(lookup.describeMissing().endsWith(u"\n・利用者のデータフォルダ："_s +
                                                   QDir::toNativeSeparators(userData)));
         TestInteraction ui;
-        try {
-            qelprn::loadAppContext(ui);
-            QFAIL("the run goes on without a program folder");
-        } catch (const qelprn::ProgramEnd& end) {
-            QCOMPARE(end.exitCode, 2);
-        }
+        QVERIFY(!qelprn::loadAppContext(ui));
         QCOMPARE(ui.texts(), QStringList({lookup.describeMissing()}));
 
         QVERIFY(QDir().mkpath(userData));
         writeBytes(userData + u"/Tovara.ini"_s, "BASEID=0203\r\n");
         QCOMPARE(qelprn::findAppDir().found, userData);
         ui.clear();
-        const qelprn::AppContext ctx = qelprn::loadAppContext(ui);
-        QCOMPARE(ctx.csAppDir, userData);
-        QCOMPARE(ctx.iBaseKyotenCd, 2);
+        const std::optional<qelprn::AppContext> ctx = qelprn::loadAppContext(ui);
+        QVERIFY(ctx);
+        QCOMPARE(ctx->csAppDir, userData);
+        QCOMPARE(ctx->iBaseKyotenCd, 2);
 
         writeBytes(exeDir + u"/Tovara.ini"_s, "BASEID=0101\r\n");
         QCOMPARE(qelprn::findAppDir().found, exeDir);

@@ -333,7 +333,7 @@ private slots:
         Demo demo;
         QVERIFY(demo.init());
         qelprn::test::TestInteraction ui;
-        qelprn::AppContext ctx = qelprn::loadAppContext(ui, demo.folder);
+        qelprn::AppContext ctx = qelprn::loadAppContext(ui, demo.folder).value();
         qelprn::PrintJouken jouken;
         jouken.iPrintKind = 4;
         jouken.setMonthAndIssue(QDate(2026, 10, 1), QDate(2026, 11, 5));

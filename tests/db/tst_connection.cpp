@@ -272,7 +272,7 @@ private slots:
         writeIni(folder, source,
                  u"\"本店:suite\",\""_s + source + u"\",\"suite\"\n\"三鷹:suite2\",\""_s + source +
                      u"\",\"suite2\"\n"_s);
-        const qelprn::AppContext ctx = qelprn::loadAppContext(ui, folder.path());
+        const qelprn::AppContext ctx = qelprn::loadAppContext(ui, folder.path()).value();
         qelprn::ConnectionReport report = qelprn::checkConnections(ctx);
         const QString text = report.lines().join(u'\n');
         QVERIFY2(report.allOpened(), qPrintable(text));
@@ -310,7 +310,7 @@ private slots:
         // Port 1 of this machine: nothing listens there.
         const QString closedSource = u"127.0.0.1,1"_s;
         writeIni(folder, closedSource, u"\"本店:suite\",\""_s + closedSource + u"\",\"suite\"\n"_s);
-        qelprn::AppContext ctx = qelprn::loadAppContext(ui, folder.path());
+        qelprn::AppContext ctx = qelprn::loadAppContext(ui, folder.path()).value();
         qelprn::ConnectionReport report = qelprn::checkConnections(ctx);
         QVERIFY(!report.opened);
         QVERIFY(!report.allOpened());

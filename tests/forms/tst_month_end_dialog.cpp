@@ -51,7 +51,7 @@ private slots:
         options.engineProgram = engine;
         QString error;
         QVERIFY2(qelprn::DemoProgramFolder(options).create(ui, &error), qPrintable(error));
-        qelprn::AppContext ctx = qelprn::loadAppContext(ui, options.folder);
+        qelprn::AppContext ctx = qelprn::loadAppContext(ui, options.folder).value();
 
         qelprn::MonthEndDialog dialog(ctx, QDate(2026, 10, 1), QDate(2026, 11, 5), nullptr, {});
         dialog.show();

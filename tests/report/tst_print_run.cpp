@@ -164,6 +164,20 @@ private slots:
         QCOMPARE(r.times.writeMs, -1);
     }
 
+    // "Tovara.ini" gone while the program runs: the run says so and stops before writing anywhere.
+    void settingsFileRemoved()
+    {
+        RunFixture f;
+        QVERIFY(QFile::remove(f.folder.filePath(u"Tovara.ini"_s)));
+        const PrintRun::Result r = f.run(0, 2);
+        QCOMPARE(f.ui.texts(),
+                 QStringList({u"システム設定ファイルが見つかりません。"_s, u"帳票の印刷に失敗しました。"_s}));
+        QCOMPARE(r.outcome, Outcome::Failed);
+        QCOMPARE(r.csvFilePath, QString());
+        QVERIFY(!QFile::exists(f.folder.filePath(u"施設請求データ.csv"_s)));
+        QVERIFY(!QFile::exists(f.tmp(u"施設請求データ.csv"_s)));
+    }
+
     void queryFailure()
     {
         RunFixture f;

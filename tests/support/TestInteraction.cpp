@@ -44,12 +44,6 @@ void TestInteraction::openUrl(const QString& url)
     calls.append(u"url:"_s + url);
 }
 
-void TestInteraction::endProgram(int exitCode)
-{
-    calls.append(u"end:"_s + QString::number(exitCode));
-    throw ProgramEnd{exitCode};
-}
-
 void TestInteraction::clear()
 {
     messages.clear();

@@ -9,8 +9,8 @@
 
 namespace qelprn::test {
 
-// Records every call in order, answers questions from a script, and turns endProgram into a
-// ProgramEnd exception, so a test can assert the exact sequence the user would have seen.
+// Records every call in order and answers questions from a script, so a test can assert the exact
+// sequence the user would have seen.
 class TestInteraction : public Interaction
 {
 public:
@@ -29,14 +29,13 @@ public:
     bool keepWaiting(const QString& text, qint64 waitedMs) override;
     void waitEnded() override;
     void openUrl(const QString& url) override;
-    void endProgram(int exitCode) override;
 
     // Answers for the next Yes/No questions, in order; Yes when the script is empty.
     void setNextAnswers(QList<MsgResult> answers) { m_answers = std::move(answers); }
     void clear();
 
     QList<Message> messages;
-    QStringList calls; // "message:<title>:<text>", "busy:on", "busy:off", "url:<address>", "end:<code>"
+    QStringList calls; // "message:<title>:<text>", "busy:on", "busy:off", "url:<address>"
     QStringList openedUrls;
     int busyDepth = 0; // busy on minus busy off; 0 after every balanced run
     // Called on every busy change, so a test can disturb a run at the moment it starts.
