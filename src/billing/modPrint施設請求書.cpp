@@ -1,5 +1,6 @@
 #include "billing/modPrint施設請求書.h"
 
+#include "app/ProgramTitle.h"
 #include "app/RunTimeError.h"
 #include "billing/QueryConnection.h"
 

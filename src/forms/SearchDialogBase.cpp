@@ -1,10 +1,10 @@
 #include "forms/SearchDialogBase.h"
 
 #include "app/ProgramTitle.h"
+#include "db/ScopedConnection.h"
 #include "forms/FormControls.h"
 #include "forms/OnlineHelp.h"
 #include "forms/ReadingKey.h"
-#include "master/OwnConnection.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
@@ -178,19 +178,12 @@ void SearchDialogBase::showError(const QString& text) const
     m_ctx.interaction().messageBox(text, seikyuTitle(), MsgIcon::Critical);
 }
 
-bool SearchDialogBase::openReported(OwnConnection& own, const QString& sql, const QString& header) const
+bool SearchDialogBase::openReported(ScopedConnection& con, const QString& sql, const QString& header) const
 {
-    switch (own.open(sql)) {
-    case OwnConnection::Status::NoConnectionString:
-        showError(header + u"接続文字列取得できません。"_s);
-        return false;
-    case OwnConnection::Status::Failed:
-        showError(header + own.errorText());
-        return false;
-    case OwnConnection::Status::Ok:
-        break;
-    }
-    return true;
+    if (con.openAdodbQuery(m_ctx, sql))
+        return true;
+    showError(header + con.errorText());
+    return false;
 }
 
 QLineEdit* SearchDialogBase::makeTextFilter(const QString& objectName) const
@@ -208,10 +201,10 @@ qint16 SearchDialogBase::iDsp1ranSub()
     laJouken->setText(u"抽出条件："_s + summary);
 
     BusyPointer busy(m_ctx.interaction());
-    OwnConnection own(m_ctx);
+    ScopedConnection own;
     if (!openReported(own, listSql(), u"iDsp1ranSub() でエラー\r\n"_s))
         return -1;
-    RecordSet& rs = own.rs();
+    RecordSet& rs = own.rs;
     QList<QStringList> rows;
     const QString reading = m_readingFilter ? m_readingFilter->text() : QString();
     while (!rs.isEOF()) {

@@ -14,7 +14,7 @@ class QTableWidget;
 
 namespace qelprn {
 
-class OwnConnection;
+class ScopedConnection;
 
 // The pattern the three search dialogs share: a frame "抽出条件" of filters with a search button,
 // a summary of the active filters, the result grid (one row per record, the code in column 1), the
@@ -73,7 +73,7 @@ protected:
     void showEvent(QShowEvent* event) override;
     void showError(const QString& text) const;
     // Opens sql on a connection of the dialog's own; a failure is shown as header + the reason.
-    bool openReported(OwnConnection& own, const QString& sql, const QString& header) const;
+    bool openReported(ScopedConnection& con, const QString& sql, const QString& header) const;
     // A text filter in the filter frame.
     QLineEdit* makeTextFilter(const QString& objectName) const;
 

@@ -3,10 +3,10 @@
 #include "app/NullValue.h"
 #include "app/ProgramTitle.h"
 #include "app/SysIni.h"
+#include "db/ScopedConnection.h"
 #include "db/SqlText.h"
 #include "forms/CodeNameLists.h"
 #include "forms/FormControls.h"
-#include "master/OwnConnection.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -84,11 +84,11 @@ qint16 frm患者検索::iMastDataLoad()
     const QString sql = u"SELECT nIDNo, cName, cNameRyaku "_s + u" FROM STAFF "_s + u" WHERE nIDNo >= 0 "_s +
                         u" AND iKyotenCd = "_s + QString::number(m_ctx.iBaseKyotenCd) +
                         u" AND iKyotenEb = "_s + QString::number(m_ctx.iBaseKyotenEb) + u" ORDER BY nIDNo "_s;
-    OwnConnection own(m_ctx);
+    ScopedConnection own;
     if (!openReported(own, sql, u"iMastDataLoad() でエラー\r\n"_s))
         return -1;
     QList<CodeName> staff;
-    for (RecordSet& rs = own.rs(); !rs.isEOF(); rs.moveNext())
+    for (RecordSet& rs = own.rs; !rs.isEOF(); rs.moveNext())
         staff.append({nNullToLng(rs.field(u"nIDNo"_s)), csNullToRTrim(rs.field(u"cName"_s))});
     fillCodeCombo(*cmb_Tantou, staff);
     if (staff.isEmpty()) {

@@ -1,9 +1,9 @@
 #include "forms/frm施術者検索.h"
 
 #include "app/NullValue.h"
+#include "db/ScopedConnection.h"
 #include "db/SqlText.h"
 #include "forms/FormControls.h"
-#include "master/OwnConnection.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -61,9 +61,9 @@ qint16 frm施術者検索::loadKyotenList()
                         u"KYOTEN.cKyotenName"_s + u" FROM KYOTEN "_s + u" WHERE "_s + used +
                         u" AND KYOTEN.iKyotenEb<>0"_s + u" ORDER BY KYOTEN.iKyotenCd,KYOTEN.iKyotenEb"_s;
     cmb_Kyoten->clear();
-    OwnConnection own(m_ctx);
+    ScopedConnection own;
     const bool ok = openReported(own, sql, u"loadKyotenList() でエラー\r\n"_s);
-    for (RecordSet* rs = ok ? &own.rs() : nullptr; rs && !rs->isEOF(); rs->moveNext()) {
+    for (RecordSet* rs = ok ? &own.rs : nullptr; rs && !rs->isEOF(); rs->moveNext()) {
         const int cd = nNullToLng(rs->field(u"iKyotenCd"_s));
         const int eb = nNullToLng(rs->field(u"iKyotenEb"_s));
         cmb_Kyoten->addItem(csNullToRTrim(rs->field(u"cKyotenName"_s)), QVariantList{cd, eb});

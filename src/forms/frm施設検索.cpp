@@ -2,9 +2,9 @@
 
 #include "app/NullValue.h"
 #include "app/ProgramTitle.h"
+#include "db/ScopedConnection.h"
 #include "db/SqlText.h"
 #include "forms/FormControls.h"
-#include "master/OwnConnection.h"
 
 #include <QGridLayout>
 #include <QLineEdit>
@@ -94,10 +94,10 @@ qint16 frm施設検索::iMastDataLoad(QList<std::pair<qint32, QString>>& out)
                         u" WHERE nIDNo >= 0 "_s + u" AND iKyotenCd = "_s +
                         QString::number(m_ctx.iBaseKyotenCd) + u" AND iKyotenEb = "_s +
                         QString::number(m_ctx.iBaseKyotenEb) + u" ORDER BY nIDNo "_s;
-    OwnConnection own(m_ctx);
+    ScopedConnection own;
     if (!openReported(own, sql, u"iMastDataLoad() でエラー\r\n"_s))
         return -1;
-    for (RecordSet& rs = own.rs(); !rs.isEOF(); rs.moveNext())
+    for (RecordSet& rs = own.rs; !rs.isEOF(); rs.moveNext())
         out.append({nNullToLng(rs.field(u"nIDNo"_s)), csNullToRTrim(rs.field(u"cShamei1"_s))});
     if (out.isEmpty()) {
         m_ctx.interaction().messageBox(noRowsText(), seikyuTitle(), MsgIcon::Information);

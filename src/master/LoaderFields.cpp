@@ -3,7 +3,7 @@
 #include "app/NullValue.h"
 #include "app/RunTimeError.h"
 #include "db/RecordSet.h"
-#include "master/OwnConnection.h"
+#include "db/ScopedConnection.h"
 
 using namespace Qt::StringLiterals;
 
@@ -77,20 +77,13 @@ QString ownSiteRowStatement(const AppContext& ctx, const QString& table, qint32 
 bool loadSingleRow(const AppContext& ctx, const QString& sql, QString* errorText,
                    const std::function<void(const RecordSet&)>& fill)
 {
-    OwnConnection con(ctx);
-    switch (con.open(sql)) {
-    case OwnConnection::Status::NoConnectionString:
-        if (errorText)
-            *errorText = u"接続文字列取得できません。"_s;
-        return false;
-    case OwnConnection::Status::Failed:
+    ScopedConnection con;
+    if (!con.openAdodbQuery(ctx, sql)) {
         if (errorText)
             *errorText = con.errorText();
         return false;
-    case OwnConnection::Status::Ok:
-        break;
     }
-    RecordSet& rs = con.rs();
+    RecordSet& rs = con.rs;
     if (rs.isEOF()) {
         if (rs.hasError() && errorText)
             *errorText = rs.errorText();

@@ -3,8 +3,8 @@
 #include "app/NullValue.h"
 #include "app/ProgramTitle.h"
 #include "app/RunTimeError.h"
+#include "db/ScopedConnection.h"
 #include "master/MonthPeriod.h"
-#include "master/OwnConnection.h"
 
 #include <exception>
 
@@ -105,19 +105,13 @@ qint16 cls単価::iGetTanka(const QString& yearMonth)
 
 qint16 cls単価::load(const QString& yearMonth)
 {
-    OwnConnection con(m_ctx);
-    switch (con.open(selectStatement(yearMonth))) {
-    case OwnConnection::Status::NoConnectionString:
-        showError(u"接続文字列取得できません。"_s);
-        return -1;
-    case OwnConnection::Status::Failed:
+    ScopedConnection con;
+    if (!con.openAdodbQuery(m_ctx, selectStatement(yearMonth))) {
         showError(con.errorText());
         return -1;
-    case OwnConnection::Status::Ok:
-        break;
     }
 
-    RecordSet& rs = con.rs();
+    RecordSet& rs = con.rs;
     qint16 kind = 0;
     qint32 code = 0;
     int rows = 0;

@@ -3,8 +3,8 @@
 #include "app/NullValue.h"
 #include "app/ProgramTitle.h"
 #include "app/RunTimeError.h"
+#include "db/ScopedConnection.h"
 #include "master/MonthPeriod.h"
-#include "master/OwnConnection.h"
 
 #include <exception>
 #include <limits>
@@ -68,18 +68,12 @@ qint16 cls往療費::load(const QString& yearMonth)
     m_nKingakuOuryou.clear();
     m_count = 0;
 
-    OwnConnection con(m_ctx);
-    switch (con.open(selectStatement(yearMonth))) {
-    case OwnConnection::Status::NoConnectionString:
-        showError(u"接続文字列取得できません。"_s, u"iGetOuryohiAll"_s);
-        return -1;
-    case OwnConnection::Status::Failed:
+    ScopedConnection con;
+    if (!con.openAdodbQuery(m_ctx, selectStatement(yearMonth))) {
         showError(con.errorText(), u"iGetOuryohiAll"_s);
         return -1;
-    case OwnConnection::Status::Ok:
-        break;
     }
-    RecordSet& rs = con.rs();
+    RecordSet& rs = con.rs;
     while (!rs.isEOF()) {
         m_nKingakuOuryou.append(nNullToLng(rs.field(u"nKingakuOuryou"_s)));
         m_nMaxLen.append(nNullToLng(rs.field(u"nMaxLen"_s)));
