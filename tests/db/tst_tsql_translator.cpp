@@ -27,6 +27,8 @@ private slots:
         QTest::newRow("substring of convert joined by plus")
             << u"SUBSTRING(CONVERT(VARCHAR, cStartDate, 112),1,4)+SUBSTRING(CONVERT(VARCHAR, cStartDate, 112),6,2) <=   '202405'"_s
             << u"SUBSTR(CAST(cStartDate AS TEXT),1,4)||SUBSTR(CAST(cStartDate AS TEXT),6,2) <=   '202405'"_s;
+        QTest::newRow("a call with the wrong arguments stays")
+            << u"LEN(a, b) = RIGHT(c)"_s << u"LEN(a, b) = RIGHT(c)"_s;
         QTest::newRow("plus after a text function joins")
             << u"RTRIM(a) + b, LEN(a) + 1"_s << u"RTRIM(a) || b, LENGTH(a) + 1"_s;
         QTest::newRow("plus between numbers stays") << u"月間実績.実績年 * 100 + 月間実績.実績月 = 202405"_s

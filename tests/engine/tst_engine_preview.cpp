@@ -222,6 +222,7 @@ private slots:
         QCOMPARE(window.currentPage(), 3);
         QTest::keyClick(&window, Qt::Key_Home);
         QCOMPARE(window.currentPage(), 0);
+        QVERIFY(live(u"▶"_s) && live(u"▶|"_s) && !live(u"◀"_s) && !live(u"|◀"_s));
         window.setPage(-5);
         QCOMPARE(window.currentPage(), 0);
 

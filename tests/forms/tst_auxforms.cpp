@@ -3,6 +3,7 @@
 #include "forms/MenuProgram.h"
 #include "forms/OnlineHelp.h"
 #include "forms/ProgramFolderSetup.h"
+#include "forms/RunOutcomeInteraction.h"
 #include "forms/frmBack.h"
 #include "forms/frmVer.h"
 #include "forms/mod施設請求書Main.h"
@@ -39,6 +40,31 @@ class tst_auxforms : public QObject
     Q_OBJECT
 
 private slots:
+    // What the status bar says of a run: the first line of its first failure, a question answered
+    // No before anything failed, or nothing.
+    void runOutcome()
+    {
+        using qelprn::MsgButtons;
+        using qelprn::MsgIcon;
+        using qelprn::MsgResult;
+        TestInteraction ui;
+        ui.setNextAnswers({MsgResult::No, MsgResult::Yes, MsgResult::No});
+        qelprn::RunOutcomeInteraction declined(ui);
+        QCOMPARE(declined.messageBox(u"続けますか？"_s, u"確認"_s, MsgIcon::Question, MsgButtons::YesNo),
+                 MsgResult::No);
+        QCOMPARE(declined.outcome(), u"中止しました"_s);
+        qelprn::RunOutcomeInteraction agreed(ui);
+        agreed.messageBox(u"続けますか？"_s, u"確認"_s, MsgIcon::Question, MsgButtons::YesNo);
+        QVERIFY(!agreed.hasMessage());
+        QCOMPARE(agreed.outcome(), u"完了"_s);
+        qelprn::RunOutcomeInteraction failed(ui);
+        failed.messageBox(u"接続できません\r\n詳しい理由"_s, u"t"_s, MsgIcon::Critical);
+        failed.messageBox(u"続けますか？"_s, u"確認"_s, MsgIcon::Question, MsgButtons::YesNo);
+        failed.messageBox(u"後の知らせ"_s, u"t"_s, MsgIcon::Information);
+        QVERIFY(failed.failed());
+        QCOMPARE(failed.outcome(), u"接続できません"_s);
+    }
+
     void versionDialog()
     {
         TestProgramFolder folder;
