@@ -37,11 +37,14 @@ struct LockHolder
         const QString program = qelprn::test::writeStandInProgram(f.folder.filePath(u"bin/holder"_s),
                                                                   {.holdLock = lock, .holdMs = holdMs});
         process.start(program, {});
+        // The lock file is made first and its owner written into it after: a holder killed in
+        // between leaves a file no run can tell is stale, so wait for the owner.
+        const auto written = [&lock] { return QFileInfo(lock).size() > 0; };
         QElapsedTimer clock;
         clock.start();
-        while (!QFileInfo::exists(lock) && clock.elapsed() < 20000)
+        while (!written() && clock.elapsed() < 20000)
             QTest::qWait(20);
-        return QFileInfo::exists(lock);
+        return written();
     }
     ~LockHolder()
     {
