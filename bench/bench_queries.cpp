@@ -184,7 +184,7 @@ int main(int argc, char** argv)
     }
     if (wanted(u"kenryousyuu"_s)) {
         for (qint16 kind : {qint16(4), qint16(5)}) {
-            mod.jouken.iPrintKind = kind;
+            mod.receiptDays = kind == 4 ? ReceiptDays::CoPayment : ReceiptDays::SelfPay;
             measure(
                 kind == 4 ? "iGetSeikyuData_KenRyousyuu (kind 4)" : "iGetSeikyuData_KenRyousyuu (kind 5)",
                 [&] { return mod.iGetSeikyuData_KenRyousyuu(); }, [&] { return mod.aKenRyousyuu.size(); });

@@ -22,7 +22,6 @@ public:
     bool keepWaiting(const QString&, qint64) override { return false; }
     void waitEnded() override {}
     void openUrl(const QString&) override {}
-    void endProgram(int exitCode) override { throw ProgramEnd{exitCode}; }
 };
 
 QuietInteraction& quiet()

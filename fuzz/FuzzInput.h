@@ -13,8 +13,7 @@ namespace qelprn::fuzz {
 // The folder lives for the whole fuzzing process; each input overwrites the file.
 QString writeInputFile(const QString& name, const uint8_t* data, size_t size);
 QString programFolder();
-// A context on the program folder whose messages go nowhere and whose endProgram throws
-// ProgramEnd (the readers that end the program on a missing file must not end the fuzzer).
+// A context on the program folder whose messages go nowhere and whose questions are answered No.
 AppContext quietContext();
 
 } // namespace qelprn::fuzz
