@@ -30,7 +30,7 @@ class MonthEndDialog : public QDialog
 
 public:
     // form: the main form's conditions for a per-addressee run of its kind; nullptr for month end.
-    // databases: the sites a month end prints kind 6 for.
+    // databases: the sites a month end prints kind 6 for (the form's conditions carry their own).
     MonthEndDialog(const AppContext& ctx, QDate month, QDate issue, PrintConditionSource* form,
                    std::function<QList<SelectedDatabase>()> databases, QWidget* parent = nullptr);
 

@@ -395,8 +395,8 @@ void frmPrintSisetsuSeikyu::cbPdfFolder_Click()
         return;
     }
     savePrintSettings();
-    MonthEndDialog dialog(
-        m_ctx, imD_Out->date(), imD_Teis->date(), this, [this] { return sprKyoten->checkedSites(); }, this);
+    // The form's conditions carry its checked sites.
+    MonthEndDialog dialog(m_ctx, imD_Out->date(), imD_Teis->date(), this, {}, this);
     dialog.exec();
 }
 

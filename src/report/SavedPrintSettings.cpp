@@ -9,6 +9,8 @@ using namespace Qt::StringLiterals;
 
 namespace qelprn {
 
+namespace {
+
 void applySavedPrintSettings(const AppContext& context, PrintJouken& j)
 {
     const QString path = csDataDir(context) + u"印刷設定.ini"_s;
@@ -24,6 +26,8 @@ void applySavedPrintSettings(const AppContext& context, PrintJouken& j)
         j.nTiryoinCd = clinic;
     j.bSelSisetsuType = ini.nGetProfileLong(section, u"対象施設"_s) != 0;
 }
+
+} // namespace
 
 PrintJouken monthEndJouken(const AppContext& context, int kind, QDate month, QDate issue)
 {

@@ -7,13 +7,10 @@
 
 namespace qelprn {
 
-// Puts the choices the desktop program keeps in "印刷設定.ini" of the data folder (sort order,
-// printed corporation and clinic, grouping by the visiting address's facility) into jouken; a
-// missing file or key leaves what jouken holds.
-void applySavedPrintSettings(const AppContext& context, PrintJouken& jouken);
-
-// The conditions a month end prints kind with: the saved choices, the month and the issue date;
-// every filter open.
+// The conditions a month end prints kind with: the choices the desktop program keeps in
+// "印刷設定.ini" of the data folder (sort order, printed corporation and clinic, grouping by the
+// visiting address's facility; a missing file or key leaves the defaults), the month and the issue
+// date; every filter open.
 PrintJouken monthEndJouken(const AppContext& context, int kind, QDate month, QDate issue);
 
 } // namespace qelprn
