@@ -1,15 +1,11 @@
 #include "forms/frmPrintSisetsuSeikyu.h"
 
-#include "app/Cp932.h"
-#include "app/NullValue.h"
-#include "app/Paths.h"
 #include "app/ProgramTitle.h"
 #include "app/SpaceTrim.h"
-#include "app/SysIni.h"
-#include "app/clsOplIniFile.h"
 #include "db/AdodbIni.h"
 #include "db/cT_KyotenDbAcs.h"
 #include "forms/CodeNameLists.h"
+#include "forms/ConnectionStatus.h"
 #include "forms/FormControls.h"
 #include "forms/MonthEndDialog.h"
 #include "forms/RunOutcomeInteraction.h"
@@ -19,11 +15,11 @@
 #include "forms/cls施設検索.h"
 #include "forms/frmVer.h"
 #include "report/PrintKind.h"
+#include "report/SavedPrintSettings.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
-#include <QFileInfo>
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
@@ -31,7 +27,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QRegularExpression>
 #include <QScreen>
 #include <QSpinBox>
 #include <QStatusBar>
@@ -45,7 +40,6 @@ namespace {
 
 // The title this form has always used for its load-time messages.
 const QString kLoadTitle = u"往療費内訳書印刷"_s;
-const QString kSettingsSection = u"施設請求書"_s;
 
 } // namespace
 
@@ -167,51 +161,38 @@ bool frmPrintSisetsuSeikyu::Form_Load()
 
 bool frmPrintSisetsuSeikyu::loadCorpLists()
 {
-    cT_KyotenDbAcs sites(m_ctx);
-    sites.iInit(&cADO);
-    bool ok = sites.iDataRead(&cADO) == 0;
-    for (int i = 0; ok && i < sites.nデータ数(); ++i) {
-        const cD_Kyoten& k = sites.clsKyoten(i);
-        if (k.KyotenCd() == m_ctx.iBaseKyotenCd && k.KyotenEd() == m_ctx.iBaseKyotenEb)
-            m_siteName = k.KyotenName();
-    }
-    QList<CodeName> corps;
-    QList<CodeName> clinics;
-    ok = ok && readCorpList(cADO, m_ctx, 0, corps, sErrMsg) == 0;
-    ok = ok && readCorpList(cADO, m_ctx, 1, clinics, sErrMsg) == 0;
-    fillCodeCombo(*cbDairi, corps);
-    fillCodeCombo(*cbTiryoin, clinics);
+    MainFormLists lists(m_ctx, cADO);
+    const bool ok = lists.readCorps();
+    m_siteName = lists.siteName();
+    fillCodeCombo(*cbDairi, lists.corps());
+    fillCodeCombo(*cbTiryoin, lists.clinics());
     updateStatus();
     return ok;
 }
 
 bool frmPrintSisetsuSeikyu::loadStaffList()
 {
-    sErrMsg.clear();
-    QList<CodeName> staff;
-    if (readStaffList(cADO, m_ctx, chkChushi->isChecked(), staff, sErrMsg) != 0)
+    MainFormLists lists(m_ctx, cADO);
+    const bool read = lists.readStaff(chkChushi->isChecked());
+    sErrMsg = lists.errorText();
+    if (!read)
         return false;
     const qint32 kept = selectedItemData(*cbTantou);
-    fillCodeCombo(*cbTantou, staff);
+    fillCodeCombo(*cbTantou, lists.staff());
     selectItemData(*cbTantou, kept);
-    return !staff.isEmpty();
+    return !lists.staff().isEmpty();
 }
 
 bool frmPrintSisetsuSeikyu::loadFacilityKinds()
 {
-    const QString path = toLocalPath(csDataDir(m_ctx) + u"施設種類List.txt"_s);
-    bool ok = false;
-    const QStringList kinds = QFileInfo(path).isFile() ? readTextLines(path, &ok) : QStringList();
-    if (!ok) {
-        showLoadMessage(path + u"がありません。"_s, MsgIcon::Exclamation);
+    MainFormLists lists(m_ctx, cADO);
+    if (!lists.readFacilityKinds()) {
+        showLoadMessage(lists.errorText(), MsgIcon::Exclamation);
         return false;
     }
     for (QComboBox* box : cmbKaishaKbn) {
         box->clear();
-        for (const QString& kind : kinds) {
-            if (!kind.trimmed().isEmpty())
-                box->addItem(kind.trimmed());
-        }
+        box->addItems(lists.facilityKinds());
         box->setCurrentIndex(-1);
     }
     return true;
@@ -233,34 +214,21 @@ void frmPrintSisetsuSeikyu::loadSiteGrid()
 
 void frmPrintSisetsuSeikyu::loadPrintSettings()
 {
-    const QString path = csDataDir(m_ctx) + u"印刷設定.ini"_s;
-    clsOplIniFile ini;
-    if (ini.iInit(path) != 0)
+    const std::optional<SavedPrintChoices> saved = readSavedPrintChoices(m_ctx);
+    if (!saved)
         return;
-    const int sort = ini.nGetProfileLong(kSettingsSection, u"並び順"_s);
-    if (sort >= 0 && sort < 3)
-        optSort[std::size_t(sort)]->setChecked(true);
-    selectItemData(*cbDairi, ini.nGetProfileLong(kSettingsSection, u"印字社名"_s));
-    selectItemData(*cbTiryoin, ini.nGetProfileLong(kSettingsSection, u"印字治療院名"_s));
-    const bool address = ini.nGetProfileLong(kSettingsSection, u"対象施設"_s) != 0;
-    optSelSisetsuType[address ? 1 : 0]->setChecked(true);
+    optSort[std::size_t(saved->sortIndex)]->setChecked(true);
+    selectItemData(*cbDairi, saved->corpCode);
+    selectItemData(*cbTiryoin, saved->clinicCode);
+    optSelSisetsuType[saved->addressFacility ? 1 : 0]->setChecked(true);
 }
 
-qint16 frmPrintSisetsuSeikyu::savePrintSettings()
+bool frmPrintSisetsuSeikyu::savePrintSettings()
 {
-    clsOplIniFile ini;
-    // A missing file is written afresh; only the name is needed.
-    ini.iInit(csDataDir(m_ctx) + u"印刷設定.ini"_s);
-    const QList<std::pair<QString, QString>> values = {
-        {u"並び順"_s, QString::number(qMax(0, checkedIndex(optSort)))},
-        {u"印字社名"_s, QString::number(selectedItemData(*cbDairi))},
-        {u"印字治療院名"_s, QString::number(selectedItemData(*cbTiryoin))},
-        {u"対象施設"_s, QString::number(optSelSisetsuType[1]->isChecked() ? -1 : 0)}};
-    for (const auto& [key, value] : values) {
-        if (ini.iWriteProfileString(kSettingsSection, key, value) == 0)
-            return -1;
-    }
-    return 0;
+    return writeSavedPrintChoices(m_ctx, {.sortIndex = qMax(0, checkedIndex(optSort)),
+                                          .corpCode = selectedItemData(*cbDairi),
+                                          .clinicCode = selectedItemData(*cbTiryoin),
+                                          .addressFacility = optSelSisetsuType[1]->isChecked()});
 }
 
 // ---- control rules --------------------------------------------------------------------------------
@@ -433,7 +401,7 @@ void frmPrintSisetsuSeikyu::runPrint(qint16 mode)
     runContext.ui = &recorder;
     if (m_print)
         m_print(runContext, mode, *this);
-    const QString saved = savePrintSettings() == 0 ? QString() : u"（設定を保存できませんでした）"_s;
+    const QString saved = savePrintSettings() ? QString() : u"（設定を保存できませんでした）"_s;
     // The engine runs on its own: a quiet run has only opened its window, and whether anything
     // was printed is decided in the engine's print dialog.
     const QString outcome = recorder.hasMessage() ? recorder.outcome()
@@ -576,14 +544,8 @@ void frmPrintSisetsuSeikyu::showVersion()
 
 void frmPrintSisetsuSeikyu::updateStatus()
 {
-    static const QRegularExpression database(u"(?:^|;)\\s*Database\\s*=\\s*([^;]*)"_s,
-                                             QRegularExpression::CaseInsensitiveOption);
-    const QRegularExpressionMatch m = database.match(cADO.connectionString());
-    m_statusDb->setText(u"データベース："_s + (m.hasMatch() ? m.captured(1).trimmed() : u"－"_s));
-    const QString site = QStringLiteral("%1-%2")
-                             .arg(m_ctx.iBaseKyotenCd, 2, 10, QLatin1Char('0'))
-                             .arg(m_ctx.iBaseKyotenEb, 2, 10, QLatin1Char('0'));
-    m_statusSite->setText(u"拠点："_s + site + (m_siteName.isEmpty() ? QString() : u" "_s + m_siteName));
+    m_statusDb->setText(databaseStatusText(cADO.connectionString()));
+    m_statusSite->setText(siteStatusText(m_ctx.iBaseKyotenCd, m_ctx.iBaseKyotenEb, m_siteName));
 }
 
 } // namespace qelprn

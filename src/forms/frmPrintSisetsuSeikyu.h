@@ -64,8 +64,9 @@ public:
     // of several kinds with the saved conditions (F8); both in MonthEndDialog.
     void cbPdfFolder_Click();
     void mnMonthEnd_Click();
-    // Writes "並び順", "印字社名", "印字治療院名", "対象施設" in that order; stops at the first failed write.
-    qint16 savePrintSettings();
+    // The saved choices: sort order, printed names and the facility grouping; false when the file
+    // could not be written.
+    bool savePrintSettings();
     void loadPrintSettings();
 
     // Sizes the window to its contents, at most the free area of a screen, and centres it there.

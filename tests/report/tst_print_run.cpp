@@ -1,11 +1,12 @@
-// The print run on small databases built per case: the conditions it takes from its caller, the
-// message sequences and outcomes of every ending, the seal image search, and the kind's layout,
-// data and paper reaching the engine.
+// The print run on small databases built per case: the conditions it takes from its caller and a
+// month end's from the saved choices, the message sequences and outcomes of every ending, the seal
+// image search, and the kind's layout, data and paper reaching the engine.
 #include "app/Cp932.h"
 #include "billing/BillingFixture.h"
 #include "db/ConnectionPool.h"
 #include "report/PrintFolderLock.h"
 #include "report/PrintRun.h"
+#include "report/SavedPrintSettings.h"
 #include "support/ExeName.h"
 #include "support/StandInProgram.h"
 
@@ -162,6 +163,36 @@ private slots:
         QVERIFY(!QFile::exists(f.tmp(u"WfdCom.dat"_s)));
         QCOMPARE(r.outcome, Outcome::NothingToPrint);
         QCOMPARE(r.times.writeMs, -1);
+    }
+
+    // The choices the desktop program keeps between runs, read back into a month end's conditions.
+    void savedChoicesForTheMonthEnd()
+    {
+        BillingFixture f;
+        QVERIFY(!readSavedPrintChoices(f.ctx));
+        PrintJouken j = monthEndJouken(f.ctx, 4, QDate(2024, 10, 1), QDate(2024, 11, 5));
+        QCOMPARE(std::tuple(j.iSort, j.nDairiCd, j.nTiryoinCd, j.bSelSisetsuType),
+                 std::tuple(1, 0, 0, false));
+
+        QVERIFY(writeSavedPrintChoices(f.ctx, {2, 11, 13, true}));
+        bool ok = false;
+        QCOMPARE(readTextLines(f.folder.filePath(u"DATA/印刷設定.ini"_s), &ok),
+                 (QStringList{u"[施設請求書]"_s, u"並び順=2"_s, u"印字社名=11"_s, u"印字治療院名=13"_s,
+                              u"対象施設=-1"_s}));
+        j = monthEndJouken(f.ctx, 4, QDate(2024, 10, 1), QDate(2024, 11, 5));
+        QCOMPARE(std::tuple(j.iSort, j.nDairiCd, j.nTiryoinCd, j.bSelSisetsuType),
+                 std::tuple(3, 11, 13, true));
+        QCOMPARE(std::tuple(j.iPrintKind, j.nSeikyuYM, j.sTeisyutuDate),
+                 std::tuple(4, 202410, u"2024/11/05"_s));
+
+        // A sort out of range and a negative code keep the defaults.
+        f.folder.writeSettingsFile(u"DATA/印刷設定.ini"_s, u"[施設請求書]\n並び順=3\n印字社名=-5\n"_s);
+        QCOMPARE(readSavedPrintChoices(f.ctx)->corpCode, -5);
+        j = monthEndJouken(f.ctx, 1, QDate(2024, 10, 1), QDate(2024, 11, 5));
+        QCOMPARE(std::tuple(j.iSort, j.nDairiCd, j.bSelSisetsuType), std::tuple(1, 0, false));
+        // A folder that cannot take the file.
+        QVERIFY(QDir(f.folder.filePath(u"DATA"_s)).removeRecursively());
+        QVERIFY(!writeSavedPrintChoices(f.ctx, {}));
     }
 
     // "Tovara.ini" gone while the program runs: the run says so and stops before writing anywhere.
