@@ -72,17 +72,21 @@ public:
     // Sizes the window to its contents, at most the free area of a screen, and centres it there.
     void fitInto(const QRect& available);
 
-    // 0 when the computer's name is known (it stamps the suite's writes), -1 otherwise.
-    qint16 iGetComputerName();
-
+    // Set by メインメニュー (true) and 戻る (false); the program starts the menu accordingly.
     bool bMenuReturn = false;
-    QString sErrMsg;
-    cT_ADODB cADO;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    // 0 when the computer's name is known (it stamps the suite's writes), -1 otherwise.
+    qint16 iGetComputerName();
+
+    // The form's connection, opened at loading and again when the site kind changes, and the
+    // last error text of its lists.
+    cT_ADODB cADO;
+    QString sErrMsg;
+
     void buildControls();
     QWidget* buildKindGroup();
     QWidget* buildDateGroup();
