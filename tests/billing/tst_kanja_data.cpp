@@ -14,7 +14,8 @@ QStringList patientIds(const QList<KanjaSeikyuRow>& rows)
 {
     QStringList out;
     for (const KanjaSeikyuRow& r : rows)
-        out.append(QString::number(r.SISETSU_ID) + u'/' + QString::number(r.RIYOUSHA_ID));
+        out.append(QString::number(r.SISETSU_ID) + u'/' + QString::number(r.RIYOUSHA_ID) + u' ' +
+                   r.HOKEN_LABEL);
     return out;
 }
 
@@ -161,21 +162,18 @@ private slots:
         f.mod.jouken.iSortShisetsu = 0; // facility, then reading
         QCOMPARE(f.mod.iGetSeikyuData_Kanja_New(), qint16(0));
         QCOMPARE(patientIds(f.mod.aKanjaSeikyu),
-                 QStringList({u"10/1"_s, u"10/2"_s, u"20/3"_s, u"20/4"_s, u"20/5"_s}));
-        QStringList labels;
-        for (const KanjaSeikyuRow& r : std::as_const(f.mod.aKanjaSeikyu))
-            labels.append(r.HOKEN_LABEL);
-        QCOMPARE(labels, QStringList({u"福祉"_s, u"被爆"_s, u"生活保護"_s, u"障害"_s, u"国保"_s}));
+                 QStringList(
+                     {u"10/1 福祉"_s, u"10/2 被爆"_s, u"20/3 生活保護"_s, u"20/4 障害"_s, u"20/5 国保"_s}));
 
         f.mod.jouken.bSelSisetsuType = true; // the visit-address facility
         QCOMPARE(f.mod.iGetSeikyuData_Kanja_New(), qint16(0));
         QCOMPARE(patientIds(f.mod.aKanjaSeikyu).size(), 5);
-        QCOMPARE(patientIds(f.mod.aKanjaSeikyu).first(), u"20/1"_s);
+        QCOMPARE(patientIds(f.mod.aKanjaSeikyu).first(), u"20/1 福祉"_s);
 
         f.mod.jouken.nShisetuCdTo = 10;
         f.mod.jouken.bSelSisetsuType = false;
         QCOMPARE(f.mod.iGetSeikyuData_Kanja_New(), qint16(0));
-        QCOMPARE(patientIds(f.mod.aKanjaSeikyu), QStringList({u"10/1"_s, u"10/2"_s}));
+        QCOMPARE(patientIds(f.mod.aKanjaSeikyu), QStringList({u"10/1 福祉"_s, u"10/2 被爆"_s}));
         QCOMPARE(f.ui.messages.size(), 0);
 
         f.mod.jouken.nTantouCd = 3;

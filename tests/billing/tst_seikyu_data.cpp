@@ -145,20 +145,6 @@ private slots:
         QCOMPARE(a.at(3).cRiyoushaName, u" 様"_s);
     }
 
-    void singleDatabaseMessages()
-    {
-        BillingFixture f;
-        QCOMPARE(f.mod.iGetSeikyuData(), 1);
-        QCOMPARE(f.ui.calls, QStringList({u"message:施設請求書印刷:該当する実績データがありません。"_s}));
-        QCOMPARE(f.ui.messages.at(0).icon, MsgIcon::Information);
-
-        f.ui.clear();
-        f.folder.writeSettingsFile(u"adodb.ini"_s, u"[接続情報]\n接続情報=\n"_s);
-        QCOMPARE(f.mod.iGetSeikyuData(), -1);
-        QCOMPARE(f.ui.texts(), QStringList({u"iGetSeikyuData() でエラー\r\n接続文字列取得できません。"_s}));
-        QCOMPARE(f.ui.messages.at(0).icon, MsgIcon::Critical);
-    }
-
     // Several databases: corporations looked up once, lines grouped by billing facility name across
     // databases, a facility without a parent billing itself, share-0 patients out of type 0.
     void allDatabases()
@@ -211,9 +197,15 @@ private slots:
         QCOMPARE(f.mod.aSeikyuJihi.at(1).aMeisai.at(0).cSejutsuName, u"施設3(自費)"_s);
     }
 
-    void allDatabasesMessages()
+    // The messages of the single-database and the all-database queries.
+    void messages()
     {
         BillingFixture f;
+        QCOMPARE(f.mod.iGetSeikyuData(), 1);
+        QCOMPARE(f.ui.calls, QStringList({u"message:施設請求書印刷:該当する実績データがありません。"_s}));
+        QCOMPARE(f.ui.messages.at(0).icon, MsgIcon::Information);
+
+        f.ui.clear();
         f.mod.jouken.selectedDatabases = {{u"suite"_s, {{1, 1}}}};
         QCOMPARE(f.mod.iGetSeikyuData_ALLDB(), 1);
         QCOMPARE(f.ui.texts(), QStringList({u"該当する実績データがありません。"_s}));
@@ -234,12 +226,14 @@ private slots:
         QCOMPARE(f.ui.texts(), QStringList({u"DBの読み込みに失敗しました"_s}));
         QCOMPARE(f.ui.messages.at(0).icon, MsgIcon::Critical);
 
-        // The base connection string empty: reported under the single-database header.
+        // The base connection string empty: both report it under the single-database header.
         f.ui.clear();
         f.folder.writeSettingsFile(u"DB.ini"_s, u"本店:本店,sqlite:db,suite\n"_s);
         f.folder.writeSettingsFile(u"adodb.ini"_s, u"[接続情報]\n接続情報=\n"_s);
-        QCOMPARE(f.mod.iGetSeikyuData_ALLDB(), -1);
-        QCOMPARE(f.ui.texts(), QStringList({u"iGetSeikyuData() でエラー\r\n接続文字列取得できません。"_s}));
+        QCOMPARE(f.mod.iGetSeikyuData(), -1);
+        QCOMPARE(f.ui.messages.at(0).icon, MsgIcon::Critical);
+        QCOMPARE(f.mod.iGetSeikyuData_ALLDB(), -1); // checked before the selected database
+        QCOMPARE(f.ui.texts(), QStringList(2, u"iGetSeikyuData() でエラー\r\n接続文字列取得できません。"_s));
     }
 };
 

@@ -5,13 +5,11 @@
 #include "support/TestInteraction.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QImage>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
-#include <QSqlRecord>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -20,43 +18,24 @@ using namespace qelprn;
 
 namespace {
 
-// A read-only view of one generated database through Qt's SQLite driver.
-class Db
+// The first value of the first row of sql on one generated database, Qt's SQLite driver.
+QVariant value(const QString& file, const QString& sql)
 {
-public:
-    explicit Db(const QString& file) : m_name(u"check-"_s + file)
+    QVariant result;
     {
-        QSqlDatabase db = QSqlDatabase::addDatabase(u"QSQLITE"_s, m_name);
+        QSqlDatabase db = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"check"_s);
         db.setDatabaseName(file);
         db.open();
-    }
-    ~Db() { QSqlDatabase::removeDatabase(m_name); }
-    QList<QVariantList> rows(const QString& sql) const
-    {
-        QList<QVariantList> result;
-        QSqlQuery q(QSqlDatabase::database(m_name));
-        if (!q.exec(sql)) {
-            // A statement that does not run must not pass as "no mismatch".
+        QSqlQuery q(db);
+        // A statement that does not run must not pass as "no mismatch".
+        if (!q.exec(sql))
             QTest::qFail(qPrintable(q.lastError().text() + u" in: "_s + sql), __FILE__, __LINE__);
-            return result;
-        }
-        while (q.next()) {
-            QVariantList row;
-            for (int i = 0; i < q.record().count(); ++i)
-                row.append(q.value(i));
-            result.append(row);
-        }
-        return result;
+        else if (q.next())
+            result = q.value(0);
     }
-    qint64 number(const QString& sql) const
-    {
-        const auto r = rows(sql);
-        return r.isEmpty() ? -1 : r.first().first().toLongLong();
-    }
-
-private:
-    QString m_name;
-};
+    QSqlDatabase::removeDatabase(u"check"_s);
+    return result;
+}
 
 QString decodeCp932(const QString& file, bool* crlfOnly)
 {
@@ -79,6 +58,10 @@ class tst_DemoFolder : public QObject
 private:
     QTemporaryDir m_dir;
     QString m_folder;
+    QString dbFile(const QString& name) const
+    {
+        return QDir(m_folder).filePath(u"db/"_s + name + u".sqlite"_s);
+    }
 
 private slots:
     void initTestCase()
@@ -96,12 +79,7 @@ private slots:
 
     void settingsFilesAreCp932WithCrLf()
     {
-        struct Expect
-        {
-            QString file;
-            QStringList lines;
-        };
-        const QList<Expect> expected = {
+        const QList<std::pair<QString, QStringList>> expected = {
             {u"Tovara.ini"_s,
              {u"SYSTEM_SYS=\\SYS"_s, u"SYSTEM_TMP=\\TMP"_s, u"SYSTEM_ICON=\\ICON"_s, u"SYSTEM_DATA=\\DATA"_s,
               u"WALLPAPER=wallpaper.png"_s, u"BASEID=0101"_s, u"終了患者施術期間=3"_s,
@@ -114,14 +92,14 @@ private slots:
               u"\"三鷹本店:suite2\",\"sqlite:db\",\"suite2\""_s}},
             {u"DATA/施設種類List.txt"_s, {u"－指定なし－"_s, u"特別養護老人ホーム"_s}},
         };
-        for (const Expect& e : expected) {
+        for (const auto& [file, expectedLines] : expected) {
             bool crlf = false;
-            const QString text = decodeCp932(QDir(m_folder).filePath(e.file), &crlf);
-            QVERIFY2(!text.isEmpty(), qPrintable(e.file));
-            QVERIFY2(crlf, qPrintable(e.file));
+            const QString text = decodeCp932(QDir(m_folder).filePath(file), &crlf);
+            QVERIFY2(!text.isEmpty(), qPrintable(file));
+            QVERIFY2(crlf, qPrintable(file));
             const QStringList lines = text.split(u"\r\n"_s);
-            for (const QString& line : e.lines)
-                QVERIFY2(lines.contains(line), qPrintable(e.file + u": "_s + line));
+            for (const QString& line : expectedLines)
+                QVERIFY2(lines.contains(line), qPrintable(file + u": "_s + line));
         }
         for (const char* sub : {"SYS", "TMP", "ICON", "DATA", "db"})
             QVERIFY(QFileInfo(QDir(m_folder).filePath(QString::fromLatin1(sub))).isDir());
@@ -134,23 +112,21 @@ private slots:
 
     void sitesAndBranchZero()
     {
-        Db suite(QDir(m_folder).filePath(u"db/suite.sqlite"_s));
-        Db suite2(QDir(m_folder).filePath(u"db/suite2.sqlite"_s));
+        const QString suite = dbFile(u"suite"_s);
         // The head-office row (branch 0) exists and the listing condition leaves it out.
-        QCOMPARE(suite.number(u"SELECT COUNT(*) FROM KYOTEN WHERE iKyotenEb = 0"_s), 1);
-        const auto listed = suite.rows(u"SELECT KYOTEN.iKyotenCd, KYOTEN.iKyotenEb FROM KYOTEN WHERE "
-                                       "KYOTEN.iKyotenEb<>0 ORDER BY KYOTEN.iKyotenCd,KYOTEN.iKyotenEb"_s);
-        QCOMPARE(listed.size(), 2);
-        QCOMPARE(listed[0], (QVariantList{1, 1}));
-        QCOMPARE(listed[1], (QVariantList{1, 2}));
-        QCOMPARE(suite.number(u"SELECT COUNT(*) FROM RIYOUSHA"_s) +
-                     suite2.number(u"SELECT COUNT(*) FROM RIYOUSHA"_s),
+        QCOMPARE(value(suite, u"SELECT COUNT(*) FROM KYOTEN WHERE iKyotenEb = 0"_s), 1);
+        QCOMPARE(value(suite, u"SELECT group_concat(c, ',') FROM (SELECT KYOTEN.iKyotenCd || '/' || "
+                              "KYOTEN.iKyotenEb c FROM KYOTEN WHERE KYOTEN.iKyotenEb<>0 ORDER BY "
+                              "KYOTEN.iKyotenCd,KYOTEN.iKyotenEb)"_s),
+                 u"1/1,1/2"_s);
+        QCOMPARE(value(suite, u"SELECT COUNT(*) FROM RIYOUSHA"_s).toInt() +
+                     value(dbFile(u"suite2"_s), u"SELECT COUNT(*) FROM RIYOUSHA"_s).toInt(),
                  200);
         // One main corporation per site, and insurance kinds once per database.
         QCOMPARE(
-            suite.number(u"SELECT COUNT(*) FROM CORP WHERE iType = 0 AND iKyotenCd = 1 AND iKyotenEb = 1"_s),
+            value(suite, u"SELECT COUNT(*) FROM CORP WHERE iType = 0 AND iKyotenCd = 1 AND iKyotenEb = 1"_s),
             1);
-        QCOMPARE(suite.number(u"SELECT COUNT(*) FROM HOKEN WHERE iType = 3"_s), 1);
+        QCOMPARE(value(suite, u"SELECT COUNT(*) FROM HOKEN WHERE iType = 3"_s), 1);
 
         // The program's own readers find both databases and the base connection in the settings.
         test::TestInteraction ui;
@@ -168,55 +144,57 @@ private slots:
     void amountsAreCoherent()
     {
         for (const QString& name : {u"suite"_s, u"suite2"_s}) {
-            Db db(QDir(m_folder).filePath(u"db/"_s + name + u".sqlite"_s));
+            const QString db = dbFile(name);
             // The month row sums its days, and the share follows the burden code in tenths.
-            const auto mismatches = db.rows(
-                u"SELECT m.患者IDNo, m.実績月 FROM 月間実績 m JOIN RIYOUSHA r ON r.nIDNo = m.患者IDNo AND "
-                "r.iKyotenCd = m.iKyotenCd AND r.iKyotenEb = m.iKyotenEb "
-                "LEFT JOIN (SELECT j.iKyotenCd c, j.iKyotenEb b, j.nRiyoushaIDNo id, "
-                "  substr(j.tServicyDayStart, 1, 7) ym, COUNT(*) n, "
-                "  SUM(CASE WHEN j.iAnbunUmu = 1 THEN j.nGokeiKinAnbun ELSE j.nGokeiKin END) total, "
-                "  SUM(j.nJippiSejutu) jippi, SUM(j.nKanjaSeikyu) kanja FROM JISSEKI j "
-                "  GROUP BY 1, 2, 3, 4) d ON d.c = m.iKyotenCd AND d.b = m.iKyotenEb AND d.id = m.患者IDNo "
-                "AND "
-                "  d.ym = printf('%04d/%02d', m.実績年, m.実績月) "
-                "WHERE d.n IS NULL OR m.施術回数 <> d.n OR m.総合計 <> d.total OR m.実費料金 <> d.jippi OR "
-                "m.患者請求額 <> d.kanja OR m.患者請求額 <> m.自己負担額2 + m.実費料金 OR "
-                "m.自己負担額2 * 10 <> m.総合計 * ((CASE WHEN r.iFutanritsu > 0 THEN r.iFutanritsu ELSE "
-                "r.iKaigoLevel END) - 1)"_s);
-            QVERIFY2(mismatches.isEmpty(),
-                     qPrintable(name + u": patient "_s +
-                                (mismatches.isEmpty() ? QString() : mismatches.first().first().toString())));
-            QVERIFY(db.number(u"SELECT COUNT(*) FROM 月間実績"_s) > 0);
+            QCOMPARE(
+                value(
+                    db,
+                    u"SELECT group_concat(m.患者IDNo) FROM 月間実績 m JOIN RIYOUSHA r ON r.nIDNo = "
+                    u"m.患者IDNo "
+                    "AND r.iKyotenCd = m.iKyotenCd AND r.iKyotenEb = m.iKyotenEb "
+                    "LEFT JOIN (SELECT j.iKyotenCd c, j.iKyotenEb b, j.nRiyoushaIDNo id, "
+                    "  substr(j.tServicyDayStart, 1, 7) ym, COUNT(*) n, "
+                    "  SUM(CASE WHEN j.iAnbunUmu = 1 THEN j.nGokeiKinAnbun ELSE j.nGokeiKin END) total, "
+                    "  SUM(j.nJippiSejutu) jippi, SUM(j.nKanjaSeikyu) kanja FROM JISSEKI j "
+                    "  GROUP BY 1, 2, 3, 4) d ON d.c = m.iKyotenCd AND d.b = m.iKyotenEb AND d.id = "
+                    "m.患者IDNo "
+                    "AND d.ym = printf('%04d/%02d', m.実績年, m.実績月) "
+                    "WHERE d.n IS NULL OR m.施術回数 <> d.n OR m.総合計 <> d.total OR m.実費料金 <> d.jippi "
+                    "OR "
+                    "m.患者請求額 <> d.kanja OR m.患者請求額 <> m.自己負担額2 + m.実費料金 OR "
+                    "m.自己負担額2 * 10 <> m.総合計 * ((CASE WHEN r.iFutanritsu > 0 THEN r.iFutanritsu ELSE "
+                    "r.iKaigoLevel END) - 1)"_s)
+                    .toString(),
+                QString());
+            QVERIFY(value(db, u"SELECT COUNT(*) FROM 月間実績"_s).toInt() > 0);
             // Every JISSEKI day belongs to a month row.
-            QCOMPARE(
-                db.number(u"SELECT COUNT(*) FROM JISSEKI j WHERE NOT EXISTS (SELECT 1 FROM 月間実績 m WHERE "
-                          "m.患者IDNo = j.nRiyoushaIDNo AND m.iKyotenCd = j.iKyotenCd AND "
-                          "printf('%04d/%02d', m.実績年, m.実績月) = substr(j.tServicyDayStart, 1, 7))"_s),
-                0);
+            QCOMPARE(value(db,
+                           u"SELECT COUNT(*) FROM JISSEKI j WHERE NOT EXISTS (SELECT 1 FROM 月間実績 m WHERE "
+                           "m.患者IDNo = j.nRiyoushaIDNo AND m.iKyotenCd = j.iKyotenCd AND "
+                           "printf('%04d/%02d', m.実績年, m.実績月) = substr(j.tServicyDayStart, 1, 7))"_s),
+                     0);
             // 1 to 15 treatment days a month.
-            QCOMPARE(
-                db.number(u"SELECT COUNT(*) FROM (SELECT COUNT(DISTINCT substr(tServicyDayStart, 1, 10)) d "
-                          "FROM JISSEKI GROUP BY iKyotenCd, iKyotenEb, nRiyoushaIDNo, "
-                          "substr(tServicyDayStart, 1, 7)) WHERE d < 1 OR d > 15"_s),
-                0);
+            QCOMPARE(value(db,
+                           u"SELECT COUNT(*) FROM (SELECT COUNT(DISTINCT substr(tServicyDayStart, 1, 10)) d "
+                           "FROM JISSEKI GROUP BY iKyotenCd, iKyotenEb, nRiyoushaIDNo, "
+                           "substr(tServicyDayStart, 1, 7)) WHERE d < 1 OR d > 15"_s),
+                     0);
             // Every facility a patient points at exists, and every parent too.
-            QCOMPARE(
-                db.number(
-                    u"SELECT COUNT(*) FROM RIYOUSHA_SUB s WHERE "
-                    "(IFNULL(s.iAddressSisetsuCd, 0) > 0 AND NOT EXISTS (SELECT 1 FROM SISETSU WHERE "
-                    "nIDNo = s.iAddressSisetsuCd)) OR (IFNULL(s.iAddressSisetsuCd2, 0) > 0 AND NOT EXISTS "
-                    "(SELECT 1 FROM SISETSU WHERE nIDNo = s.iAddressSisetsuCd2)) OR "
-                    "(IFNULL(s.iAddressSisetsuCd3, 0) > 0 AND NOT EXISTS (SELECT 1 FROM SISETSU WHERE "
-                    "nIDNo = s.iAddressSisetsuCd3)) OR (IFNULL(s.iCareSisetsuCd, 0) > 0 AND NOT EXISTS "
-                    "(SELECT 1 FROM SISETSU WHERE nIDNo = s.iCareSisetsuCd))"_s),
-                0);
+            QCOMPARE(value(db,
+                           u"SELECT group_concat(c) FROM (SELECT iAddressSisetsuCd c FROM RIYOUSHA_SUB "
+                           "UNION ALL SELECT iAddressSisetsuCd2 FROM RIYOUSHA_SUB UNION ALL SELECT "
+                           "iAddressSisetsuCd3 FROM RIYOUSHA_SUB UNION ALL SELECT iCareSisetsuCd FROM "
+                           "RIYOUSHA_SUB UNION ALL SELECT nOyaSisetsuCd FROM SISETSU) WHERE IFNULL(c, 0) > 0 "
+                           "AND c NOT IN (SELECT nIDNo FROM SISETSU)"_s)
+                         .toString(),
+                     QString());
         }
         // The data shows the cases the invoices must handle: split fees, self-pay, billing parents.
-        Db db(QDir(m_folder).filePath(u"db/suite.sqlite"_s));
-        QVERIFY(db.number(u"SELECT COUNT(*) FROM JISSEKI WHERE iAnbunUmu = 1"_s) > 0);
-        QVERIFY(db.number(u"SELECT COUNT(*) FROM JISSEKI WHERE nJippiSejutu > 0"_s) > 0);
-        QVERIFY(db.number(u"SELECT COUNT(*) FROM SISETSU WHERE IFNULL(nOyaSisetsuCd, 0) > 0"_s) > 0);
+        const QString suite = dbFile(u"suite"_s);
+        QVERIFY(value(suite, u"SELECT COUNT(*) FROM JISSEKI WHERE iAnbunUmu = 1"_s).toInt() > 0);
+        QVERIFY(value(suite, u"SELECT COUNT(*) FROM JISSEKI WHERE nJippiSejutu > 0"_s).toInt() > 0);
+        QVERIFY(value(suite, u"SELECT COUNT(*) FROM SISETSU WHERE IFNULL(nOyaSisetsuCd, 0) > 0"_s).toInt() >
+                0);
     }
 
     void refusesToOverwriteAFolderInUse()

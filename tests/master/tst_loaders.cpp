@@ -11,20 +11,14 @@ class tst_loaders : public QObject
 {
     Q_OBJECT
 
-    static void addFacility(TestProgramFolder& folder, qint32 id, qint32 site, const QVariant& lat)
+    // lat: a number, or NULL.
+    static void addFacility(TestProgramFolder& folder, qint32 id, qint32 site, const QString& lat)
     {
-        folder.insert(u"SISETSU"_s, {{u"nIDNo"_s, id},
-                                     {u"iKyotenCd"_s, site},
-                                     {u"iKyotenEb"_s, 1},
-                                     {u"cSisetsuType"_s, u"3"_s},
-                                     {u"cShamei1"_s, u"ひまわり荘"_s},
-                                     {u"cShameiKana1"_s, u"ﾋﾏﾜﾘｿｳ"_s},
-                                     {u"cAddress1"_s, u"東京都'港区"_s},
-                                     {u"cTelNo"_s, u"03-1111-2222"_s},
-                                     {u"nLat"_s, lat},
-                                     {u"nLon"_s, 139},
-                                     {u"tUpDateTime"_s, u"2026/05/01 10:20:30"_s},
-                                     {u"iKikanShubetsu"_s, 2}});
+        folder.exec(
+            u"INSERT INTO SISETSU (nIDNo, iKyotenCd, iKyotenEb, cAddress1, nLat, tUpDateTime, "
+            "iKikanShubetsu) VALUES (%1, %2, 1, '東京都''港区', %3, '2026/05/01 10:20:30', 2)"_s.arg(id)
+                .arg(site)
+                .arg(lat));
     }
 
 private slots:
@@ -32,16 +26,12 @@ private slots:
     void facility()
     {
         QFETCH(bool, odbc);
-        TestProgramFolder folder;
-        TestInteraction ui;
-        const AppContext ctx = contextIn(folder, ui);
-        const auto backEnd = useOdbc(folder, odbc);
-        addFacility(folder, 1010001, 1, 35);
-        addFacility(folder, 1010002, 1, QVariant()); // nLat Null
-        addFacility(folder, 2010001, 2, 35);         // another site
+        TestDb db(odbc);
+        auto& [folder, ui, ctx, ado] = db;
+        addFacility(folder, 1010001, 1, u"35"_s);
+        addFacility(folder, 1010002, 1, u"NULL"_s);
+        addFacility(folder, 2010001, 2, u"35"_s); // another site
 
-        QCOMPARE(sisetsuLoaderStatement(ctx, 1010001),
-                 u"SELECT * FROM SISETSU WHERE nIDNo = 1010001 and iKyotenCd = 1 and iKyotenEb = 1"_s);
         SisetsuInfo rec;
         rec.cShamei2 = u"前の値"_s;
         QString error;
@@ -67,7 +57,7 @@ private slots:
         QCOMPARE(error, QString());
 
         // A number beyond 32 bits: false, the suite's overflow error.
-        addFacility(folder, 1010003, 1, 3000000000.0);
+        addFacility(folder, 1010003, 1, u"3000000000"_s);
         QVERIFY(!loadSisetsu(ctx, 1010003, rec, &error));
         QCOMPARE(error, u"( 6)オーバーフローしました。"_s);
         QCOMPARE(rec.nIDNo, before.nIDNo);
@@ -86,19 +76,12 @@ private slots:
     void patient()
     {
         QFETCH(bool, odbc);
-        TestProgramFolder folder;
-        TestInteraction ui;
-        const AppContext ctx = contextIn(folder, ui);
-        const auto backEnd = useOdbc(folder, odbc);
-        folder.insert(u"RIYOUSHA"_s, {{u"nIDNo"_s, 1010005},
-                                      {u"iKyotenCd"_s, 1},
-                                      {u"iKyotenEb"_s, 1},
-                                      {u"cName"_s, u"山田 太郎"_s},
-                                      {u"tBirthday"_s, u"1940/02/29"_s},
-                                      {u"nJikofutanTanka"_s, 1500},
-                                      {u"cByoumei"_s, u"腰痛症"_s},
-                                      {u"iFutanritsu"_s, 10},
-                                      {u"nTantou10"_s, 1010020}});
+        TestDb db(odbc);
+        auto& [folder, ui, ctx, ado] = db;
+        folder.exec(
+            u"INSERT INTO RIYOUSHA (nIDNo, iKyotenCd, iKyotenEb, cName, tBirthday, nJikofutanTanka, "
+            "cByoumei, iFutanritsu, nTantou10) VALUES (1010005, 1, 1, '山田 太郎', '1940/02/29', 1500, "
+            "'腰痛症', 10, 1010020)"_s);
         RiyoushaInfo rec;
         rec.iHoken = 4;
         rec.tDouiDay1 = QDate(2020, 1, 1);

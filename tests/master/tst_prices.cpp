@@ -11,11 +11,11 @@ namespace {
 void addPrice(TestProgramFolder& folder, int kind, int code, const QString& from, const QString& to,
               int price)
 {
-    folder.insert(u"療養費単価"_s, {{u"iTankaKbn"_s, kind},
-                                    {u"nTankaCode"_s, code},
-                                    {u"cStartDate"_s, from},
-                                    {u"cEndDate"_s, to},
-                                    {u"nTanka"_s, QString::number(price)}});
+    folder.exec(u"INSERT INTO 療養費単価 (iTankaKbn, nTankaCode, cStartDate, cEndDate, nTanka) VALUES "
+                "(%1, %2, '%3', '%4', '%5')"_s.arg(kind)
+                    .arg(code)
+                    .arg(from, to)
+                    .arg(price));
 }
 
 } // namespace
@@ -25,29 +25,14 @@ class tst_prices : public QObject
     Q_OBJECT
 
 private slots:
-    void statements()
-    {
-        QCOMPARE(
-            cls単価::selectStatement(u"202605"_s),
-            u"SELECT * FROM 療養費単価"
-            " WHERE SUBSTRING(CONVERT(VARCHAR, cStartDate, 112),1,4)+SUBSTRING(CONVERT(VARCHAR, cStartDate, "
-            "112),6,2) <=   '202605'"
-            " AND SUBSTRING(CONVERT(VARCHAR, cEndDate, 112),1,4)+SUBSTRING(CONVERT(VARCHAR, cEndDate, "
-            "112),6,2) "
-            ">=   '202605'"
-            " ORDER BY cStartDate, iTankaKbn, nTankaCode"_s);
-    }
-
     // Every price lands in its own property; the period that started last wins; other months,
-    // ignored codes and kinds leave nothing behind.
+    // ignored codes and kinds leave nothing behind (what the statement's month condition selects).
     void unitPrices_data() { addBackEndRows(); }
     void unitPrices()
     {
         QFETCH(bool, odbc);
-        TestProgramFolder folder;
-        TestInteraction ui;
-        const AppContext ctx = contextIn(folder, ui);
-        const auto backEnd = useOdbc(folder, odbc);
+        TestDb db(odbc);
+        auto& [folder, ui, ctx, ado] = db;
         const QList<std::pair<int, int>> keys = {
             {1, 1},  {1, 2},  {1, 3}, {1, 4}, {1, 11}, {1, 12}, {1, 13}, {1, 14}, {1, 15}, {1, 16},
             {1, 17}, {1, 18}, {2, 1}, {2, 2}, {9, 1},  {9, 2},  {9, 3},  {9, 11}, {9, 12}};
@@ -76,9 +61,8 @@ private slots:
 
     void noPrices()
     {
-        TestProgramFolder folder;
-        TestInteraction ui;
-        const AppContext ctx = contextIn(folder, ui);
+        TestDb db;
+        auto& [folder, ui, ctx, ado] = db;
         addPrice(folder, 1, 1, u"2024/06/01"_s, u"2026/03/31"_s, 450);
         cls単価 tanka(ctx);
         QCOMPARE(tanka.iGetTanka(u"202605"_s), qint16(-1));

@@ -28,10 +28,8 @@ private slots:
     void houseCallBands()
     {
         QFETCH(bool, odbc);
-        TestProgramFolder folder;
-        TestInteraction ui;
-        const AppContext ctx = contextIn(folder, ui);
-        const auto backEnd = useOdbc(folder, odbc);
+        TestDb db(odbc);
+        auto& [folder, ui, ctx, ado] = db;
         addBand(folder, 16, 900);
         addBand(folder, 4, 300);
         addBand(folder, 8, 600);

@@ -7,6 +7,7 @@
 #include "suite/cT_HOKENJA.h"
 #include "suite/cT_RIYOUSHA.h"
 #include "suite/cT_SHINSEISYO.h"
+#include "suite/cT_SISETSU.h"
 #include "suite/cT_STAFF.h"
 #include "suite/cT_SYOUKAI.h"
 
@@ -25,8 +26,8 @@ bool isStamp(const QString& column)
            column == u"iKyotenCd"_s || column == u"iKyotenEb"_s;
 }
 
-// Distinct values in every written column; the key columns get key.
-void fill(MasterRecord& rec, qint32 key)
+// Distinct values in every written column, other ones for another salt; the key columns get key.
+void fill(MasterRecord& rec, qint32 key, int salt = 0)
 {
     const TableDef& def = rec.def();
     for (int i = 0; i < def.columns.size(); ++i) {
@@ -36,16 +37,16 @@ void fill(MasterRecord& rec, qint32 key)
         const bool isKey = def.keyColumns.contains(c.name) || c.name == u"nIDNo"_s || c.name == u"cIDNo"_s;
         switch (c.kind) {
         case ColumnKind::Text:
-            rec.setText(c.name, isKey ? QString::number(key) : u"O'"_s + c.name);
+            rec.setText(c.name, isKey ? QString::number(key) : u"O'"_s + c.name + QString::number(salt));
             break;
         case ColumnKind::Date:
-            rec.setText(c.name, isKey ? u"2026/04/01"_s : u"2025/12/%1"_s.arg(i % 28 + 1));
+            rec.setText(c.name, isKey ? u"2026/04/01"_s : u"2025/12/%1"_s.arg((i + salt) % 28 + 1));
             break;
         case ColumnKind::Int:
-            rec.setInteger(c.name, isKey ? key : i + 1);
+            rec.setInteger(c.name, isKey ? key : i + 1 + salt);
             break;
         case ColumnKind::Money:
-            rec.setMoney(c.name, 1000 + i);
+            rec.setMoney(c.name, 1000 + i + salt);
             break;
         }
     }
@@ -63,43 +64,40 @@ QStringList differences(const MasterRecord& a, const MasterRecord& b)
     return out;
 }
 
-// Insert, read back, update, read back and delete one record of any pair.
-template <typename Table, typename Rec> void roundTrip(TestDb& db, qint32 key, QStringView changed)
+// Insert, read back, update every column, read back and delete one record of any pair.
+template <typename Table, typename Rec> void roundTrip(TestDb& db, qint32 key)
 {
     Table table;
     table.iInit(db.ado, db.ctx);
     Rec rec;
-    fill(rec, key);
-    QVERIFY2(table.iDataInsert(&rec, true) == 0, qPrintable(rec.def().table + u": "_s + table.sErrMsg));
     const Rec cond;
-    QVERIFY2(table.iDataRead(&cond) == 0, qPrintable(table.sErrMsg));
-    QCOMPARE(table.nデータ数(), 1);
-    const Rec read = table.record(0);
-    QCOMPARE(differences(rec, read), QStringList());
-    QCOMPARE(read.text(u"cPcName"), cT_ADODB::csGetComputerName());
-
-    rec.setText(changed, u"変更'後"_s);
-    QVERIFY2(table.iDataUpdate(&rec, false) == 0, qPrintable(table.sErrMsg));
-    QVERIFY2(table.iDataRead(&cond) == 0, qPrintable(table.sErrMsg));
-    QCOMPARE(table.record(0).text(changed), u"変更'後"_s);
+    for (const int salt : {0, 7}) {
+        fill(rec, key, salt);
+        const qint16 rc = salt == 0 ? table.iDataInsert(&rec, true) : table.iDataUpdate(&rec, false);
+        QVERIFY2(rc == 0, qPrintable(rec.def().table + u": "_s + table.sErrMsg));
+        QVERIFY2(table.iDataRead(&cond) == 0, qPrintable(table.sErrMsg));
+        QCOMPARE(table.nデータ数(), 1);
+        QCOMPARE(differences(rec, table.record(0)), QStringList());
+    }
+    QCOMPARE(table.record(0).text(u"cPcName"), cT_ADODB::csGetComputerName());
     QVERIFY2(table.iData削除(&rec) == 0, qPrintable(table.sErrMsg));
     QVERIFY(table.iDataRead(&cond) == 0);
     QCOMPARE(table.nデータ数(), 0);
 }
 
 // One round trip per pair of record and table classes, with its key and a column to change.
-using RoundTrip = void (*)(TestDb&);
-const std::pair<const char*, RoundTrip> kRoundTrips[] = {
-    {"CORP", [](TestDb& db) { roundTrip<cT_CORP, cD_CORP>(db, 7, u"cShamei1"); }},
-    {"HOKEN", [](TestDb& db) { roundTrip<cT_HOKEN, cD_HOKEN>(db, 3, u"cName"); }},
-    {"DOCTOR", [](TestDb& db) { roundTrip<cT_DOCTOR, cD_DOCTOR>(db, 1010001, u"cKikan"); }},
-    {"HOKENJA", [](TestDb& db) { roundTrip<cT_HOKENJA, cD_HOKENJA>(db, 39130017, u"cName"); }},
-    {"STAFF", [](TestDb& db) { roundTrip<cT_STAFF, cD_STAFF>(db, 1010001, u"cName"); }},
-    {"SYOUKAI", [](TestDb& db) { roundTrip<cT_SYOUKAI, cD_SYOUKAI>(db, 1010001, u"cName"); }},
-    {"RIYOUSHA", [](TestDb& db) { roundTrip<cT_RIYOUSHA, cD_RIYOUSHA>(db, 1010001, u"cByoumei"); }},
-    {"SHINSEISYO", [](TestDb& db) { roundTrip<cT_SHINSEISYO, cD_SHINSEISYO>(db, 4, u"cFileName"); }},
-    {"Address", [](TestDb& db) { roundTrip<cT_Address, cD_Address>(db, 1010001, u"csAddress1"); }},
-    {"CAREMANE", [](TestDb& db) { roundTrip<cT_CAREMANE, cD_CAREMANE>(db, 12, u"cName"); }},
+const std::pair<const char*, void (*)(TestDb&)> kRoundTrips[] = {
+    {"CORP", [](TestDb& db) { roundTrip<cT_CORP, cD_CORP>(db, 7); }},
+    {"HOKEN", [](TestDb& db) { roundTrip<cT_HOKEN, cD_HOKEN>(db, 3); }},
+    {"DOCTOR", [](TestDb& db) { roundTrip<cT_DOCTOR, cD_DOCTOR>(db, 1010001); }},
+    {"HOKENJA", [](TestDb& db) { roundTrip<cT_HOKENJA, cD_HOKENJA>(db, 39130017); }},
+    {"STAFF", [](TestDb& db) { roundTrip<cT_STAFF, cD_STAFF>(db, 1010001); }},
+    {"SYOUKAI", [](TestDb& db) { roundTrip<cT_SYOUKAI, cD_SYOUKAI>(db, 1010001); }},
+    {"RIYOUSHA", [](TestDb& db) { roundTrip<cT_RIYOUSHA, cD_RIYOUSHA>(db, 1010001); }},
+    {"SHINSEISYO", [](TestDb& db) { roundTrip<cT_SHINSEISYO, cD_SHINSEISYO>(db, 4); }},
+    {"Address", [](TestDb& db) { roundTrip<cT_Address, cD_Address>(db, 1010001); }},
+    {"CAREMANE", [](TestDb& db) { roundTrip<cT_CAREMANE, cD_CAREMANE>(db, 12); }},
+    {"SISETSU", [](TestDb& db) { roundTrip<cT_SISETSU, cD_SISETSU>(db, 1010001); }},
 };
 
 } // namespace
@@ -191,7 +189,6 @@ private slots:
         QCOMPARE(doctors.iGetMaxIDNo(n), qint16(-1));
         QCOMPARE(doctors.sErrMsg, u"データ登録の上限に達しました"_s);
         QCOMPARE(referrers.iGetMaxIDNo(n), qint16(-1));
-        QCOMPARE(referrers.sErrMsg, u"データ登録の上限に達しました"_s);
         QCOMPARE(n, 5);
     }
 
