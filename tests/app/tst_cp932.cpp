@@ -49,9 +49,7 @@ private slots:
         // A file cut after a lead byte keeps the cut visible instead of dropping it.
         QCOMPARE(qelprn::fromCp932(QByteArray("A\x82")), u"A\uFFFD"_s);
         // One "?" per code point, also outside the basic plane.
-        QCOMPARE(qelprn::toCp932(u"a€😀b"), QByteArray("a?\x3F"
-                                                      "b")
-                                               .replace("?\x3F", "??"));
+        QCOMPARE(qelprn::toCp932(u"a€😀b"), QByteArray("a??b"));
         QByteArray out("x");
         qelprn::appendCp932(out, u"髙");
         qelprn::appendCp932(out, u"");

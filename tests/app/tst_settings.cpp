@@ -11,11 +11,6 @@
 #include "app/clsOplIniFile.h"
 #include "support/TestInteraction.h"
 
-#include <QDir>
-#include <QFile>
-#include <QScopeGuard>
-#include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -93,43 +88,9 @@ private slots:
         QVERIFY(!qelprn::platform::fileStamp(dir.filePath(u"missing.ini"_s)));
     }
 
+    // "Tovara.ini" is read as flat keys, sections ignored. A missing file is told once per look-up
+    // and gives nothing: start-up stops, the folders are unknown.
     void flatKeyLookup()
-    {
-        QTemporaryDir dir;
-        writeBytes(
-            dir.filePath(u"Tovara.ini"_s),
-            qelprn::toCp932(
-                u"[A]\r\nsystem_tmp=\\lower\r\n SYSTEM_TMP = \\TMP\r\nno equals here\r\n"
-                "KEY=a=b\r\n\tTABKEY=t\r\n[B]\r\nSYSTEM_TMP=\\second\r\nBASEID=1X03\r\n終了患者施術期間=3"_s));
-        TestInteraction ui;
-        qelprn::AppContext ctx;
-        ctx.ui = &ui;
-        ctx.csAppDir = dir.path();
-        QCOMPARE(qelprn::vGetSysIniValue(ctx, u"SYSTEM_TMP"_s, true), u" \\TMP"_s);
-        QCOMPARE(qelprn::vGetSysIniValue(ctx, u"KEY"_s, true), u"a=b"_s);
-        QCOMPARE(qelprn::vGetSysIniValue(ctx, u"終了患者施術期間"_s, true), u"3"_s);
-        QCOMPARE(qelprn::csTmpDir(ctx), dir.path() + u" \\TMP\\"_s);
-        QVERIFY(ui.messages.isEmpty());
-
-        QCOMPARE(qelprn::vGetSysIniValue(ctx, u"TABKEY"_s, false), QString()); // only spaces are trimmed
-        QCOMPARE(qelprn::vGetSysIniValue(ctx, u"Missing"_s, false), QString());
-        QVERIFY(ui.messages.isEmpty());
-        QCOMPARE(qelprn::vGetSysIniValue(ctx, u"Missing"_s, true), QString());
-        QCOMPARE(ui.messages.size(), 1);
-        QCOMPARE(ui.messages[0].text, u"システム設定ファイルに、指定の項目が見つかりません。\r[Missing]"_s);
-        QCOMPARE(ui.messages[0].title, u"警告！"_s);
-        QCOMPARE(ui.messages[0].icon, qelprn::MsgIcon::Critical);
-
-        ui.clear();
-        const std::optional<qelprn::AppContext> loaded = qelprn::loadAppContext(ui, dir.path());
-        QVERIFY(loaded);
-        QCOMPARE(loaded->iBaseKyotenCd, qint16(1)); // "1X": the leading digits, as Val() takes them
-        QCOMPARE(loaded->iBaseKyotenEb, qint16(3));
-    }
-
-    // A missing suite settings file is told once per look-up and gives nothing: start-up stops, the
-    // folders are unknown.
-    void missingSuiteSettings()
     {
         QTemporaryDir dir;
         TestInteraction ui;
@@ -140,9 +101,36 @@ private slots:
         QCOMPARE(qelprn::csTmpDir(ctx), QString());
         QVERIFY(!qelprn::loadAppContext(ui, dir.path()));
         QCOMPARE(ui.calls, QStringList(3, u"message:警告！:システム設定ファイルが見つかりません。"_s));
+
+        ui.clear();
+        writeBytes(
+            dir.filePath(u"Tovara.ini"_s),
+            qelprn::toCp932(
+                u"[A]\r\nsystem_tmp=\\lower\r\n SYSTEM_TMP = \\TMP\r\nno equals here\r\n"
+                "KEY=a=b\r\n\tTABKEY=t\r\n[B]\r\nSYSTEM_TMP=\\second\r\nBASEID=1X03\r\n終了患者施術期間=3"_s));
+        QCOMPARE(qelprn::vGetSysIniValue(ctx, u"SYSTEM_TMP"_s, true), u" \\TMP"_s);
+        QCOMPARE(qelprn::vGetSysIniValue(ctx, u"KEY"_s, true), u"a=b"_s);
+        QCOMPARE(qelprn::vGetSysIniValue(ctx, u"終了患者施術期間"_s, true), u"3"_s);
+        QCOMPARE(qelprn::csTmpDir(ctx), dir.path() + u" \\TMP\\"_s);
+        QVERIFY(ui.messages.isEmpty());
+
+        QCOMPARE(qelprn::vGetSysIniValue(ctx, u"TABKEY"_s, false), QString()); // only spaces are trimmed
+        QCOMPARE(qelprn::vGetSysIniValue(ctx, u"Missing"_s, false), QString());
+        QVERIFY(ui.messages.isEmpty());
+        QCOMPARE(qelprn::vGetSysIniValue(ctx, u"Missing"_s, true), QString());
+        QCOMPARE(
+            ui.calls,
+            QStringList{u"message:警告！:システム設定ファイルに、指定の項目が見つかりません。\r[Missing]"_s});
+        QCOMPARE(ui.messages[0].icon, qelprn::MsgIcon::Critical);
+
+        ui.clear();
+        const std::optional<qelprn::AppContext> loaded = qelprn::loadAppContext(ui, dir.path());
+        QVERIFY(loaded);
+        QCOMPARE(loaded->iBaseKyotenCd, qint16(1)); // "1X": the leading digits, as Val() takes them
+        QCOMPARE(loaded->iBaseKyotenEb, qint16(3));
     }
 
-    void privateProfileReads()
+    void privateProfileReadsAndWrites()
     {
         QTemporaryDir dir;
         const QString path = dir.filePath(u"adodb.ini"_s);
@@ -174,16 +162,11 @@ private slots:
         // Only the first section of a name is read.
         QCOMPARE(qelprn::csCutNull(ini.csGetProfileString(u"接続情報"_s, u"Late"_s)), QString());
         QCOMPARE(qelprn::csCutNull(ini.csGetProfileString(u"nosection"_s, u"x"_s)), QString());
-    }
 
-    void privateProfileWriteKeepsTheRest()
-    {
-        QTemporaryDir dir;
-        const QString path = dir.filePath(u"x.ini"_s);
+        // A write keeps the rest of the file as it was.
         const QByteArray before =
             qelprn::toCp932(u"; 先頭の注釈\r\n[A]\r\nkey = old\r\n  other=1 \r\n\r\n[B]\r\nz=髙\r\n"_s);
         writeBytes(path, before);
-        qelprn::clsOplIniFile ini;
         QCOMPARE(ini.iInit(path), qint16(0));
         QVERIFY(ini.iWriteProfileString(u"a"_s, u"KEY"_s, u"新しい値"_s) != 0);
         QByteArray expected = before;
@@ -195,12 +178,11 @@ private slots:
         QVERIFY(ini.iWriteProfileString(u"C"_s, u"k"_s, u"v"_s) != 0);
         expected.append("[C]\r\nk=v\r\n");
         QCOMPARE(readBytes(path), expected);
-        QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList({u"x.ini"_s}));
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList({u"adodb.ini"_s}));
 
         // A write to a missing file creates it.
-        qelprn::clsOplIniFile fresh;
-        fresh.iInit(dir.filePath(u"new.ini"_s));
-        QVERIFY(fresh.iWriteProfileString(u"S"_s, u"k"_s, u"v"_s) != 0);
+        QCOMPARE(ini.iInit(dir.filePath(u"new.ini"_s)), qint16(-1));
+        QVERIFY(ini.iWriteProfileString(u"S"_s, u"k"_s, u"v"_s) != 0);
         QCOMPARE(readBytes(dir.filePath(u"new.ini"_s)), QByteArray("[S]\r\nk=v\r\n"));
     }
 
@@ -259,7 +241,6 @@ private slots:
 
         QVERIFY(QDir().mkpath(userData));
         writeBytes(userData + u"/Tovara.ini"_s, "BASEID=0203\r\n");
-        QCOMPARE(qelprn::findAppDir().found, userData);
         ui.clear();
         const std::optional<qelprn::AppContext> ctx = qelprn::loadAppContext(ui);
         QVERIFY(ctx);

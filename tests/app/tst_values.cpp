@@ -1,4 +1,6 @@
-// The suite's value helpers: rounding of money, null values, blank trims, Val and file tests.
+// The suite's value helpers: rounding of money, null values, blank trims, Val, CSV records and file
+// tests.
+#include "app/CsvRecord.h"
 #include "app/FileUtil.h"
 #include "app/Kiriage.h"
 #include "app/NullValue.h"
@@ -7,8 +9,6 @@
 #include "app/Val.h"
 #include "support/TestInteraction.h"
 
-#include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 #include <functional>
 
@@ -92,6 +92,10 @@ private slots:
         QCOMPARE(qelprn::leadingNumber(u"\u3000\t\n 12"_s), 12);
         QCOMPARE(qelprn::leadingNumber(u"\r12"_s), 0);
         QCOMPARE(qelprn::leadingNumber(u"\u00a012"_s), 0);
+        // A quoted field keeps its commas and blanks and reads a doubled quote as one; an unquoted
+        // field loses its spaces.
+        QCOMPARE(qelprn::splitCsvRecord(u"\"a\"\"b\", c ,\" d,\""_s),
+                 (QStringList{u"a\"b"_s, u"c"_s, u" d,"_s}));
         // A folder is no file.
         QTemporaryDir dir;
         QVERIFY(qelprn::bFileExists(dir.filePath(u"."_s)) == false);

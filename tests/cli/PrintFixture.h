@@ -4,11 +4,24 @@
 #include "billing/BillingFixture.h"
 #include "support/CliRun.h"
 
+#include <QFile>
 #include <QStringList>
 
 namespace qelprn::test {
 
 using namespace Qt::StringLiterals;
+
+inline QByteArray readAll(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+inline bool writeAll(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
 
 // One billing facility with one treated facility and one patient with two treatment days, one of
 // them with a self-pay fee; the site 1/1 in the site list.

@@ -1,11 +1,7 @@
 // The command-line program: its commands run in this process (help, usage errors, the print run's
-// outcomes and files on a small database, every kind of the demo month to a PDF read back), and the
-// built program once per command, end to end.
+// outcomes and files on a small database), and the built program once per command, end to end.
 #include "app/Cp932.h"
-#include "billing/BillingFixture.h"
 #include "cli/PrintFixture.h"
-#include "engine/EngineTestData.h"
-#include "support/CliRun.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,20 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 using Run = qelprn::test::CliRun;
-using qelprn::test::binDir;
-using qelprn::test::builtProgram;
-using qelprn::test::callCli;
-using qelprn::test::PrintFixture;
-using qelprn::test::runCli;
-
-QByteArray readAll(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-const QString kTovara = u"SYSTEM_SYS=\\SYS\nSYSTEM_TMP=\\TMP\nSYSTEM_ICON=\\ICON\nSYSTEM_DATA=\\DATA\n"
-                        u"BASEID=0101\nFORM_ENGINE="_s;
+using namespace qelprn::test;
 
 } // namespace
 
@@ -93,9 +76,7 @@ private slots:
             {u"init-demo D --month 2026-10"_s, u"qelprn-cli init-demo: "_s},
             {u"init-demo D --patients many"_s, u"qelprn-cli init-demo: "_s},
             {u"init-demo D --sites 0"_s, u"qelprn-cli init-demo: "_s},
-            {u"init-demo D --seed"_s, u"qelprn-cli init-demo: "_s},
             {u"init-demo D D2"_s, u"qelprn-cli init-demo: "_s},
-            {u"init-demo D --colour"_s, u"qelprn-cli init-demo: "_s},
             {u"print --kind 7"_s, u"--kind には 1 から 6 までの整数を指定してください（指定値：'7'）"_s},
             {u"print --kind=0 --month 2024/10"_s, u"--kind には 1 から 6 までの整数"_s},
             {u"print --kind 1 --csv-only"_s, u"--month を指定してください"_s},
@@ -148,7 +129,8 @@ private slots:
             QVERIFY2(!r.err.contains(english), qPrintable(r.err));
     }
 
-    // Each kind writes its file into the temporary folder and prints its path; no engine starts.
+    // Each kind writes its file into the temporary folder and prints its path; no engine starts. A
+    // print unconfirmed writes nothing; --timings reports the run's parts.
     void csvOnlyOfEveryKind()
     {
         PrintFixture f;
@@ -169,21 +151,16 @@ private slots:
         const QByteArray all = readAll(f.folder.filePath(u"TMP/施設請求データ.csv"_s));
         QCOMPARE(f.print(6, {u"--sites"_s, u"1-1"_s, u"--csv-only"_s}).exitCode, 0);
         QCOMPARE(readAll(f.folder.filePath(u"TMP/施設請求データ.csv"_s)), all);
-        const Run r = f.print(6, {u"--sites"_s, u"1-1,9-9"_s, u"--csv-only"_s});
+        Run r = f.print(6, {u"--sites"_s, u"1-1,9-9"_s, u"--csv-only"_s});
         QCOMPARE(r.exitCode, 2);
         QVERIFY2(r.err.contains(u"事業所 9-9 は事業所一覧にありません"_s), qPrintable(r.err));
 
         // The chosen conditions reach the query: another billing facility finds nothing.
         QCOMPARE(f.print(1, {u"--billing-facility"_s, u"999"_s, u"--csv-only"_s}).exitCode, 1);
         QCOMPARE(f.print(4, {u"--patient"_s, u"1001"_s, u"--sort"_s, u"2"_s, u"--csv-only"_s}).exitCode, 0);
-    }
 
-    void exitStatusAndMessages()
-    {
-        PrintFixture f;
-        QCOMPARE(f.print(1, {u"--csv-only"_s}).exitCode, 0);
         QVERIFY(QFile::remove(f.folder.filePath(u"TMP/施設請求データ.csv"_s)));
-        Run r = f.print(1, {u"--print"_s}); // the confirmation is answered no without --yes
+        r = f.print(1, {u"--print"_s}); // the confirmation is answered no without --yes
         QCOMPARE(r.exitCode, 1);
         QVERIFY2(r.err.startsWith(u"印刷確認: 印刷処理を実行します。よろしいですか？\n"_s),
                  qPrintable(r.err));
@@ -196,58 +173,6 @@ private slots:
                 .match(r.err)
                 .hasMatch(),
             qPrintable(r.err));
-    }
-
-    // Every print kind of the demo month through the shipped layouts to a PDF (the layouts' paging
-    // itself is tested with the engine): the demo's page counts, and every name the writer put in
-    // the CSV file is in the text layer.
-    void demoMonthOfEveryKind()
-    {
-        const QString engine = builtProgram(u"qelprn-engine"_s);
-        if (!QFileInfo(engine).isExecutable())
-            QSKIP("qelprn-engine is not built");
-        QTemporaryDir dir;
-        const QString demo = dir.filePath(u"demo"_s);
-        const Run init = callCli({u"init-demo"_s, demo, u"--month"_s, u"2026/10"_s});
-        QVERIFY2(init.exitCode == 0, qPrintable(init.err));
-        // In this process the engine beside the program would be the test's folder: name the built one.
-        QByteArray tovara = readAll(demo + u"/Tovara.ini"_s);
-        QVERIFY(tovara.contains("FORM_ENGINE=\r\n"));
-        tovara.replace("FORM_ENGINE=\r\n", "FORM_ENGINE=" + QFile::encodeName(engine) + "\r\n");
-        QFile file(demo + u"/Tovara.ini"_s);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(tovara) == tovara.size());
-        file.close();
-        const QList<int> pages = {3, 6, 6, 67, 9, 9};
-        for (int kind = 1; kind <= 6; ++kind) {
-            const QString pdf = dir.filePath(u"kind%1.pdf"_s.arg(kind));
-            const Run r =
-                callCli({u"print"_s, u"--app-dir"_s, demo, u"--kind"_s, QString::number(kind), u"--month"_s,
-                         u"2026/10"_s, u"--issue-date"_s, u"2026/11/05"_s, u"--pdf"_s, pdf, u"--yes"_s});
-            QVERIFY2(r.exitCode == 0, qPrintable(r.err));
-            QCOMPARE(r.out.trimmed(), QDir::toNativeSeparators(pdf));
-#ifdef Q_OS_WIN
-            // Reading the text back needs poppler, which Windows lacks; the Wine proof compares
-            // these PDFs with the Linux ones page by page.
-            QVERIFY(readAll(pdf).startsWith("%PDF"));
-            continue;
-#endif
-            const QString layer = enginetest::pdfText(pdf, 0, true);
-            QCOMPARE(layer.count(u'\f'), pages.at(kind - 1)); // one form feed ends each page
-            const QString text = enginetest::squeezed(layer);
-            const QString csv = kind == 4 || kind == 5 ? u"請求書兼領収書.csv"_s : u"施設請求データ.csv"_s;
-            const QStringList lines = qelprn::fromCp932(readAll(demo + u"/TMP/"_s + csv)).split(u"\r\n"_s);
-            const QStringList titles = lines.first().split(u',');
-            for (const QString& title :
-                 {u"請求先施設名"_s, u"施術施設名"_s, u"施設名"_s, u"利用者名"_s, u"治療院名"_s}) {
-                const qsizetype col = titles.indexOf(u'"' + title + u'"');
-                for (qsizetype i = 1; col >= 0 && i < lines.size() - 1; ++i) {
-                    // Names hold no comma in the demo, so the fields split plainly.
-                    const QString name = lines.at(i).split(u',').value(col).remove(u'"');
-                    QVERIFY2(text.contains(enginetest::squeezed(name)),
-                             qPrintable(u"kind %1: "_s.arg(kind) + name));
-                }
-            }
-        }
     }
 
     // The built program, once per command: a demo folder, its sites, its check, and a PDF through

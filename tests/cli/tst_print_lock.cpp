@@ -7,7 +7,6 @@
 #include "support/StandInProgram.h"
 
 #include <QDateTime>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QProcess>

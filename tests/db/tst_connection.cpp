@@ -9,8 +9,6 @@
 #include "support/TestInteraction.h"
 #include "support/TestProgramFolder.h"
 
-#include <QDir>
-#include <QScopeGuard>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -36,14 +34,18 @@ class tst_connection : public QObject
     Q_OBJECT
 
 private slots:
+    void cleanup()
+    {
+        qunsetenv("QELPRN_ODBC_DRIVER");
+        qelprn::ConnectionPool::instance().clear();
+    }
+
     void parsesTheSuiteShape()
     {
         const auto cs = ConnectionString::parse(
             u"Provider=SQLOLEDB;Data Source=srv\\SQLEXPRESS;Database=HALVEX;uid=sa;pwd=tqz4187"_s);
         QCOMPARE(cs.backend(), ConnectionString::Backend::Odbc);
-        QCOMPARE(cs.dataSource, u"srv\\SQLEXPRESS"_s);
         qunsetenv("QELPRN_ODBC_DRIVER");
-        const auto restore = qScopeGuard([] { qunsetenv("QELPRN_ODBC_DRIVER"); });
 #ifdef Q_OS_WIN
         // Windows' own driver, present on every Windows, reads the suite's values as they are.
         QCOMPARE(cs.odbcConnectString(),
@@ -67,10 +69,8 @@ private slots:
 
         const auto alt = ConnectionString::parse(
             u" initial catalog = D ; SERVER=s;Integrated Security=SSPI;Extra=1;User ID=u;Password=p"_s);
-        QCOMPARE(alt.database, u"D"_s);
         QCOMPARE(alt.user, u"u"_s);
         QCOMPARE(alt.password, u"p"_s);
-        QVERIFY(alt.integratedSecurity);
         QCOMPARE(alt.odbcConnectString(), u"Driver={FreeTDS};Server=s;TDS_Version=7.4;ClientCharset=UTF-8;"
                                           u"Database=D;Trusted_Connection=Yes"_s);
 
@@ -84,20 +84,23 @@ private slots:
         QCOMPARE(abs.sqliteFile(), QFileInfo(u"/var/x/a.sqlite"_s).absoluteFilePath());
     }
 
+    // Fields by name as the server matches them; look-ups that differ only in literals share a kept
+    // prepared statement, yet each reads its own rows and a schema change is seen; a failing
+    // statement leaves the reason, and a rolled-back change leaves nothing.
     void readsThroughTheWrapper()
     {
         TestProgramFolder folder;
         TestInteraction ui;
         folder.context(ui);
-        folder.exec(u"INSERT INTO RIYOUSHA (nIDNo, iKyotenCd, iKyotenEb, cName, cByoumei, nRoomNo) "
-                    u"VALUES (1, 1, 1, 'O''Neil', '腰痛', NULL)"_s);
+        folder.exec(u"INSERT INTO RIYOUSHA (nIDNo, iKyotenCd, iKyotenEb, cName, cByoumei, nRoomNo) VALUES "
+                    u"(1, 1, 1, 'O''Neil', '腰痛', NULL), (2, 1, 1, 'B', '', 2), (3, 1, 1, 'C', '', 3)"_s);
         cT_ADODB ado;
         QCOMPARE(ado.iInit(folder.connectionString()), qint16(0));
         QCOMPARE(ado.iConnect(), qint16(0));
         RecordSet rs;
-        QCOMPARE(ado.iOpenRecSet(rs, u"SELECT ISNULL(nRoomNo, -1) AS R, * FROM RIYOUSHA"_s, 1, 1, 0),
+        QCOMPARE(ado.iOpenRecSet(rs, u"SELECT ISNULL(nRoomNo, -1) AS R, * FROM RIYOUSHA ORDER BY nIDNo"_s, 1,
+                                 1, 0),
                  qint16(0));
-        QVERIFY(!rs.isEOF());
         QCOMPARE(rs.field(u"r"_s).toInt(), -1);
         QCOMPARE(rs.field(u"CNAME"_s).toString(), u"O'Neil"_s);
         // The server matches names width-insensitively: the full-width ｃ finds cByoumei.
@@ -106,26 +109,54 @@ private slots:
         QVERIFY(!rs.field(u"nothere"_s).isValid() && rs.hasError());
         QCOMPARE(ado.iCloseRecSet(rs), qint16(0));
 
+        const auto nameOf = [&](int id) {
+            if (ado.iOpenRecSet(rs, u"SELECT cName FROM RIYOUSHA WHERE nIDNo = "_s + QString::number(id)) !=
+                0)
+                return ado.sErrMsg;
+            return rs.isEOF() ? u"(none)"_s : rs.field(u"cName"_s).toString();
+        };
+        for (int round = 0; round < 3; ++round) {
+            QCOMPARE(nameOf(1), u"O'Neil"_s);
+            QCOMPARE(nameOf(3), u"C"_s);
+            QCOMPARE(nameOf(4), u"(none)"_s);
+        }
+        QCOMPARE(ado.iExecSQL(u"ALTER TABLE RIYOUSHA ADD COLUMN cExtra TEXT DEFAULT 'new'"_s), qint16(0));
+        QCOMPARE(ado.iOpenRecSet(rs, u"SELECT * FROM RIYOUSHA WHERE nIDNo = 2"_s), qint16(0));
+        QCOMPARE(rs.field(u"cExtra"_s).toString(), u"new"_s);
+
         // A failing statement leaves the database's reason and the error log, never a throw.
         QCOMPARE(ado.iExecSQL(u"UPDATE NOSUCHTABLE SET a = 1"_s), qint16(-1));
         QVERIFY2(ado.sErrMsg.startsWith(u"no such table: NOSUCHTABLE\rConnection State=1\rError Number: "_s),
                  qPrintable(ado.sErrMsg));
         QVERIFY(ado.sErrMsg.endsWith(u"\r1 provider error(s) occurred."_s));
 
-        // Transactions: a rolled-back insert leaves nothing.
         QCOMPARE(ado.iBeginTrans(), qint16(0));
         QCOMPARE(ado.iExecSQL(u"DELETE FROM RIYOUSHA"_s), qint16(0));
         QCOMPARE(ado.iRollback(), qint16(0));
         QCOMPARE(ado.iOpenRecSet(rs, u"SELECT count(*) AS N FROM RIYOUSHA"_s), qint16(0));
-        QCOMPARE(rs.field(u"N"_s).toInt(), 1);
+        QCOMPARE(rs.field(u"N"_s).toInt(), 3);
         QCOMPARE(ado.iDisConnect(), qint16(0));
     }
 
+    // Only healthy connections are pooled, each for its database file: two program folders with the
+    // same relative "sqlite:db" do not share one once the program folder (the current directory)
+    // has changed.
     void poolsHealthyConnectionsOnly()
     {
         TestProgramFolder folder;
+        TestProgramFolder second;
+        second.exec(u"INSERT INTO KYOTEN (iKyotenCd, iKyotenEb) VALUES (1, 1)"_s);
         TestInteraction ui;
         folder.context(ui);
+        const auto countSites = [&](TestProgramFolder& in) {
+            in.context(ui);
+            cT_ADODB ado;
+            ado.iInit(in.connectionString());
+            RecordSet rs;
+            if (ado.iConnect() != 0 || ado.iOpenRecSet(rs, u"SELECT count(*) AS N FROM KYOTEN"_s) != 0)
+                return -1;
+            return rs.field(u"N"_s).toInt();
+        };
         auto& pool = qelprn::ConnectionPool::instance();
         pool.clear();
         const QString good = folder.connectionString();
@@ -145,13 +176,9 @@ private slots:
             QCOMPARE(b.iBeginTrans(), qint16(0));
             QCOMPARE(b.iExecSQL(u"INSERT INTO KYOTEN (iKyotenCd, iKyotenEb) VALUES (9, 9)"_s), qint16(0));
         }
-        cT_ADODB c;
-        c.iInit(good);
-        QCOMPARE(c.iConnect(), qint16(0));
-        RecordSet rs;
-        QCOMPARE(c.iOpenRecSet(rs, u"SELECT count(*) AS N FROM KYOTEN"_s), qint16(0));
-        QCOMPARE(rs.field(u"N"_s).toInt(), 0);
-        c.iDisConnect();
+        QCOMPARE(countSites(folder), 0);
+        QCOMPARE(countSites(second), 1);
+        QCOMPARE(countSites(folder), 0);
 
         // A database that is not there: the reason names the file, no empty file appears, and
         // nothing is pooled for it.
@@ -190,60 +217,6 @@ private slots:
             QVERIFY2(!qelprn::shapeOfSelect(plain), qPrintable(plain));
     }
 
-    // Look-ups that differ only in literals share a kept prepared statement: each still reads its
-    // own rows, and a schema change is seen.
-    void keptStatementsReadTheirOwnRows()
-    {
-        TestProgramFolder folder;
-        TestInteraction ui;
-        folder.context(ui);
-        folder.exec(u"INSERT INTO RIYOUSHA (nIDNo, iKyotenCd, iKyotenEb, cName) VALUES "
-                    u"(1, 1, 1, 'A'), (2, 1, 1, 'B'), (3, 1, 1, 'C')"_s);
-        cT_ADODB ado;
-        ado.iInit(folder.connectionString());
-        QCOMPARE(ado.iConnect(), qint16(0));
-        const auto nameOf = [&](RecordSet& rs, int id) {
-            if (ado.iOpenRecSet(rs, u"SELECT cName FROM RIYOUSHA WHERE nIDNo = "_s + QString::number(id)) !=
-                0)
-                return ado.sErrMsg;
-            return rs.isEOF() ? u"(none)"_s : rs.field(u"cName"_s).toString();
-        };
-        for (int round = 0; round < 3; ++round) {
-            RecordSet rs;
-            QCOMPARE(nameOf(rs, 1), u"A"_s);
-            QCOMPARE(nameOf(rs, 3), u"C"_s);
-            QCOMPARE(nameOf(rs, 4), u"(none)"_s);
-        }
-
-        QCOMPARE(ado.iExecSQL(u"ALTER TABLE RIYOUSHA ADD COLUMN cExtra TEXT DEFAULT 'new'"_s), qint16(0));
-        RecordSet rs;
-        QCOMPARE(ado.iOpenRecSet(rs, u"SELECT * FROM RIYOUSHA WHERE nIDNo = 2"_s), qint16(0));
-        QCOMPARE(rs.field(u"cExtra"_s).toString(), u"new"_s);
-    }
-
-    // Regression: two program folders with the same relative "sqlite:db" must not share a pooled
-    // connection once the program folder (the current directory) has changed.
-    void poolsPerDatabaseFileNotPerText()
-    {
-        TestProgramFolder first;
-        TestProgramFolder second;
-        first.exec(u"INSERT INTO KYOTEN (iKyotenCd, iKyotenEb) VALUES (1, 1)"_s);
-        TestInteraction ui;
-        const auto countSites = [&](TestProgramFolder& folder) {
-            folder.context(ui);
-            cT_ADODB ado;
-            ado.iInit(folder.connectionString());
-            if (ado.iConnect() != 0)
-                return -1;
-            RecordSet rs;
-            ado.iOpenRecSet(rs, u"SELECT count(*) AS N FROM KYOTEN"_s);
-            return rs.field(u"N"_s).toInt();
-        };
-        QCOMPARE(countSites(first), 1);
-        QCOMPARE(countSites(second), 0);
-        QCOMPARE(countSites(first), 1);
-    }
-
     void connectionCheck_data()
     {
         qelprn::test::addBackEndRows();
@@ -264,10 +237,6 @@ private slots:
             u"suite2"_s);
         if (odbc)
             qputenv("QELPRN_ODBC_DRIVER", "SQLite3");
-        const auto restore = qScopeGuard([] {
-            qunsetenv("QELPRN_ODBC_DRIVER");
-            qelprn::ConnectionPool::instance().clear();
-        });
         const QString source = odbc ? folder.filePath(u"db"_s) : u"sqlite:db"_s;
         writeIni(folder, source,
                  u"\"本店:suite\",\""_s + source + u"\",\"suite\"\n\"三鷹:suite2\",\""_s + source +
@@ -281,7 +250,6 @@ private slots:
         QCOMPARE(report.driver, odbc ? u"SQLite3 (ODBC)"_s : u"組み込みデータベース (SQLite)"_s);
         QCOMPARE(report.databases.size(), 2);
         QCOMPARE(report.databases.at(0).sites, 2);
-        QCOMPARE(report.databases.at(1).sites, 1);
         QVERIFY(text.contains(u"三鷹:suite2  サーバー: "_s + source +
                               u"  データベース: suite2  接続: 成功  拠点数: 1"_s));
         QCOMPARE(ui.messages.size(), 0);
@@ -303,10 +271,6 @@ private slots:
         TestProgramFolder folder;
         TestInteraction ui;
         qputenv("QELPRN_ODBC_DRIVER", "FreeTDS");
-        const auto restore = qScopeGuard([] {
-            qunsetenv("QELPRN_ODBC_DRIVER");
-            qelprn::ConnectionPool::instance().clear();
-        });
         // Port 1 of this machine: nothing listens there.
         const QString closedSource = u"127.0.0.1,1"_s;
         writeIni(folder, closedSource, u"\"本店:suite\",\""_s + closedSource + u"\",\"suite\"\n"_s);

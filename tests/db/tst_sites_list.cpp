@@ -2,8 +2,6 @@
 #include "support/TestInteraction.h"
 #include "support/TestProgramFolder.h"
 
-#include <QDir>
-#include <QFile>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -15,27 +13,34 @@ class tst_sites_list : public QObject
     Q_OBJECT
 
 private slots:
-    void gridStatement()
-    {
-        const QString head =
-            u" SELECT  KYOTEN.iKyotenCd, KYOTEN.iKyotenEb, KYOTEN.cKyotenName FROM KYOTEN  WHERE "_s;
-        const QString tail = u" ORDER BY KYOTEN.iKyotenCd,KYOTEN.iKyotenEb"_s;
-        QCOMPARE(qelprn::kyotenGridSql(false, 0),
-                 head + u" KYOTEN.iUsedFlg =  1  AND KYOTEN.iKyotenEb<>0"_s + tail);
-        QCOMPARE(qelprn::kyotenGridSql(false, 1),
-                 head + u" KYOTEN.iUsedFlg =  2  AND KYOTEN.iKyotenEb<>0"_s + tail);
-        QCOMPARE(qelprn::kyotenGridSql(false, 2),
-                 head + u" ( KYOTEN.iUsedFlg = 1 or KYOTEN.iUsedFlg = 2 )  AND KYOTEN.iKyotenEb<>0"_s + tail);
-        for (qint16 m : {0, 1, 2})
-            QCOMPARE(qelprn::kyotenGridSql(true, m), head + u" KYOTEN.iKyotenEb<>0"_s + tail);
-    }
-
-    void serverNameFile()
+    // The databases "DB.ini" lists (without it, the one "adodb.ini" names); "ServerName.zkt" names
+    // a server that replaces theirs.
+    void databaseList()
     {
         TestProgramFolder folder;
         TestInteraction ui;
         const qelprn::AppContext ctx = folder.context(ui);
         QCOMPARE(qelprn::cDBserverName2(ctx), QString());
+        // Without "DB.ini", the one database "adodb.ini" names.
+        QList<qelprn::DbInfo> list;
+        QCOMPARE(qelprn::iDatabaseRead(ctx, list), qint16(1));
+        QCOMPARE(list[0].cServer, u"sqlite:db"_s);
+        QCOMPARE(list[0].cDatabase, u"suite"_s);
+        QCOMPARE(list[0].cDbLabel, u"suite:suite"_s);
+        QCOMPARE(list[0].cDbName, u"suite"_s);
+
+        // Missing, or a folder of that name: the file is not found.
+        const QStringList missing = {u"cT_Syuukei.iDatabaseRead() でエラー\r\n指定されたIni（"_s +
+                                     folder.path() + u"\\adodb.ini）ファイルが見つかりません。"_s};
+        QVERIFY(QFile::remove(folder.filePath(u"adodb.ini"_s)));
+        QCOMPARE(qelprn::iDatabaseRead(ctx, list), qint16(0));
+        QCOMPARE(ui.texts(), missing);
+        QVERIFY(QDir(folder.path()).mkdir(u"adodb.ini"_s));
+        ui.clear();
+        QCOMPARE(qelprn::iDatabaseRead(ctx, list), qint16(0));
+        QCOMPARE(ui.texts(), missing);
+
+        ui.clear();
         folder.writeSettingsFile(u"ServerName.zkt"_s,
                                  u"; server\n[DBServer]=  FIRST \nx\n[DBServer]=SECOND"_s);
         QCOMPARE(qelprn::cDBserverName2(ctx), u"SECOND"_s);
@@ -44,16 +49,9 @@ private slots:
         QCOMPARE(qelprn::cDBserverName2(ctx), u"\tTAB"_s);
         folder.writeSettingsFile(u"ServerName.zkt"_s, u"[DBserver]=lower case is no tag"_s);
         QCOMPARE(qelprn::cDBserverName2(ctx), QString());
-    }
 
-    void databaseListFromDbIni()
-    {
-        TestProgramFolder folder;
-        TestInteraction ui;
-        const qelprn::AppContext ctx = folder.context(ui);
         folder.writeSettingsFile(u"DB.ini"_s,
                                  u"\"db1:本店DB\",\"HOST1\\SQL,X\",\"suite\"\n\nplain,HOST2\\INST,other\n"_s);
-        QList<qelprn::DbInfo> list;
         QCOMPARE(qelprn::iDatabaseRead(ctx, list), qint16(2));
         QCOMPARE(list[0].cDbLabel, u"db1:本店DB"_s);
         QCOMPARE(list[0].cServer, u"HOST1\\SQL,X"_s);
@@ -79,30 +77,6 @@ private slots:
         QVERIFY(ui.messages[0].text.startsWith(u"cT_Syuukei.iDatabaseRead() でエラー\r\n"_s));
         QCOMPARE(ui.messages[0].title, u"施設請求書印刷"_s);
         QCOMPARE(ui.messages[0].icon, qelprn::MsgIcon::Critical);
-    }
-
-    void databaseListFromAdodbIni()
-    {
-        TestProgramFolder folder;
-        TestInteraction ui;
-        const qelprn::AppContext ctx = folder.context(ui);
-        QList<qelprn::DbInfo> list;
-        QCOMPARE(qelprn::iDatabaseRead(ctx, list), qint16(1));
-        QCOMPARE(list[0].cServer, u"sqlite:db"_s);
-        QCOMPARE(list[0].cDatabase, u"suite"_s);
-        QCOMPARE(list[0].cDbLabel, u"suite:suite"_s);
-        QCOMPARE(list[0].cDbName, u"suite"_s);
-
-        // Missing, or a folder of that name: the file is not found.
-        const QStringList missing = {u"cT_Syuukei.iDatabaseRead() でエラー\r\n指定されたIni（"_s +
-                                     folder.path() + u"\\adodb.ini）ファイルが見つかりません。"_s};
-        QVERIFY(QFile::remove(folder.filePath(u"adodb.ini"_s)));
-        QCOMPARE(qelprn::iDatabaseRead(ctx, list), qint16(0));
-        QCOMPARE(ui.texts(), missing);
-        QVERIFY(QDir(folder.path()).mkdir(u"adodb.ini"_s));
-        ui.clear();
-        QCOMPARE(qelprn::iDatabaseRead(ctx, list), qint16(0));
-        QCOMPARE(ui.texts(), missing);
     }
 };
 

@@ -24,19 +24,10 @@ QStringList texts(const QList<qelprn::SiteRow>& rows)
 
 void addSites(TestProgramFolder& folder, const QString& database, const QString& prefix)
 {
-    const auto site = [&](int cd, int eb, const QString& name, int used) {
-        folder.insert(u"KYOTEN"_s,
-                      {{u"iKyotenCd"_s, cd},
-                       {u"iKyotenEb"_s, eb},
-                       {u"cAreaName"_s, u"地区"_s},
-                       {u"cKyotenName"_s, prefix + name},
-                       {u"iUsedFlg"_s, used}},
-                      database);
-    };
-    site(2, 1, u"休止"_s, 0);
-    site(1, 2, u"支店"_s, 2);
-    site(1, 0, u"本部"_s, 1);
-    site(1, 1, u"本店"_s, 1);
+    folder.exec(u"INSERT INTO KYOTEN (iKyotenCd, iKyotenEb, cAreaName, cKyotenName, iUsedFlg) VALUES "
+                u"(2, 1, '地区', '%1休止', 0), (1, 2, '地区', '%1支店', 2), (1, 0, '地区', '%1本部', 1), "
+                u"(1, 1, '地区', '%1本店', 1)"_s.arg(prefix),
+                database);
 }
 
 } // namespace
@@ -46,10 +37,13 @@ class tst_sites_load : public QObject
     Q_OBJECT
 
 private slots:
-    void readAndLoadOneDatabase()
+    void readAndLoadSites()
     {
         TestProgramFolder folder;
         addSites(folder, u"suite"_s, QString());
+        // A code written with an ideographic space in front reads as its number, as Val reads it.
+        folder.exec(
+            u"INSERT INTO KYOTEN (iKyotenCd, iKyotenEb, cKyotenName, iUsedFlg) VALUES ('\u30003', 1, '全角', 0)"_s);
         TestInteraction ui;
         qelprn::AppContext ctx = folder.context(ui);
         qelprn::cT_KyotenDbAcs sites(ctx);
@@ -62,10 +56,11 @@ private slots:
         QCOMPARE(sites.iInit(&ado), qint16(0));
         QCOMPARE(sites.iDataRead(&ado), qint16(0));
         // Branch number 0 is never listed; ordered by code and branch.
-        QCOMPARE(sites.nデータ数(), 3);
+        QCOMPARE(sites.nデータ数(), 4);
         QCOMPARE(sites.clsKyoten(0).KyotenName(), u"本店"_s);
         QCOMPARE(sites.clsKyoten(1).KyotenEd(), 2);
         QCOMPARE(sites.clsKyoten(2).KyotenCd(), 2);
+        QCOMPARE(sites.clsKyoten(3).KyotenCd(), 3);
 
         const struct
         {
@@ -76,7 +71,8 @@ private slots:
             {false, 0, {u"本店||1|1"_s}},
             {false, 1, {u"支店||1|2"_s}},
             {false, 2, {u"本店||1|1"_s, u"支店||1|2"_s}},
-            {true, 0, {u"本店||1|1"_s, u"支店||1|2"_s, u"休止||2|1"_s}},
+            {true, 0, {u"本店||1|1"_s, u"支店||1|2"_s, u"休止||2|1"_s, u"全角||3|1"_s}},
+            {true, 2, {u"本店||1|1"_s, u"支店||1|2"_s, u"休止||2|1"_s, u"全角||3|1"_s}},
         };
         QList<qelprn::SiteRow> grid{{u"前回"_s, {}, {}}};
         for (const auto& c : cases) {
@@ -91,53 +87,25 @@ private slots:
         }
         QVERIFY(ui.messages.isEmpty());
         ado.iDisConnect();
-    }
 
-    // A code written with an ideographic space in front reads as its number, as the suite's Val
-    // reads it.
-    void siteCodeAfterAnIdeographicSpace()
-    {
-        TestProgramFolder folder;
-        folder.insert(u"KYOTEN"_s, {{u"iKyotenCd"_s, u"\u30003"_s},
-                                    {u"iKyotenEb"_s, 1},
-                                    {u"cKyotenName"_s, u"全角"_s},
-                                    {u"iUsedFlg"_s, 1}});
-        TestInteraction ui;
-        qelprn::AppContext ctx = folder.context(ui);
-        qelprn::cT_ADODB ado;
-        QCOMPARE(ado.iInit(folder.connectionString()), qint16(0));
-        QCOMPARE(ado.iConnect(), qint16(0));
-        qelprn::cT_KyotenDbAcs sites(ctx);
-        QCOMPARE(sites.iDataRead(&ado), qint16(0));
-        QCOMPARE(sites.nデータ数(), 1);
-        QCOMPARE(sites.clsKyoten(0).KyotenCd(), 3);
-        ado.iDisConnect();
-    }
-
-    void loadEveryDatabase()
-    {
-        TestProgramFolder folder;
+        // Every database "DB.ini" lists, in its order.
         folder.addDatabase(u"branch"_s);
-        addSites(folder, u"suite"_s, QString());
         addSites(folder, u"branch"_s, u"B"_s);
         folder.writeSettingsFile(u"DB.ini"_s, u"\"db1:本店DB\",\"sqlite:db\",\"suite\"\n"
                                               "\"db2:支店DB\",\"sqlite:db\",\"branch\""_s);
-        TestInteraction ui;
-        qelprn::AppContext ctx = folder.context(ui);
         ctx.iStartMode = 2;
-        qelprn::cT_KyotenDbAcs sites(ctx);
-        QList<qelprn::SiteRow> grid;
+        qelprn::cT_KyotenDbAcs every(ctx);
         qint16 result = -1;
-        sites.iLoadKyoten_ALLDB(grid, false, result);
+        every.iLoadKyoten_ALLDB(grid, false, result);
         QCOMPARE(ui.texts(), QStringList());
         QCOMPARE(result, qint16(0));
         QCOMPARE(texts(grid), QStringList({u"本店|suite|1|1"_s, u"支店|suite|1|2"_s, u"B本店|branch|1|1"_s,
                                            u"B支店|branch|1|2"_s}));
-        QCOMPARE(sites.nデータ数(), 4);
+        QCOMPARE(every.nデータ数(), 4);
 
         // An empty list stops before any grid change.
         folder.writeSettingsFile(u"DB.ini"_s, QString());
-        sites.iLoadKyoten_ALLDB(grid, true, result);
+        every.iLoadKyoten_ALLDB(grid, true, result);
         QCOMPARE(result, qint16(-1));
         QCOMPARE(grid.size(), 4);
         QCOMPARE(ui.texts(), QStringList({u"DBの読み込みに失敗しました"_s}));
