@@ -5,13 +5,9 @@
 
 #include "app/Cp932.h"
 
-#include <QDebug>
-#include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QRectF>
 #include <QRegularExpression>
-#include <QStringList>
 #include <QTemporaryDir>
 #include <QVariant>
 #include <algorithm>
@@ -23,11 +19,6 @@ using namespace Qt::StringLiterals;
 inline QString q(const QString& text)
 {
     return u'"' + text + u'"';
-}
-
-inline QString n(qint64 value)
-{
-    return QString::number(value);
 }
 
 // One line as the writers write it: texts quoted, numbers bare.
@@ -51,13 +42,10 @@ inline QString header(const QString& titles)
     return q(titles.split(u',').join(u"\",\""_s));
 }
 
-inline QString facilityTitles()
-{
-    return u"枠線描画,項番,施術年月,提出年月,請求先施設ID,請求先施設名,請求先郵便番号,請求先住所1,"
-           u"請求先住所2,"
-           u"本社名,本社郵便番号,本社住所,診療タイプ,治療院名,治療院郵便番号,治療院住所,施術施設名,"
-           u"施術施設人数,施術施設合計,施術施設負担額,備考,社印保存先"_s;
-}
+inline const QString facilityTitles =
+    u"枠線描画,項番,施術年月,提出年月,請求先施設ID,請求先施設名,請求先郵便番号,請求先住所1,請求先住所2,"
+    u"本社名,本社郵便番号,本社住所,診療タイプ,治療院名,治療院郵便番号,治療院住所,施術施設名,施術施設人数,"
+    u"施術施設合計,施術施設負担額,備考,社印保存先"_s;
 
 // One line of "施設請求データ.csv" for the facility invoice (type 0 facility, 1 self-pay, -1 filler).
 inline QString facilityRow(int no, qint32 id, const QString& name, int type, const QString& treated,
@@ -71,14 +59,11 @@ inline QString facilityRow(int no, qint32 id, const QString& name, int type, con
                                   << remark << seal);
 }
 
-inline QString patientTitles()
-{
-    return u"枠線描画,項番,施術年月,提出年月,施術日From,施術日To,施設ID,施設名,治療院名,部屋番号,利用者ID,"
-           u"利用者名,診療タイプ,施術回数,保険総合計,利用者負担割合,利用者請求額,保険有無,"
-           u"利用者請求額4回以下,利用者請求額5回以上,保険略名,保険自己負担額,自由診療額,治療院郵便番号,"
-           u"治療院住所,治療院電話番号,治療院FAX番号,治療院金融機関,治療院預金種別,治療院口座番号,"
-           u"治療院名義人,施設支払方法,社印保存先"_s;
-}
+inline const QString patientTitles =
+    u"枠線描画,項番,施術年月,提出年月,施術日From,施術日To,施設ID,施設名,治療院名,部屋番号,利用者ID,利用者名,"
+    u"診療タイプ,施術回数,保険総合計,利用者負担割合,利用者請求額,保険有無,利用者請求額4回以下,"
+    u"利用者請求額5回以上,保険略名,保険自己負担額,自由診療額,治療院郵便番号,治療院住所,治療院電話番号,"
+    u"治療院FAX番号,治療院金融機関,治療院預金種別,治療院口座番号,治療院名義人,施設支払方法,社印保存先"_s;
 
 // One line of the per-patient "施設請求データ.csv" (co-payment lists); share code 2 (1割).
 inline QString patientRow(int no, qint32 facility, const QString& facilityName, const QString& patient,
@@ -114,11 +99,10 @@ inline QString receiptRow(qint32 id, const QString& patient, int days, const QSt
     QVariantList f = {
         u"1"_s, u"2024/05/01"_s, u"2024/06/05"_s, u"2024/05/01"_s, u"2024/05/31"_s, id, patient, 1, 2,
         month}; // share code 2: 1割
-    for (int i = 1; i <= 11; ++i) {
-        const bool used = i <= days;
-        const int day = firstDay + i - 1;
-        f << (used ? u"2024/05/%1"_s.arg(day * 2, 2, 10, QChar(u'0')) : QString()) << (used ? 5700 : 0)
-          << (used ? 570.5 : 0) << (used ? 1000 : 0);
+    for (int i = 0; i < 11; ++i) {
+        const bool used = i < days;
+        f << (used ? u"2024/05/%1"_s.arg((firstDay + i) * 2, 2, 10, QChar(u'0')) : QString())
+          << (used ? 5700 : 0) << (used ? 570.5 : 0) << (used ? 1000 : 0);
     }
     // The month totals, the same on every line of the patient.
     f << 5700 * month << 570.5 * month << 1000 * month << u"マッサージ 5部位"_s << QString() << QString()
@@ -133,15 +117,12 @@ inline QString layoutPath(const QString& file)
     return qEnvironmentVariable("QELPRN_SOURCE_DIR") + u"/layouts/"_s + file;
 }
 
-// "FileName", "Title", "SetDataText" and the action, plus any extra lines before the action.
+// "FileName", "Title", "SetDataText" and "ShowWindow,2".
 inline bool writeCommandFile(const QString& path, const QString& layout, const QString& dataName,
-                             const QString& dataFile, const QStringList& extra = {},
-                             const QString& action = u"ShowWindow,2"_s)
+                             const QString& dataFile)
 {
-    QStringList lines = {u"FileName,"_s + q(layout), u"Title,\"施設請求書印刷\""_s,
-                         u"SetDataText,"_s + q(dataName) + u',' + q(dataFile)};
-    lines << extra << action;
-    return writeCp932(path, lines);
+    return writeCp932(path, {u"FileName,"_s + q(layout), u"Title,\"施設請求書印刷\""_s,
+                             u"SetDataText,"_s + q(dataName) + u',' + q(dataFile), u"ShowWindow,2"_s});
 }
 
 struct Run
@@ -150,7 +131,7 @@ struct Run
     QString err;
 };
 
-inline Run runProgram(const QString& program, const QStringList& args, int timeoutMs = 120000)
+inline Run runProgram(const QString& program, const QStringList& args)
 {
     QProcess p;
     // Keeps Qt's note about a missing runtime folder off the error stream the tests read.
@@ -160,56 +141,32 @@ inline Run runProgram(const QString& program, const QStringList& args, int timeo
         env.insert(u"XDG_RUNTIME_DIR"_s, runtime.path());
     p.setProcessEnvironment(env);
     p.start(program, args);
-    Run r;
-    if (!p.waitForFinished(timeoutMs)) {
+    if (!p.waitForFinished(120000)) {
         p.kill();
         p.waitForFinished();
-        r.err = u"timed out"_s;
-        return r;
+        return {-1, u"timed out"_s};
     }
-    r.exitCode = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
-    r.err = QString::fromUtf8(p.readAllStandardError() + p.readAllStandardOutput());
-    return r;
-}
-
-inline QString enginePath()
-{
-    return qEnvironmentVariable("QELPRN_BIN_DIR") + u"/qelprn-engine"_s;
+    return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1,
+            QString::fromUtf8(p.readAllStandardError() + p.readAllStandardOutput())};
 }
 
 inline Run runEngine(const QStringList& args)
 {
-    return runProgram(enginePath(), args);
-}
-
-// Renders the layout (a path) over the data file of dir to name.pdf with the extra command lines:
-// the PDF's path, or empty after showing the engine's message.
-inline QString renderPdf(const QTemporaryDir& dir, const QString& name, const QString& layout,
-                         const QString& dataName, const QString& dataFile, const QStringList& extra = {})
-{
-    const QString command = dir.filePath(name + u".dat"_s);
-    const QString pdf = dir.filePath(name + u".pdf"_s);
-    if (!writeCommandFile(command, layout, dataName, dataFile, extra))
-        return {};
-    const Run r = runEngine({u"--pdf"_s, pdf, u"/c"_s, command});
-    if (r.exitCode == 0)
-        return pdf;
-    qWarning().noquote() << r.err;
-    return {};
+    return runProgram(qEnvironmentVariable("QELPRN_BIN_DIR") + u"/qelprn-engine"_s, args);
 }
 
 inline int pdfPages(const QString& pdf)
 {
-    const Run r = runProgram(u"pdfinfo"_s, {pdf});
-    const QRegularExpressionMatch m = QRegularExpression(u"Pages:\\s+(\\d+)"_s).match(r.err);
-    return m.hasMatch() ? m.captured(1).toInt() : -1;
+    const QString info = runProgram(u"pdfinfo"_s, {pdf}).err;
+    return QRegularExpression(u"Pages:\\s+(\\d+)"_s).match(info).captured(1).toInt();
 }
 
 // The text of one page (1-based) or of all (0), exactly as the PDF's text layer names it; layout
 // keeps the lines of the page (a table row on one line).
 inline QString pdfText(const QString& pdf, int page = 0, bool layout = false)
 {
-    QStringList args = page > 0 ? QStringList{u"-f"_s, n(page), u"-l"_s, n(page)} : QStringList();
+    QStringList args = page > 0 ? QStringList{u"-f"_s, QString::number(page), u"-l"_s, QString::number(page)}
+                                : QStringList();
     if (layout)
         args << u"-layout"_s;
     return runProgram(u"pdftotext"_s, args << pdf << u"-"_s).err;
@@ -247,29 +204,10 @@ inline QList<PdfPage> pdfWords(const QString& pdf)
     return pages;
 }
 
-// "n / m" as pdftotext gives it (with or without the blanks).
-inline bool hasPageNumber(const QString& text, int page, int pages)
-{
-    return text.contains(QRegularExpression(u"(^|\\s)%1\\s*/\\s*%2(\\s|$)"_s.arg(page).arg(pages)));
-}
-
 // Blanks say nothing in a PDF's text layer (they are gaps between glyphs): compared without them.
 inline QString squeezed(QString text)
 {
-    text.remove(QRegularExpression(u"[\\s\u3000]"_s));
-    return text;
-}
-
-// A table row of a page's layout text: a line holding text (and more) that starts with number.
-inline bool numberedRow(const QString& page, const QString& text, int number, const QString& more = {})
-{
-    const QRegularExpression start(u"^\\s*%1\\s"_s.arg(number));
-    for (const QString& line : page.split(u'\n')) {
-        if (squeezed(line).contains(squeezed(text)) && start.match(line).hasMatch() &&
-            (more.isEmpty() || line.contains(more)))
-            return true;
-    }
-    return false;
+    return text.remove(QRegularExpression(u"[\\s\u3000]"_s));
 }
 
 // The words of the line (a table row) that holds word, left to right, joined by blanks.
@@ -277,41 +215,20 @@ inline QString lineOf(const PdfPage& page, const QString& word)
 {
     const auto at = std::find_if(page.words.cbegin(), page.words.cend(),
                                  [&](const PdfWord& w) { return w.text == word; });
-    QList<PdfWord> line;
+    QMap<qreal, QString> line; // by the left edge
     for (const PdfWord& w : page.words) {
         if (at != page.words.cend() && qAbs(w.box.center().y() - at->box.center().y()) < 1)
-            line.append(w);
+            line.insert(w.box.x(), w.text);
     }
-    std::sort(line.begin(), line.end(),
-              [](const PdfWord& a, const PdfWord& b) { return a.box.x() < b.box.x(); });
-    QStringList texts;
-    for (const PdfWord& w : line)
-        texts << w.text;
-    return texts.join(u' ');
+    return QStringList(line.values()).join(u' ');
 }
 
-// The CJK radicals (U+2E80-U+2FDF) in text: a PDF writer that maps a shared glyph back to its first
-// code point names 日 as U+2F47.
-inline QString radicalsIn(const QString& text)
-{
-    QString found;
-    for (QChar c : text) {
-        if (c.unicode() >= 0x2E80 && c.unicode() <= 0x2FDF && !found.contains(c))
-            found += c;
-    }
-    return found;
-}
-
-// Number of images drawn in the PDF ("pdfimages -list": two header lines, then one line per image
-// and per mask).
+// Number of images drawn in the PDF: the lines of "pdfimages -list" of type image (not a mask).
 inline int pdfImages(const QString& pdf)
 {
-    const QStringList lines =
-        runProgram(u"pdfimages"_s, {u"-list"_s, pdf}).err.split(u'\n', Qt::SkipEmptyParts);
-    return int(
-        std::count_if(lines.cbegin() + qMin(2, int(lines.size())), lines.cend(), [](const QString& line) {
-            return line.split(u' ', Qt::SkipEmptyParts).value(2) == u"image"_s; // not its mask
-        }));
+    static const QRegularExpression image(u"^\\s*\\d+\\s+\\d+\\s+image\\s"_s,
+                                          QRegularExpression::MultilineOption);
+    return int(runProgram(u"pdfimages"_s, {u"-list"_s, pdf}).err.count(image));
 }
 
 } // namespace enginetest

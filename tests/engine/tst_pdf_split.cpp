@@ -5,14 +5,11 @@
 #include "engine/PdfPageSplitter.h"
 #include "engine/TrueTypeGlyphs.h"
 
-#include <QFont>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPdfWriter>
 #include <QRawFont>
-#include <QTemporaryDir>
 #include <QTest>
-#include <QTimeZone>
 #include <QtEndian>
 
 using namespace Qt::StringLiterals;
@@ -24,25 +21,6 @@ QByteArray readAll(const QString& path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-// Every stream of a PDF file as its readers see it (inflated where it is compressed).
-QByteArray inflatedStreams(const QByteArray& pdf)
-{
-    QByteArray all;
-    for (qsizetype at = pdf.indexOf("stream\n"); at >= 0; at = pdf.indexOf("stream\n", at + 1)) {
-        const qsizetype end = pdf.indexOf("endstream", at);
-        if (end < 0)
-            break;
-        const qsizetype object = pdf.lastIndexOf(" obj", at);
-        const QByteArray data = pdf.mid(at + 7, end - at - 7);
-        if (pdf.mid(object, at - object).contains("/FlateDecode"))
-            all += qUncompress(QByteArray("\x00\x10\x00\x00", 4) + data) + '\n';
-        else
-            all += data + '\n';
-        at = end + 9;
-    }
-    return all;
 }
 
 // A PDF of one page per text, painted by Qt's writer with IPAex Gothic.
@@ -74,14 +52,6 @@ int drawnGlyphs(const QByteArray& pdf)
     return drawn;
 }
 
-quint32 fileChecksum(const QByteArray& font)
-{
-    quint32 sum = 0;
-    for (qsizetype i = 0; i + 4 <= font.size(); i += 4)
-        sum += qFromBigEndian<quint32>(font.constData() + i);
-    return sum;
-}
-
 } // namespace
 
 class tst_PdfSplit : public QObject
@@ -111,8 +81,6 @@ private slots:
         PdfDocumentInfo info;
         info.title = u"請求書兼領収書　施術　様"_s;
         info.author = u"ほほえみ治療院"_s;
-        info.subject = u"2026年10月分"_s;
-        info.created = QDateTime(QDate(2026, 11, 5), QTime(9, 30), QTimeZone(9 * 3600));
         const QString part = dir.filePath(u"part.pdf"_s);
         QVERIFY2(splitter.writePages(1, 2, info, true, part, &error), qPrintable(error));
         QCOMPARE(enginetest::pdfPages(part), 2);
@@ -121,10 +89,9 @@ private slots:
         QVERIFY2(pdfinfo.contains(u"Title:           請求書兼領収書　施術　様"_s), qPrintable(pdfinfo));
         QVERIFY2(pdfinfo.contains(u"Author:          ほほえみ治療院"_s), qPrintable(pdfinfo));
 
-        const QByteArray streams = inflatedStreams(readAll(part));
-        QVERIFY(streams.contains("<65BD>"));  // 施 in the ToUnicode map
-        QVERIFY(!streams.contains("<8ACB>")); // 請 is not
-        QVERIFY(!streams.contains("<6C42>")); // nor 求
+        // The ToUnicode maps are written anew, uncompressed: 施 is in them, 請 and 求 are not.
+        const QByteArray bytes = readAll(part);
+        QVERIFY(bytes.contains("<65BD>") && !bytes.contains("<8ACB>") && !bytes.contains("<6C42>"));
 
         // The first page alone, and the whole: the font programs hold the outlines of the glyphs drawn.
         const QString first = dir.filePath(u"first.pdf"_s);
@@ -134,9 +101,9 @@ private slots:
         QCOMPARE(enginetest::pdfText(first).remove(u'\n'), u"請求\f"_s);
         QCOMPARE(enginetest::pdfText(all).remove(u'\n'), u"請求\f施術\f領収\f"_s);
         QCOMPARE(drawnGlyphs(readAll(first)), drawnGlyphs(readAll(all)) - 4);
+        QVERIFY(!readAll(first).contains("<65BD>")); // the glyph after the last one drawn here
 
-        QVERIFY(!splitter.writePages(2, 2, info, false, first, &error));
-        QVERIFY(!error.isEmpty());
+        QVERIFY(!splitter.writePages(2, 2, info, false, first, &error) && !error.isEmpty());
         QVERIFY(!splitter.writePages(-1, 1, info, false, first, &error));
     }
 
@@ -156,14 +123,11 @@ private slots:
                 .replace("/Pages", "/Pagez"),
         };
         for (const QByteArray& bytes : bad) {
-            const QString path = dir.filePath(u"bad.pdf"_s);
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-            file.close();
+            QFile file(dir.filePath(u"bad.pdf"_s));
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush());
             PdfPageSplitter splitter;
             QString error;
-            QVERIFY2(!splitter.open(path, &error), bytes.left(40).constData());
-            QVERIFY(!error.isEmpty());
+            QVERIFY2(!splitter.open(file.fileName(), &error) && !error.isEmpty(), bytes.left(40).constData());
         }
     }
 
@@ -182,15 +146,15 @@ private slots:
         std::vector<bool> keep(ids[0] + 1, false);
         keep[ids[0]] = true;
         const QByteArray kept = keepTrueTypeGlyphs(original, keep);
-        QVERIFY(!kept.isEmpty());
         QVERIFY(kept.size() < original.size() / 4);
-        QCOMPARE(fileChecksum(kept), 0xB1B0AFBAu);
+        quint32 checksum = 0; // of the whole file, as the font's checksum adjustment makes it
+        for (qsizetype i = 0; i + 4 <= kept.size(); i += 4)
+            checksum += qFromBigEndian<quint32>(kept.constData() + i);
+        QCOMPARE(checksum, 0xB1B0AFBAu);
 
         const QRawFont after(kept, 20);
-        QVERIFY(after.isValid());
         QCOMPARE(after.glyphIndexesForString(u"甲乙"_s), ids);
         QCOMPARE(after.pathForGlyph(ids[0]), before.pathForGlyph(ids[0]));
-        QVERIFY(!before.pathForGlyph(ids[1]).isEmpty());
         QVERIFY(after.pathForGlyph(ids[1]).isEmpty());
         QCOMPARE(after.advancesForGlyphIndexes(ids), before.advancesForGlyphIndexes(ids));
 
