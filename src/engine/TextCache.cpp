@@ -44,8 +44,9 @@ bool TextCache::simpleLine(int font, QStringView text, qreal& width)
             // A code point the text-layer copy leaves out is drawn with the original font.
             g.original = index == 0 && f.raw != f.original;
             const QRawFont& raw = g.original ? f.original : f.raw;
-            if (g.original && (!raw.glyphIndexesForChars(&ch, 1, &index, &count) || count != 1))
-                return false;
+            // A character the original lacks too gives glyph 0 there: the full layout takes it.
+            if (g.original)
+                raw.glyphIndexesForChars(&ch, 1, &index, &count);
             g.index = index;
             if (index != 0) {
                 QPointF advance;
