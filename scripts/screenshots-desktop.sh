@@ -32,7 +32,8 @@ shoot 1 ""
 shoot 2 "-200"
 
 mkdir -p docs
-rm -f docs/desktop-*.png
+# Replace only what the tour takes: the question and month-end pictures the README shows come from
+# elsewhere and stay.
 cp "$work"/shots/desktop-*.png docs/
 # At 200 % two pictures show enough: the main form and the widest dialog.
 find docs -name 'desktop-*-200.png' ! -name 'desktop-main-kind6-200.png' \
