@@ -104,7 +104,7 @@ QString randomName(QRandomGenerator& rnd)
 bool writeFacilityInvoices(const QString& file, int pages, const QString& seal)
 {
     QRandomGenerator rnd(1);
-    QStringList lines = {header(facilityTitles())};
+    QStringList lines = {header(facilityTitles)};
     lines.reserve(pages * 25 + 1);
     for (int f = 0; f < pages; ++f) {
         const QString name = u"特別養護老人ホーム さくら苑 第%1"_s.arg(f);
@@ -124,7 +124,7 @@ bool writeFacilityInvoices(const QString& file, int pages, const QString& seal)
 bool writePatients(const QString& file, int patients, const QString& seal)
 {
     QRandomGenerator rnd(2);
-    QStringList lines = {header(patientTitles())};
+    QStringList lines = {header(patientTitles)};
     lines.reserve(patients + 1);
     for (int i = 0; i < patients; ++i) {
         const int facility = i / 25;
