@@ -255,6 +255,7 @@ private slots:
         row("missing layout", with(0, u"FileName,\"nowhere.wfd\""_s, 1), good, u"WfdCom.dat:1"_s,
             u"nowhere.wfd"_s);
         row("broken layout", ok, good, u"form.wfd:6"_s, u"JSON"_s, {"\"size\": \"A4\",", "\"size\": ,"});
+        row("unreadable colour", ok, good, u"form.wfd"_s, u"の色が読めません"_s, {"#e6e6e6", "blau"});
         row("unknown rounding", ok, good, u"form.wfd:5"_s, u"round"_s,
             {"\"round\": \"up\"", "\"round\": \"nearest\""});
         row("sum of no columns", ok, good, u"form.wfd"_s, u"sum"_s,
@@ -301,11 +302,18 @@ private slots:
         QVERIFY2(lines[0].contains(message), qPrintable(lines[0]));
     }
 
-    void commandFileArgumentMissing()
+    // No command file, or an option without its value: status 2 and a message naming it.
+    void argumentsMissing()
     {
         const Run r = runEngine({u"--pdf"_s, path(u"x.pdf"_s)});
         QCOMPARE(r.exitCode, 2);
         QVERIFY(r.err.contains(u"/c"_s));
+        for (const QString& option : {u"/c"_s, u"--pdf"_s, u"--pdf-dir"_s, u"--file-date"_s, u"--author"_s,
+                                      u"--subject"_s, u"--cancel-file"_s, u"--png"_s, u"--dpi"_s}) {
+            const Run bare = runEngine({u"/c"_s, path(u"WfdCom.dat"_s), option});
+            QCOMPARE(bare.exitCode, 2);
+            QVERIFY2(bare.err.contains(option + u" の後に値がありません"_s), qPrintable(bare.err));
+        }
     }
 };
 

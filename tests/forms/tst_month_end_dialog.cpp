@@ -1,6 +1,7 @@
-// The month-end dialog on the demo month, on Qt's offscreen platform with the built engine: a run
-// of one kind into a fresh folder, a second run that asks before replacing, and the 中止 button
-// pressed while the invoice-receipts are written, which leaves whole files and a list of them.
+// The month-end dialog on Qt's offscreen platform: opened from the main form for its one kind;
+// on the demo month with the built engine, a run of one kind into a fresh folder, a second run that
+// asks before replacing, and the 中止 button pressed while the invoice-receipts are written, which
+// leaves whole files and a list of them.
 #include "app/Cp932.h"
 #include "app/StartupCheck.h"
 #include "demo/DemoProgramFolder.h"
@@ -38,6 +39,33 @@ class tst_MonthEndDialog : public QObject
     Q_OBJECT
 
 private slots:
+    // From the main form (F7): only the form's kind, month and issue date, none of them to change,
+    // and the kind's own folder under the month's; on its own the dialog offers the month's folder.
+    void kindFromTheForm()
+    {
+        struct Form : qelprn::PrintConditionSource
+        {
+            bool iGetPrintJouken(qelprn::PrintJouken& j) override
+            {
+                j.iPrintKind = 4;
+                return true;
+            }
+        } form;
+        qelprn::test::TestInteraction ui;
+        qelprn::AppContext ctx;
+        ctx.ui = &ui;
+        qelprn::MonthEndDialog fromForm(ctx, QDate(2026, 10, 1), QDate(2026, 11, 5), &form, {});
+        for (qsizetype i = 0; i < fromForm.chkKinds.size(); ++i) {
+            QCOMPARE(fromForm.chkKinds[i]->isChecked(), i == 3);
+            QVERIFY(!fromForm.chkKinds[i]->isEnabled());
+        }
+        const QString month = QDir::toNativeSeparators(u"/施設請求書/2026-10"_s);
+        QVERIFY2(fromForm.txtFolder->text().endsWith(month + QDir::separator() + u"4_請求書兼領収書"_s),
+                 qPrintable(fromForm.txtFolder->text()));
+        qelprn::MonthEndDialog alone(ctx, QDate(2026, 10, 1), QDate(2026, 11, 5), nullptr, {});
+        QVERIFY2(alone.txtFolder->text().endsWith(month), qPrintable(alone.txtFolder->text()));
+    }
+
     void runAskCancel()
     {
         const QString engine = qelprn::test::builtProgram(u"qelprn-engine"_s);
