@@ -3,25 +3,13 @@
 // The data of a small month on a real SQLite database, and the command line that prints it.
 #include "billing/BillingFixture.h"
 #include "support/CliRun.h"
+#include "support/FileBytes.h"
 
-#include <QFile>
 #include <QStringList>
 
 namespace qelprn::test {
 
 using namespace Qt::StringLiterals;
-
-inline QByteArray readAll(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-inline bool writeAll(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
 
 // One billing facility with one treated facility and one patient with two treatment days, one of
 // them with a self-pay fee; the site 1/1 in the site list.

@@ -4,6 +4,7 @@
 #include "engine/EngineTestData.h"
 #include "engine/PdfPageSplitter.h"
 #include "engine/TrueTypeGlyphs.h"
+#include "support/FileBytes.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -13,15 +14,10 @@
 #include <QtEndian>
 
 using namespace Qt::StringLiterals;
+using qelprn::test::readAll;
 using namespace qelprn::engine;
 
 namespace {
-
-QByteArray readAll(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 // A PDF of one page per text, painted by Qt's writer with IPAex Gothic.
 bool paintPages(const QString& path, const QStringList& texts, bool pdfa)

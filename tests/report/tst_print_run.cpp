@@ -8,6 +8,7 @@
 #include "report/PrintRun.h"
 #include "report/SavedPrintSettings.h"
 #include "support/ExeName.h"
+#include "support/FileBytes.h"
 #include "support/StandInProgram.h"
 
 #include <QCoreApplication>
@@ -18,6 +19,7 @@
 #include <functional>
 
 using namespace Qt::StringLiterals;
+using qelprn::test::readAll;
 using namespace qelprn;
 using Outcome = PrintRun::Outcome;
 
@@ -46,12 +48,6 @@ public:
     QList<PrintJouken> handed;
     bool readable = true;
 };
-
-QByteArray readAll(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 // One billing facility, one treated facility and one patient with a self-pay fee and two
 // treatment days, so every print kind finds something.

@@ -3,6 +3,7 @@
 #include "app/Cp932.h"
 #include "app/EngineReceipt.h"
 #include "report/cls_WfdPrintExe.h"
+#include "support/FileBytes.h"
 #include "support/StandInProgram.h"
 #include "support/TestInteraction.h"
 #include "support/TestProgramFolder.h"
@@ -16,6 +17,7 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using qelprn::test::readAll;
 using namespace qelprn;
 
 namespace {
@@ -23,12 +25,6 @@ namespace {
 const QString kTovara =
     u"[SYSTEM]\nSYSTEM_SYS=\\SYS\nSYSTEM_TMP=\\TMP\nSYSTEM_ICON=\\ICON\nSYSTEM_DATA=\\DATA\n"
     u"BASEID=0101\n"_s;
-
-QByteArray readAll(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 } // namespace
 
