@@ -9,29 +9,15 @@
 #include "app/StartupCheck.h"
 #include "app/SysIni.h"
 #include "app/clsOplIniFile.h"
+#include "support/FileBytes.h"
 #include "support/TestInteraction.h"
 
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
+using qelprn::test::readAll;
 using qelprn::test::TestInteraction;
-
-namespace {
-
-void writeBytes(const QString& path, const QByteArray& bytes)
-{
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(bytes);
-}
-
-QByteArray readBytes(const QString& path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-} // namespace
+using qelprn::test::writeAll;
 
 class tst_settings : public QObject
 {
@@ -103,11 +89,11 @@ private slots:
         QCOMPARE(ui.calls, QStringList(3, u"message:警告！:システム設定ファイルが見つかりません。"_s));
 
         ui.clear();
-        writeBytes(
+        QVERIFY(writeAll(
             dir.filePath(u"Tovara.ini"_s),
             qelprn::toCp932(
                 u"[A]\r\nsystem_tmp=\\lower\r\n SYSTEM_TMP = \\TMP\r\nno equals here\r\n"
-                "KEY=a=b\r\n\tTABKEY=t\r\n[B]\r\nSYSTEM_TMP=\\second\r\nBASEID=1X03\r\n終了患者施術期間=3"_s));
+                "KEY=a=b\r\n\tTABKEY=t\r\n[B]\r\nSYSTEM_TMP=\\second\r\nBASEID=1X03\r\n終了患者施術期間=3"_s)));
         QCOMPARE(qelprn::vGetSysIniValue(ctx, u"SYSTEM_TMP"_s, true), u" \\TMP"_s);
         QCOMPARE(qelprn::vGetSysIniValue(ctx, u"KEY"_s, true), u"a=b"_s);
         QCOMPARE(qelprn::vGetSysIniValue(ctx, u"終了患者施術期間"_s, true), u"3"_s);
@@ -140,11 +126,11 @@ private slots:
         QCOMPARE(ini.iInit(path), qint16(-1));
         QCOMPARE(ini.CsErrStr(), u"指定されたIni（"_s + path + u"）ファイルが見つかりません。"_s);
 
-        writeBytes(path,
-                   qelprn::toCp932(
-                       u"; comment\r\n[ 接続情報 ]\r\n 接続情報 = \"Provider=SQLOLEDB;Data Source=x\" \r\n"
-                       "Port=42abc\r\n\tTabbed=1\r\nQuoted='a b'\r\nHalf='x\"\r\n[OTHER]\r\nlong="_s +
-                       QString(300, u'x') + u"\r\n[接続情報]\r\nLate=1\r\n"_s));
+        QVERIFY(writeAll(
+            path, qelprn::toCp932(
+                      u"; comment\r\n[ 接続情報 ]\r\n 接続情報 = \"Provider=SQLOLEDB;Data Source=x\" \r\n"
+                      "Port=42abc\r\n\tTabbed=1\r\nQuoted='a b'\r\nHalf='x\"\r\n[OTHER]\r\nlong="_s +
+                      QString(300, u'x') + u"\r\n[接続情報]\r\nLate=1\r\n"_s)));
         QCOMPARE(ini.iInit(path), qint16(0));
         QCOMPARE(qelprn::csCutNull(ini.csGetProfileString(u"接続情報"_s, u"接続情報"_s)),
                  u"Provider=SQLOLEDB;Data Source=x"_s);
@@ -166,24 +152,24 @@ private slots:
         // A write keeps the rest of the file as it was.
         const QByteArray before =
             qelprn::toCp932(u"; 先頭の注釈\r\n[A]\r\nkey = old\r\n  other=1 \r\n\r\n[B]\r\nz=髙\r\n"_s);
-        writeBytes(path, before);
+        QVERIFY(writeAll(path, before));
         QCOMPARE(ini.iInit(path), qint16(0));
         QVERIFY(ini.iWriteProfileString(u"a"_s, u"KEY"_s, u"新しい値"_s) != 0);
         QByteArray expected = before;
         expected.replace("key = old\r\n", qelprn::toCp932(u"KEY=新しい値\r\n"_s));
-        QCOMPARE(readBytes(path), expected);
+        QCOMPARE(readAll(path), expected);
         QVERIFY(ini.iWriteProfileString(u"B"_s, u"added"_s, u"2"_s) != 0);
         expected.append("added=2\r\n");
-        QCOMPARE(readBytes(path), expected);
+        QCOMPARE(readAll(path), expected);
         QVERIFY(ini.iWriteProfileString(u"C"_s, u"k"_s, u"v"_s) != 0);
         expected.append("[C]\r\nk=v\r\n");
-        QCOMPARE(readBytes(path), expected);
+        QCOMPARE(readAll(path), expected);
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList({u"adodb.ini"_s}));
 
         // A write to a missing file creates it.
         QCOMPARE(ini.iInit(dir.filePath(u"new.ini"_s)), qint16(-1));
         QVERIFY(ini.iWriteProfileString(u"S"_s, u"k"_s, u"v"_s) != 0);
-        QCOMPARE(readBytes(dir.filePath(u"new.ini"_s)), QByteArray("[S]\r\nk=v\r\n"));
+        QCOMPARE(readAll(dir.filePath(u"new.ini"_s)), QByteArray("[S]\r\nk=v\r\n"));
     }
 
     void commandLineCheck()
@@ -240,14 +226,14 @@ private slots:
         QCOMPARE(ui.texts(), QStringList({lookup.describeMissing()}));
 
         QVERIFY(QDir().mkpath(userData));
-        writeBytes(userData + u"/Tovara.ini"_s, "BASEID=0203\r\n");
+        QVERIFY(writeAll(userData + u"/Tovara.ini"_s, "BASEID=0203\r\n"));
         ui.clear();
         const std::optional<qelprn::AppContext> ctx = qelprn::loadAppContext(ui);
         QVERIFY(ctx);
         QCOMPARE(ctx->csAppDir, userData);
         QCOMPARE(ctx->iBaseKyotenCd, 2);
 
-        writeBytes(exeDir + u"/Tovara.ini"_s, "BASEID=0101\r\n");
+        QVERIFY(writeAll(exeDir + u"/Tovara.ini"_s, "BASEID=0101\r\n"));
         QCOMPARE(qelprn::findAppDir().found, exeDir);
 
         qputenv("QELPRN_APP_DIR", QFile::encodeName(dir.filePath(u"chosen/"_s)));
@@ -258,7 +244,7 @@ private slots:
         QVERIFY(lookup.describeMissing().contains(u"環境変数 QELPRN_APP_DIR："_s +
                                                   QDir::toNativeSeparators(dir.filePath(u"chosen"_s))));
         QVERIFY(QDir().mkpath(dir.filePath(u"chosen"_s)));
-        writeBytes(dir.filePath(u"chosen/Tovara.ini"_s), "");
+        QVERIFY(writeAll(dir.filePath(u"chosen/Tovara.ini"_s), ""));
         QCOMPARE(qelprn::findAppDir().found, dir.filePath(u"chosen"_s));
         qunsetenv("QELPRN_APP_DIR");
     }
