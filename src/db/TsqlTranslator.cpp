@@ -40,21 +40,12 @@ Tokens tokenize(const QString& s)
                 ++j;
             kind = Kind::Space;
         } else if (c == u'\'' || ((c == u'N' || c == u'n') && i + 1 < n && s.at(i + 1) == u'\'')) {
-            // A string literal; '' inside stays part of it. N'..' loses its prefix.
+            // A string literal; N'..' loses its prefix. A doubled quote inside ends this token and
+            // starts the next literal at once, and the two join back to the same text.
             if (c != u'\'')
                 ++i;
-            j = i + 1;
-            while (j < n) {
-                if (s.at(j) == u'\'') {
-                    if (j + 1 < n && s.at(j + 1) == u'\'') {
-                        j += 2;
-                        continue;
-                    }
-                    ++j;
-                    break;
-                }
-                ++j;
-            }
+            j = s.indexOf(u'\'', i + 1);
+            j = j < 0 ? n : j + 1;
             kind = Kind::Literal;
         } else if (c == u'"' || c == u'[') {
             const QChar close = c == u'"' ? u'"' : u']';
@@ -72,24 +63,19 @@ Tokens tokenize(const QString& s)
             j = end < 0 ? n : end + 2;
             kind = Kind::Comment;
         } else if (c.isDigit()) {
-            while (j < n && (s.at(j).isDigit() || s.at(j) == u'.'))
+            // Only TOP reads a number, and its count is whole: a decimal point may split one.
+            while (j < n && s.at(j).isDigit())
                 ++j;
             kind = Kind::Number;
         } else if (isWordChar(c)) {
             while (j < n && isWordChar(s.at(j)))
                 ++j;
             kind = Kind::Word;
-        } else {
-            // Two-character operators stay one token so that "<>" or ">=" is never split.
-            if (i + 1 < n) {
-                const QChar d = s.at(i + 1);
-                if ((c == u'<' && (d == u'>' || d == u'=')) || (c == u'>' && d == u'=') ||
-                    (c == u'!' && d == u'=') || (c == u'|' && d == u'|'))
-                    j = i + 2;
-            }
         }
+        // Anything else is punctuation of one character: no rule looks at an operator of two ("<>",
+        // ">="), and its characters join back unchanged.
         Token t{kind, s.mid(i, j - i)};
-        if (kind == Kind::QuotedName && t.text.startsWith(u'['))
+        if (t.text.startsWith(u'[')) // only a quoted name starts so
             t.text = u'"' + t.text.mid(1, t.text.size() - 2) + u'"';
         out.append(std::move(t));
         i = j;
@@ -395,8 +381,6 @@ Tokens translateUpdateFrom(const Tokens& t)
         else if (depth == 0 && isWord(t.at(i), u"FROM")) {
             from = i;
             break;
-        } else if (depth == 0 && isWord(t.at(i), u"WHERE")) {
-            return t;
         }
     }
     if (from < 0)

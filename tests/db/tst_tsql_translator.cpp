@@ -28,16 +28,28 @@ private slots:
             << u"SUBSTRING(CONVERT(VARCHAR, cStartDate, 112),1,4)+SUBSTRING(CONVERT(VARCHAR, cStartDate, 112),6,2) <=   '202405'"_s
             << u"SUBSTR(CAST(cStartDate AS TEXT),1,4)||SUBSTR(CAST(cStartDate AS TEXT),6,2) <=   '202405'"_s;
         QTest::newRow("a call with the wrong arguments stays")
-            << u"LEN(a, b) = RIGHT(c)"_s << u"LEN(a, b) = RIGHT(c)"_s;
+            << u"LEN(a, b) = RIGHT(c), ISNULL(d), LEFT(e), GETDATE(1), CONVERT(f)"_s
+            << u"LEN(a, b) = RIGHT(c), ISNULL(d), LEFT(e), GETDATE(1), CONVERT(f)"_s;
+        QTest::newRow("one call alone, a blank before its parenthesis") << u"LEN (a)"_s << u"LENGTH(a)"_s;
+        QTest::newRow("nine letters") << u"x = SUBSTRING(a,2,3)"_s << u"x = SUBSTR(a,2,3)"_s;
+        QTest::newRow("nested") << u"ISNULL(SUBSTRING(a,1,2),'x')"_s << u"IFNULL(SUBSTR(a,1,2),'x')"_s;
+        QTest::newRow("bracketed name alone") << u"SELECT [a b] FROM t"_s << u"SELECT \"a b\" FROM t"_s;
+        QTest::newRow("plus before a text") << u"a + LEFT(b,2), c + 'y', UPPER (d) + e"_s
+                                            << u"a || SUBSTR(b,1,2), c || 'y', UPPER (d) || e"_s;
         QTest::newRow("plus after a text function joins")
             << u"RTRIM(a) + b, LEN(a) + 1"_s << u"RTRIM(a) || b, LENGTH(a) + 1"_s;
-        QTest::newRow("plus between numbers stays") << u"月間実績.実績年 * 100 + 月間実績.実績月 = 202405"_s
-                                                    << u"月間実績.実績年 * 100 + 月間実績.実績月 = 202405"_s;
+        QTest::newRow("plus between numbers stays")
+            << u"月間実績.実績年 * 100 + 月間実績.実績月 = ISNULL(a,0) + 1"_s
+            << u"月間実績.実績年 * 100 + 月間実績.実績月 = IFNULL(a,0) + 1"_s;
+        QTest::newRow("national string alone") << u"x = N'a'"_s << u"x = 'a'"_s;
         QTest::newRow("getdate in any case")
             << u"tUpDateTime = GetDate(), t2 = getdate( )"_s
             << u"tUpDateTime = strftime('%Y/%m/%d %H:%M:%S','now','localtime'), t2 = strftime('%Y/%m/%d %H:%M:%S','now','localtime')"_s;
         QTest::newRow("top") << u"  select top 1 DOCTOR.cIDNo from DOCTOR  where iKyotenCd =1"_s
                              << u"  select DOCTOR.cIDNo from DOCTOR  where iKyotenCd =1 LIMIT 1 "_s;
+        QTest::newRow("distinct top, comments, a national string")
+            << u"SELECT DISTINCT TOP 10 n'a' -- LEN(x)\n, b /* ISNULL(y) */ FROM t;"_s
+            << u"SELECT DISTINCT 'a' -- LEN(x)\n, b /* ISNULL(y) */ FROM t LIMIT 10 ;"_s;
         QTest::newRow("top in a subquery") << u"SELECT a FROM (SELECT TOP 2 b FROM t ORDER BY b) x"_s
                                            << u"SELECT a FROM (SELECT b FROM t ORDER BY b LIMIT 2 ) x"_s;
         QTest::newRow("literals and names untouched")
@@ -50,6 +62,11 @@ private slots:
             << u" update      RIYOUSHA set       tUpdateTime = 'x'  WHERE rowid IN (SELECT RIYOUSHA.rowid "
                u"from RIYOUSHA"
                u" left join RIYOUSHA_SUB on RIYOUSHA.nIDNo = RIYOUSHA_SUB.nIDNo where    iSyoukaiSisetsuCd = 5)"_s;
+        QTest::newRow("update from with a subquery")
+            << u"UPDATE t SET t.a = (SELECT MAX(u.b) FROM u WHERE u.k = t.k), t.c = 2 FROM t JOIN v ON t.i = v.i"_s
+            << u"UPDATE t SET a = (SELECT MAX(u.b) FROM u WHERE u.k = t.k), c = 2  WHERE rowid IN (SELECT "
+               u"t.rowid "
+               u"FROM t JOIN v ON t.i = v.i)"_s;
         QTest::newRow("plain update untouched") << u" update  Sisetsu set  cShamei1 = 'a' where nIDNo = 1"_s
                                                 << u" update  Sisetsu set  cShamei1 = 'a' where nIDNo = 1"_s;
     }
