@@ -139,6 +139,10 @@ inline Run runProgram(const QString& program, const QStringList& args)
     static const QTemporaryDir runtime; // private (0700), as the runtime folder must be
     if (!env.contains(u"XDG_RUNTIME_DIR"_s))
         env.insert(u"XDG_RUNTIME_DIR"_s, runtime.path());
+    // A cache of this test's own: the engine builds its font copies with the code under test
+    // instead of taking them from an earlier run.
+    static const QTemporaryDir cache;
+    env.insert(u"XDG_CACHE_HOME"_s, cache.path());
     p.setProcessEnvironment(env);
     p.start(program, args);
     if (!p.waitForFinished(120000)) {
