@@ -15,6 +15,7 @@
 
 using namespace Qt::StringLiterals;
 using qelprn::test::readAll;
+using qelprn::test::writeAll;
 using namespace qelprn::engine;
 
 namespace {
@@ -103,6 +104,30 @@ private slots:
         QVERIFY(!splitter.writePages(-1, 1, info, false, first, &error));
     }
 
+    // A PDF written by hand with what a PDF may hold and Qt's writer does not write: a page tree of
+    // two levels, a length kept in an object of its own, resources inside the page, CR LF after
+    // "stream", and references in a comment and a literal string, which must not be followed.
+    void handWrittenSyntax()
+    {
+        QTemporaryDir dir;
+        PdfPageSplitter splitter;
+        QString error;
+        QVERIFY2(splitter.open(
+                     qEnvironmentVariable("QELPRN_SOURCE_DIR") + u"/tests/engine/hand-written.pdf"_s, &error),
+                 qPrintable(error));
+        QCOMPARE(splitter.pageCount(), 2);
+        const QString one = dir.filePath(u"one.pdf"_s), two = dir.filePath(u"two.pdf"_s);
+        QVERIFY2(splitter.writePages(0, 1, {}, false, one, &error), qPrintable(error));
+        QVERIFY2(splitter.writePages(1, 1, {}, false, two, &error), qPrintable(error));
+        QCOMPARE(enginetest::pdfPages(one), 1);
+        QCOMPARE(enginetest::pdfPages(two), 1);
+        QVERIFY(readAll(one).contains("stream\n(one) Tj\nendstream") && !readAll(one).contains("(two)"));
+        const QByteArray second = readAll(two);
+        QVERIFY2(second.contains("stream\n(two) Tj\nendstream") && !second.contains("(one)"),
+                 second.constData());
+        QVERIFY(second.contains("(a \\) 6 0 R (b)) /Y <4142> /Z [-1 0 R]"));
+    }
+
     // What is not a PDF as Qt writes it is refused with a reason, not half read.
     void refusesOtherFiles()
     {
@@ -119,11 +144,11 @@ private slots:
                 .replace("/Pages", "/Pagez"),
         };
         for (const QByteArray& bytes : bad) {
-            QFile file(dir.filePath(u"bad.pdf"_s));
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush());
+            QVERIFY(writeAll(dir.filePath(u"bad.pdf"_s), bytes));
             PdfPageSplitter splitter;
             QString error;
-            QVERIFY2(!splitter.open(file.fileName(), &error) && !error.isEmpty(), bytes.left(40).constData());
+            QVERIFY2(!splitter.open(dir.filePath(u"bad.pdf"_s), &error) && !error.isEmpty(),
+                     bytes.left(40).constData());
         }
     }
 
