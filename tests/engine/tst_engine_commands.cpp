@@ -258,6 +258,24 @@ private slots:
         row("unreadable colour", ok, good, u"form.wfd"_s, u"の色が読めません"_s, {"#e6e6e6", "blau"});
         row("unknown rounding", ok, good, u"form.wfd:5"_s, u"round"_s,
             {"\"round\": \"up\"", "\"round\": \"nearest\""});
+        // Layout faults: what, where, a word of the message, the text changed in the layout and to what.
+        const QList<std::array<const char*, 5>> layoutFaults = {
+            {"unknown paper", "form.wfd:6", "B4", "\"size\": \"A4\"", "\"size\": \"B4\""},
+            {"unknown orientation", "form.wfd:6", "orientation", "portrait", "upright"},
+            {"unknown date style", "form.wfd:4", "dates", "\"dates\": \"era\"", "\"dates\": \"reiwa\""},
+            {"font too small", "form.wfd", "size", "\"size\": 24", "\"size\": 2"},
+            {"unknown band print", "form.wfd", "print", "\"everyPage\"", "\"always\""},
+            {"unknown item type", "form.wfd", "circle", "\"type\": \"box\"", "\"type\": \"circle\""},
+            {"item without height", "form.wfd", "w と h", "\"w\": 186, \"h\": 12", "\"w\": 186, \"h\": 0"},
+            {"unknown format", "form.wfd", "iso", "\"format\": \"date\"", "\"format\": \"iso\""},
+            {"field without a source", "form.wfd", "rowNumber", "\"column\": \"提出年月\"",
+             "\"col\": \"提出年月\""},
+            {"image without a column", "form.wfd", "image", "\"column\": \"社印保存先\"",
+             "\"sum\": \"社印保存先\""},
+            {"follow of no text", "form.wfd", "follow", "\"follow\": \"本社名\"", "\"follow\": \"社印\""},
+            {"too many detail rows", "form.wfd", "rows", "\"rows\": 25", "\"rows\": 1001"}};
+        for (const auto& [what, where, message, from, to] : layoutFaults)
+            row(what, ok, good, QString::fromUtf8(where), QString::fromUtf8(message), {from, to});
         row("sum of no columns", ok, good, u"form.wfd"_s, u"sum"_s,
             {"\"sum\": \"施術施設負担額\"", "\"sum\": []"});
         row("font not found", ok, good, u"form.wfd"_s, u"存在しない明朝"_s,
