@@ -93,7 +93,14 @@ private slots:
                                     u"4|share|3割"_s,
                                     u"0|share|"_s,
                                     u"|share|"_s,
-                                    u"x|share|x"_s};
+                                    u"x|share|x"_s,
+                                    u"11|share|10割"_s,
+                                    u"12|share|12"_s,
+                                    u"1912/07/30|era-date|大正元年7月30日"_s,
+                                    u"100|number|100"_s,
+                                    u"1234567|yen|¥1,234,567"_s,
+                                    u"abc|yen|abc"_s,
+                                    u" |number|"_s};
         for (const QString& v : values)
             QCOMPARE(formatValue(v.section(u'|', 0, 0), v.section(u'|', 1, 1)), v.section(u'|', 2));
 

@@ -41,8 +41,11 @@ private slots:
     // of facility 13.
     void initTestCase()
     {
-        // Settings and the documents folder go to a test location, not the user's.
+        // Settings and the documents folder go to a test location, not the user's. Nothing is kept
+        // from an earlier run: the settings read back and the font copies are this run's own.
         QStandardPaths::setTestModeEnabled(true);
+        QSettings(QSettings::NativeFormat, QSettings::UserScope, u"qelprn"_s, u"qelprn-engine"_s).clear();
+        QDir(QStandardPaths::writableLocation(QStandardPaths::CacheLocation)).removeRecursively();
         QStringList lines = {header(facilityTitles)};
         for (int i = 1; i <= 60; ++i)
             lines << facilityRow(i, 12, u"さくら苑"_s, 0, u"棟%1"_s.arg(i), 1, 10000, 1000, {}, {});

@@ -2,7 +2,9 @@
 // the other pages (neither in its text layer nor in its fonts), says what it is, and a file that is
 // not such a PDF is refused with a reason. The fonts keep exactly the drawn glyphs' outlines.
 #include "engine/EngineTestData.h"
+#include "engine/FontFile.h"
 #include "engine/PdfPageSplitter.h"
+#include "engine/PdfToUnicode.h"
 #include "engine/TrueTypeGlyphs.h"
 #include "support/FileBytes.h"
 
@@ -47,6 +49,20 @@ int drawnGlyphs(const QByteArray& pdf)
             drawn += font.pathForGlyph(glyph).isEmpty() ? 0 : 1;
     }
     return drawn;
+}
+
+QByteArray ipaexGothic()
+{
+    return readAll(enginetest::runProgram(u"fc-match"_s, {u"-f"_s, u"%{file}"_s, u"IPAexGothic"_s}).err);
+}
+
+// The sum of a font file's big-endian words, which its checksum adjustment makes 0xB1B0AFBA.
+quint32 fileChecksum(const QByteArray& font)
+{
+    quint32 sum = 0;
+    for (qsizetype i = 0; i + 4 <= font.size(); i += 4)
+        sum += qFromBigEndian<quint32>(font.constData() + i);
+    return sum;
 }
 
 } // namespace
@@ -156,9 +172,7 @@ private slots:
     // every glyph's index and advance, and stays a valid font file.
     void fontKeepsTheDrawnGlyphs()
     {
-        const QString path =
-            enginetest::runProgram(u"fc-match"_s, {u"-f"_s, u"%{file}"_s, u"IPAexGothic"_s}).err;
-        const QByteArray original = readAll(path);
+        const QByteArray original = ipaexGothic();
         if (original.isEmpty())
             QSKIP("IPAex Gothic is not installed");
         const QRawFont before(original, 20);
@@ -168,10 +182,7 @@ private slots:
         keep[ids[0]] = true;
         const QByteArray kept = keepTrueTypeGlyphs(original, keep);
         QVERIFY(kept.size() < original.size() / 4);
-        quint32 checksum = 0; // of the whole file, as the font's checksum adjustment makes it
-        for (qsizetype i = 0; i + 4 <= kept.size(); i += 4)
-            checksum += qFromBigEndian<quint32>(kept.constData() + i);
-        QCOMPARE(checksum, 0xB1B0AFBAu);
+        QCOMPARE(fileChecksum(kept), 0xB1B0AFBAu);
 
         const QRawFont after(kept, 20);
         QCOMPARE(after.glyphIndexesForString(u"甲乙"_s), ids);
@@ -181,6 +192,54 @@ private slots:
 
         QVERIFY(keepTrueTypeGlyphs(QByteArray("OTTO"), keep).isEmpty());
         QVERIFY(keepTrueTypeGlyphs(original.left(200), keep).isEmpty());
+    }
+
+    // A ToUnicode map as any writer may spell it: single codes, ranges counting on from a start
+    // (in the last code unit), ranges listing their texts, lower-case digits, and codes beyond two
+    // bytes, which are left out. Written back in blocks of at most 100, a map reads the same.
+    void toUnicodeMaps()
+    {
+        const ToUnicodeMap read = parseToUnicode("2 beginbfchar <0001> <0041> <10000> <0042> endbfchar\n"
+                                                 "2 beginbfrange <00fe> <0100> <d840dc0b>\n"
+                                                 "<0010> <0012> [<0061> <0062>] endbfrange <0020> <0020>");
+        QCOMPARE(read, (ToUnicodeMap{{1, "0041"},
+                                     {0x10, "0061"},
+                                     {0x11, "0062"},
+                                     {0xFE, "D840DC0B"},
+                                     {0xFF, "D840DC0C"},
+                                     {0x100, "D840DC0D"}}));
+        ToUnicodeMap many;
+        for (quint32 c = 0; c < 250; ++c)
+            many[c * 3] = QByteArray::number(0x4E00 + c, 16).toUpper();
+        QCOMPARE(parseToUnicode(toUnicodeCMap(many)), many);
+    }
+
+    // A font file rebuilt with a character map of its own: both of its subtables give the map back
+    // (the basic-plane one without what lies beyond that plane), and its names are the family given.
+    void fontFileWithItsOwnMap()
+    {
+        const QRawFont font(ipaexGothic(), 20);
+        if (!font.isValid())
+            QSKIP("IPAex Gothic is not installed");
+        const QList<quint32> g = font.glyphIndexesForString(u"ABDZあ叱"_s);
+        const CharMap map = {{U'A', g[0]}, {U'B', g[1]},  {U'D', g[2]},
+                             {U'Z', g[3]}, {U'あ', g[4]}, {U'\U00020B9F', g[5]}};
+        QByteArray file = fontFileWith(font, map, u"QelprnCheck"_s);
+        QCOMPARE(fileChecksum(file), 0xB1B0AFBAu);
+        const QRawFont full(file, 20);
+        QCOMPARE(full.familyName(), u"QelprnCheck"_s);
+        QCOMPARE(readCharMap(full), map);
+
+        // The first subtable alone, as a reader that knows only the basic plane's format sees it.
+        for (qsizetype entry = 12; entry < 12 + 16 * qFromBigEndian<quint16>(file.constData() + 4);
+             entry += 16) {
+            if (file.mid(entry, 4) == "cmap")
+                qToBigEndian<quint16>(1, file.data() + qFromBigEndian<quint32>(file.constData() + entry + 8) +
+                                             2);
+        }
+        CharMap basic = map;
+        basic.erase(U'\U00020B9F');
+        QCOMPARE(readCharMap(QRawFont(file, 20)), basic);
     }
 };
 
