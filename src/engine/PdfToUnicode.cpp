@@ -51,8 +51,7 @@ QByteArray advanced(const QByteArray& dst, quint32 offset)
 {
     if (dst.size() < 4 || offset == 0)
         return dst;
-    bool ok = false;
-    const quint32 last = dst.right(4).toUInt(&ok, 16) + offset;
+    const quint32 last = dst.right(4).toUInt(nullptr, 16) + offset;
     return dst.left(dst.size() - 4) + QByteArray::number(last & 0xFFFF, 16).toUpper().rightJustified(4, '0');
 }
 

@@ -199,10 +199,13 @@ private slots:
     // bytes, which are left out. Written back in blocks of at most 100, a map reads the same.
     void toUnicodeMaps()
     {
-        const ToUnicodeMap read = parseToUnicode("2 beginbfchar <0001> <0041> <10000> <0042> endbfchar\n"
-                                                 "2 beginbfrange <00fe> <0100> <d840dc0b>\n"
-                                                 "<0010> <0012> [<0061> <0062>] endbfrange <0020> <0020>");
+        const ToUnicodeMap read =
+            parseToUnicode("2 beginbfchar <0001> <0041> <10000> <0042> endbfchar <0005> <0045>\n"
+                           "3 beginbfrange <00fe> <0100> <d840dc0b> <0003> <0004> <0061>\n"
+                           "<0010> <0012> [<0061> <0062>] endbfrange <0020> <0021> <0030>");
         QCOMPARE(read, (ToUnicodeMap{{1, "0041"},
+                                     {3, "0061"},
+                                     {4, "0062"},
                                      {0x10, "0061"},
                                      {0x11, "0062"},
                                      {0xFE, "D840DC0B"},
