@@ -7,6 +7,7 @@
 #include "app/RunTimeError.h"
 #include "app/SpaceTrim.h"
 #include "app/Val.h"
+#include "support/FileBytes.h"
 #include "support/TestInteraction.h"
 
 #include <QtTest>
@@ -99,9 +100,7 @@ private slots:
         // A folder is no file.
         QTemporaryDir dir;
         QVERIFY(qelprn::bFileExists(dir.filePath(u"."_s)) == false);
-        QFile file(dir.filePath(u"f"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("x") == 1);
-        file.close();
+        QVERIFY(qelprn::test::writeAll(dir.filePath(u"f"_s), "x"));
         QVERIFY(qelprn::bFileExists(dir.filePath(u"f"_s)));
         QCOMPARE(qelprn::csCutNull(u"ab"_s + QChar(0) + u"c"_s), u"ab"_s);
     }

@@ -210,15 +210,6 @@ private slots:
         QCOMPARE(f.mod.iGetSeikyuData_Kanja_New(), qint16(-1));
         QCOMPARE(f.ui.texts(),
                  QStringList({u"iGetSeikyuData_Kanja_New() でエラー\r\n接続文字列取得できません。"_s}));
-        f.ui.clear();
-        double down = 0;
-        double up = 0;
-        QCOMPARE(f.mod.iCalcJisseki4Down5Up(1, down, up), qint16(-1));
-        QCOMPARE(f.ui.texts(),
-                 QStringList({u"iCalcJisseki4Down5Up() でエラー\r\n接続文字列取得できません。"_s}));
-        f.ui.clear();
-        QCOMPARE(f.mod.getSejyutuCnt(1), -1);
-        QCOMPARE(f.ui.texts(), QStringList({u"getSejyutuCnt() でエラー\r\n接続文字列取得できません。"_s}));
     }
 };
 

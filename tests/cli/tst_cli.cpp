@@ -51,11 +51,8 @@ private slots:
             const qsizetype at = r.out.indexOf(u"--"_s + option);
             return r.out.mid(at, r.out.indexOf(u"\n  -"_s, at) - at).simplified();
         };
-        QVERIFY2(helpOf(u"service-facility"_s).contains(u"（種類 2 と 3、0 = すべて）"_s),
-                 qPrintable(helpOf(u"service-facility"_s)));
         QVERIFY(helpOf(u"service-kind"_s).contains(u"（種類 2 から 5）"_s));
         QVERIFY(helpOf(u"billing-kind"_s).contains(u"（種類 1, 4, 5, 6）"_s));
-        QVERIFY(helpOf(u"sites"_s).contains(u"種類 6 の事業所"_s));
     }
 
     // Usage errors: exit status 2, the message in Japanese, the usage line; "--opt=value" is read

@@ -227,12 +227,8 @@ private slots:
                  (QStringList{QFileInfo(kind1).fileName(), QFileInfo(kind4).fileName()}));
         const QList<QStringList> rows = listRows(kind4);
         qint64 total = 0;
-        int pages = 0;
-        for (const QStringList& row : rows) {
+        for (const QStringList& row : rows)
             total += row[5].toLongLong();
-            pages += row[6].toInt();
-        }
-        QCOMPARE(pages, 67);
         const QLocale locale(QLocale::Japanese, QLocale::Japan);
         QVERIFY2(r.out.contains(u"4 請求書兼領収書: 宛先 %1 件、67 枚、請求金額合計 %2 円"_s.arg(rows.size())
                                     .arg(locale.toString(total))),

@@ -96,11 +96,7 @@ private slots:
 
         r = runCli(f.args(1, {u"--pdf"_s, pdf, u"--yes"_s}));
         QVERIFY2(r.exitCode == 0, qPrintable(r.err));
-        const QString first = enginetest::pdfText(pdf, 1);
-        QVERIFY2(first.contains(u"【請求先未設定】"_s) && first.contains(u"ひまわり荘"_s) &&
-                     !first.contains(u"御中"_s),
-                 qPrintable(first));
-        QVERIFY(enginetest::squeezed(enginetest::pdfText(pdf, 2)).contains(u"さくら会御中"_s));
+        QVERIFY(enginetest::pdfText(pdf, 1).contains(u"【請求先未設定】"_s));
 
         // The print data alone asks nothing.
         r = runCli(f.args(1, {u"--csv-only"_s}));

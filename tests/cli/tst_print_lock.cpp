@@ -67,12 +67,7 @@ private slots:
 
     // Kinds 1, 2 and 4 started at the same moment on one folder, three times over: every PDF holds
     // its own form, never another run's.
-    void runsStartedTogetherPrintTheirOwnForms_data()
-    {
-        QTest::addColumn<bool>("odbc");
-        QTest::newRow("embedded") << false;
-        QTest::newRow("odbc") << true;
-    }
+    void runsStartedTogetherPrintTheirOwnForms_data() { qelprn::test::addBackEndRows(); }
 
     void runsStartedTogetherPrintTheirOwnForms()
     {

@@ -6,6 +6,7 @@
 #include "engine/CommandFile.h"
 #include "engine/CsvLine.h"
 #include "engine/ValueFormat.h"
+#include "support/FileBytes.h"
 
 #include <QtTest>
 
@@ -308,12 +309,11 @@ private slots:
         QFETCH(QString, where);
         QFETCH(QString, message);
         QTemporaryDir dir;
-        QFile invoice(layoutPath(u"施設別請求書.wfd"_s)), form(dir.filePath(u"SYS/form.wfd"_s));
         QVERIFY(QDir(dir.path()).mkdir(u"SYS"_s));
-        QVERIFY(invoice.open(QIODevice::ReadOnly) && form.open(QIODevice::WriteOnly));
-        const QByteArray layout = invoice.readAll();
-        QVERIFY(form.write(edit.isEmpty() ? layout : QByteArray(layout).replace(edit[0], edit[1])) > 0);
-        form.close();
+        const QByteArray layout = qelprn::test::readAll(layoutPath(u"施設別請求書.wfd"_s));
+        QVERIFY(
+            qelprn::test::writeAll(dir.filePath(u"SYS/form.wfd"_s),
+                                   edit.isEmpty() ? layout : QByteArray(layout).replace(edit[0], edit[1])));
         QVERIFY(writeCp932(dir.filePath(u"data.csv"_s), csv.split(u'\n')));
         const QString command = dir.filePath(u"WfdCom.dat"_s);
         QVERIFY(commands.isEmpty() || writeCp932(command, commands));

@@ -138,10 +138,8 @@ private slots:
         QCOMPARE(enginetest::pdfPages(one), 1);
         QCOMPARE(enginetest::pdfPages(two), 1);
         QVERIFY(readAll(one).contains("stream\n(one) Tj\nendstream") && !readAll(one).contains("(two)"));
-        const QByteArray second = readAll(two);
-        QVERIFY2(second.contains("stream\n(two) Tj\nendstream") && !second.contains("(one)"),
-                 second.constData());
-        QVERIFY(second.contains("(a \\) 6 0 R (b)) /Y <4142> /Z [-1 0 R]"));
+        QVERIFY(readAll(two).contains("stream\n(two) Tj\nendstream") && !readAll(two).contains("(one)"));
+        QVERIFY(readAll(two).contains("(a \\) 6 0 R (b)) /Y <4142> /Z [-1 0 R]"));
     }
 
     // What is not a PDF as Qt writes it is refused with a reason, not half read.

@@ -10,14 +10,12 @@
 #include "support/StandInProgram.h"
 #include "support/TestInteraction.h"
 
-#include <QApplication>
 #include <QFile>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;

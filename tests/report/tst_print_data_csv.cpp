@@ -4,6 +4,7 @@
 #include "app/Cp932.h"
 #include "report/CsvLineWriter.h"
 #include "report/PrintDataCsv.h"
+#include "support/FileBytes.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -276,11 +277,8 @@ private slots:
     {
         QTemporaryDir dir;
         const QString path = dir.filePath(u"施設請求データ.csv"_s);
-        {
-            QFile old(path);
-            QVERIFY(old.open(QIODevice::WriteOnly));
-            old.write(QByteArray(100000, 'x')); // an old, longer file is replaced, not overwritten
-        }
+        QVERIFY(test::writeAll(path,
+                               QByteArray(100000, 'x'))); // an old, longer file is replaced, not overwritten
         const SisetsuSeikyuRow row = line(0, u"さくら館"_s, 1, 1, 1);
         QVERIFY(!writeSeikyuCsv(path, {row}, QString()));
         QBuffer buffer; // the file holds what the device overload writes, nothing of the old one

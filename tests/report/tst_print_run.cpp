@@ -2,7 +2,7 @@
 // month end's from the saved choices, the message sequences and outcomes of every ending, the seal
 // image search, and the kind's layout, data and paper reaching the engine.
 #include "app/Cp932.h"
-#include "billing/BillingFixture.h"
+#include "cli/PrintFixture.h"
 #include "db/ConnectionPool.h"
 #include "report/PrintFolderLock.h"
 #include "report/PrintRun.h"
@@ -51,26 +51,11 @@ public:
 
 // One billing facility, one treated facility and one patient with a self-pay fee and two
 // treatment days, so every print kind finds something.
-struct RunFixture : BillingFixture
+struct RunFixture : test::PrintFixture
 {
     FakeForm form;
 
-    RunFixture()
-    {
-        corp(1, 0, u"ほほえみ治療院"_s);
-        facility(100, u"さくら会"_s);
-        facility(101, u"さくら館"_s, 100);
-        patient(1001, 101, 40000, 4000, 500, 201);
-        day(1001, u"2024/10/03 10:00:00"_s, 5000, 500, 500);
-        day(1001, u"2024/10/10 10:00:00"_s, 5000, 500, 0);
-        form.jouken.selectedDatabases = {{u"suite"_s, {{1, 1}}}};
-        // The invoice-receipt's basic house-call fee.
-        insert(u"療養費単価"_s, {{u"iTankaKbn"_s, 2},
-                                 {u"nTankaCode"_s, 1},
-                                 {u"cStartDate"_s, u"2024/04/01"_s},
-                                 {u"cEndDate"_s, u"2026/03/31"_s},
-                                 {u"nTanka"_s, 2300}});
-    }
+    RunFixture() { form.jouken.selectedDatabases = {{u"suite"_s, {{1, 1}}}}; }
 
     PrintRun::Result run(qint16 mode, int kind, PrintRun::Handoff handoff = PrintRun::Handoff::Engine)
     {
@@ -331,13 +316,12 @@ private slots:
         QCOMPARE(f.run(2, 1, csvOnly).outcome, Outcome::CsvWritten);
         QCOMPARE(lastColumn(), u"\"\""_s);
 
-        QFile base(f.folder.filePath(u"corpseal.bmp"_s));
-        QVERIFY(base.open(QIODevice::WriteOnly));
-        base.close();
+        const QString base = f.folder.filePath(u"corpseal.bmp"_s);
+        QVERIFY(test::writeAll(base, {}));
         f.run(2, 1, csvOnly);
         QCOMPARE(lastColumn(), u"\""_s + f.folder.path() + u"\\corpseal.bmp\""_s);
 
-        QVERIFY(QFile::copy(base.fileName(), f.folder.filePath(u"DATA/corpseal.bmp"_s)));
+        QVERIFY(QFile::copy(base, f.folder.filePath(u"DATA/corpseal.bmp"_s)));
         const PrintRun::Result r = f.run(2, 1, csvOnly);
         QCOMPARE(lastColumn(), u"\""_s + f.folder.path() + u"\\DATA\\\\corpseal.bmp\""_s);
         QCOMPARE(r.sealImagePath, f.folder.path() + u"\\DATA\\\\corpseal.bmp"_s);

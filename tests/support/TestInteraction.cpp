@@ -18,8 +18,6 @@ void TestInteraction::setBusy(bool busy)
 {
     busyDepth += busy ? 1 : -1;
     calls.append(busy ? u"busy:on"_s : u"busy:off"_s);
-    if (onBusy)
-        onBusy(busy);
 }
 
 void TestInteraction::progress(const QString&, qint64, qint64) {}

@@ -5,7 +5,6 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
-#include <functional>
 
 namespace qelprn::test {
 
@@ -38,8 +37,6 @@ public:
     QStringList calls; // "message:<title>:<text>", "busy:on", "busy:off", "url:<address>"
     QStringList openedUrls;
     int busyDepth = 0; // busy on minus busy off; 0 after every balanced run
-    // Called on every busy change, so a test can disturb a run at the moment it starts.
-    std::function<void(bool busy)> onBusy;
     // A wait is shown once as "wait:<text>"; the person gives up after this many milliseconds
     // (never when negative). longestWaitMs is the longest wait seen.
     qint64 cancelWaitAfterMs = -1;

@@ -62,8 +62,7 @@ TestProgramFolder::TestProgramFolder()
                                        "BASEID=0101\n"_s);
     writeSettingsFile(u"adodb.ini"_s, u"[接続情報]\n接続情報="_s + connectionString() + u"\n"_s);
     QString error;
-    m_valid = createSuiteSchema(databaseFile(u"suite"_s), &error);
-    if (!m_valid)
+    if (!createSuiteSchema(databaseFile(u"suite"_s), &error))
         fail(u"cannot create the schema: "_s + error);
 }
 

@@ -19,7 +19,6 @@ class TestProgramFolder
 public:
     TestProgramFolder();
 
-    bool isValid() const { return m_valid; }
     QString path() const;
     AppContext context(Interaction& ui) const; // csAppDir = path(), site 1 / 1
     QString connectionString(const QString& database = QStringLiteral("suite")) const;
@@ -36,7 +35,6 @@ private:
     QString databaseFile(const QString& database) const;
 
     QTemporaryDir m_dir;
-    bool m_valid = false;
 };
 
 // One data row per back end: the embedded engine, and unixODBC with SQLite's ODBC driver.
