@@ -1,6 +1,7 @@
 // Pages copied out of a PDF that Qt's writer wrote: the copy shows those pages' text and nothing of
 // the other pages (neither in its text layer nor in its fonts), says what it is, and a file that is
-// not such a PDF is refused with a reason. The fonts keep exactly the drawn glyphs' outlines.
+// not such a PDF is refused with a reason. The fonts keep exactly the drawn glyphs' outlines; the
+// ToUnicode maps and the rebuilt font files the engine writes read back as they were made.
 #include "engine/EngineTestData.h"
 #include "engine/FontFile.h"
 #include "engine/PdfPageSplitter.h"
