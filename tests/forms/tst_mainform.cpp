@@ -278,6 +278,7 @@ private slots:
         QCOMPARE(f.siteChecks(), (QList<bool>{true, false}));
 
         clickButton(f.option(u"optSelJob"_s, 0));
+        QCOMPARE(f.siteChecks(), (QList<bool>{true, false})); // one site: the first checked stays
         f.clickSiteRow(1);
         QCOMPARE(f.siteChecks(), (QList<bool>{false, true}));
         QCOMPARE(label->text(), u"三鷹支店"_s);
