@@ -64,9 +64,8 @@ private slots:
                u" left join RIYOUSHA_SUB on RIYOUSHA.nIDNo = RIYOUSHA_SUB.nIDNo where    iSyoukaiSisetsuCd = 5)"_s;
         QTest::newRow("update from with a subquery")
             << u"UPDATE t SET t.a = (SELECT MAX(u.b) FROM u WHERE u.k = t.k), t.c = 2 FROM t JOIN v ON t.i = v.i"_s
-            << u"UPDATE t SET a = (SELECT MAX(u.b) FROM u WHERE u.k = t.k), c = 2  WHERE rowid IN (SELECT "
-               u"t.rowid "
-               u"FROM t JOIN v ON t.i = v.i)"_s;
+            << u"UPDATE t SET a = (SELECT MAX(u.b) FROM u WHERE u.k = t.k), c = 2  "
+               u"WHERE rowid IN (SELECT t.rowid FROM t JOIN v ON t.i = v.i)"_s;
         QTest::newRow("plain update untouched") << u" update  Sisetsu set  cShamei1 = 'a' where nIDNo = 1"_s
                                                 << u" update  Sisetsu set  cShamei1 = 'a' where nIDNo = 1"_s;
     }

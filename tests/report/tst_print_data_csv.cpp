@@ -277,8 +277,8 @@ private slots:
     {
         QTemporaryDir dir;
         const QString path = dir.filePath(u"施設請求データ.csv"_s);
-        QVERIFY(test::writeAll(path,
-                               QByteArray(100000, 'x'))); // an old, longer file is replaced, not overwritten
+        // An old, longer file is replaced, not overwritten.
+        QVERIFY(test::writeAll(path, QByteArray(100000, 'x')));
         const SisetsuSeikyuRow row = line(0, u"さくら館"_s, 1, 1, 1);
         QVERIFY(!writeSeikyuCsv(path, {row}, QString()));
         QBuffer buffer; // the file holds what the device overload writes, nothing of the old one
