@@ -241,6 +241,12 @@ private slots:
         options.folder = m_dir.filePath(u"file/sub"_s);
         QVERIFY(!DemoProgramFolder(options).create(ui, &error));
         QVERIFY(error.contains(u"file"_s));
+        // So is a settings file that cannot be written.
+        options.folder = m_dir.filePath(u"blocked"_s);
+        QVERIFY(QDir(options.folder).mkpath(u"Tovara.ini"_s));
+        options.replace = true;
+        QVERIFY(!DemoProgramFolder(options).create(ui, &error));
+        QVERIFY2(error.contains(u"Tovara.ini"_s), qPrintable(error));
     }
 };
 

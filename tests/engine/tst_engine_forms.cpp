@@ -94,7 +94,7 @@ private slots:
         QVERIFY(writeCp932(
             path(u"unbilled.csv"_s),
             {header(facilityTitles), facilityRow(1, -1, {}, 0, u"ひまわり荘"_s, 2, 20000, 2000, {}, missing),
-             facilityRow(2, -1, {}, 0, u"あさがお荘"_s, 1, 10000, 1000, {}, missing),
+             facilityRow(2, -1, {}, 0, u"あさがお荘 β棟"_s, 1, 10000, 1000, {}, missing),
              facilityRow(1, 12, u"さくら苑"_s, 0, u"さくら苑 1号館"_s, 3, 30000, 3000, {}, {})}));
         QVERIFY(writeCp932(path(u"nameless.csv"_s),
                            {header(patientTitles), patientRow(1, 0, {}, u"佐藤 花子"_s, 45600, 4560, m_seal),
@@ -201,8 +201,10 @@ private slots:
         row("5: goes on", 5, 2, {u"1/2"_s, u"5/22"_s, u"4×次頁へ続く"_s, u"!13,000"_s, u"!¥"_s});
         row("5: last sheet", 5, 3, {u"2/2"_s, u"5/26"_s, u"!次頁へ続く"_s, u"4×13,000"_s, u"2×¥13,000-"_s});
         // An invoice always names whom it goes to: a marked addressee for lines without a billing
-        // facility, and a facility or a patient without a name gets no bare 御中 or 様.
-        row("1: unbilled", 6, 1, {u"【請求先未設定】"_s, u"ひまわり荘"_s, u"¥3,000-"_s, u"!御中"_s});
+        // facility, and a facility or a patient without a name gets no bare 御中 or 様. A Greek letter
+        // (JIS has them) prints with the rest of its line.
+        row("1: unbilled", 6, 1,
+            {u"【請求先未設定】"_s, u"ひまわり荘"_s, u"あさがお荘 β棟"_s, u"¥3,000-"_s, u"!御中"_s});
         row("1: billed after unbilled", 6, 2, {u"さくら苑"_s, u"御中"_s, u"!未設定"_s});
         row("2: no facility name", 7, 1, {u"【施設名未設定】"_s, u"1×様"_s}); // the named patient's
         row("4: no patient name", 8, 1, {u"0×様"_s});

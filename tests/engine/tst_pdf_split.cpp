@@ -129,9 +129,8 @@ private slots:
         QTemporaryDir dir;
         PdfPageSplitter splitter;
         QString error;
-        QVERIFY2(splitter.open(
-                     qEnvironmentVariable("QELPRN_SOURCE_DIR") + u"/tests/engine/hand-written.pdf"_s, &error),
-                 qPrintable(error));
+        const QString source = qEnvironmentVariable("QELPRN_SOURCE_DIR") + u"/tests/engine/hand-written.pdf"_s;
+        QVERIFY2(splitter.open(source, &error), qPrintable(error));
         QCOMPARE(splitter.pageCount(), 2);
         const QString one = dir.filePath(u"one.pdf"_s), two = dir.filePath(u"two.pdf"_s);
         QVERIFY2(splitter.writePages(0, 1, {}, false, one, &error), qPrintable(error));
@@ -141,6 +140,10 @@ private slots:
         QVERIFY(readAll(one).contains("stream\n(one) Tj\nendstream") && !readAll(one).contains("(two)"));
         QVERIFY(readAll(two).contains("stream\n(two) Tj\nendstream") && !readAll(two).contains("(one)"));
         QVERIFY(readAll(two).contains("(a \\) 6 0 R (b)) /Y <4142> /Z [-1 0 R]"));
+        // A page missing from the file makes the file unreadable, not one page shorter.
+        const QString broken = dir.filePath(u"broken.pdf"_s);
+        QVERIFY(writeAll(broken, readAll(source).replace("[4 0 R 5 0 R]", "[4 0 R 9 0 R]")));
+        QVERIFY(!PdfPageSplitter().open(broken, &error));
     }
 
     // What is not a PDF as Qt writes it is refused with a reason, not half read.

@@ -194,6 +194,12 @@ private slots:
         }
         {
             Fixture f;
+            f.folder.exec(u"DROP TABLE CORP"_s);
+            QVERIFY(f.load());
+            QCOMPARE(f.shown().value(0), u"往療費内訳書印刷: 本店/支店データの取得に失敗しました。"_s);
+        }
+        {
+            Fixture f;
             f.folder.writeSettingsFile(u"adodb.ini"_s, u"[接続情報]\n接続情報=\n"_s);
             QVERIFY(f.load());
             QCOMPARE(f.shown(),
@@ -276,6 +282,11 @@ private slots:
         f.clickSiteRow(0);
         f.clickSiteRow(1);
         QCOMPARE(f.siteChecks(), (QList<bool>{true, false}));
+        // Space on the current row works as a click, on the first row too.
+        f.grid()->setCurrentCell(0, 1);
+        QTest::keyClick(f.grid(), Qt::Key_Space);
+        QCOMPARE(f.siteChecks(), (QList<bool>{false, false}));
+        QTest::keyClick(f.grid(), Qt::Key_Space);
 
         clickButton(f.option(u"optSelJob"_s, 0));
         QCOMPARE(f.siteChecks(), (QList<bool>{true, false})); // one site: the first checked stays

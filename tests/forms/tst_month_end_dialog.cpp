@@ -10,6 +10,7 @@
 #include "support/TestInteraction.h"
 
 #include <QCheckBox>
+#include <QDateEdit>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -59,6 +60,7 @@ private slots:
             QCOMPARE(fromForm.chkKinds[i]->isChecked(), i == 3);
             QVERIFY(!fromForm.chkKinds[i]->isEnabled());
         }
+        QVERIFY(!fromForm.imMonth->isEnabled() && !fromForm.imIssue->isEnabled());
         const QString month = QDir::toNativeSeparators(u"/施設請求書/2026-10"_s);
         QVERIFY2(fromForm.txtFolder->text().endsWith(month + QDir::separator() + u"4_請求書兼領収書"_s),
                  qPrintable(fromForm.txtFolder->text()));

@@ -204,6 +204,9 @@ private slots:
         // The facility class checks typed codes against STAFF, naming the facility when none is found.
         QCOMPARE(search.iChkStaff(9), qint16(-1));
         QCOMPARE(search.CsErrStr, u"対象の施設が存在しません。"_s);
+        f.folder.exec(u"DROP TABLE STAFF"_s);
+        QCOMPARE(search.iChkStaff(1), qint16(-1));
+        QVERIFY(search.CsErrStr.startsWith(u"iChkStaff でエラー\r\n"_s));
     }
 
     void practitionerList()
