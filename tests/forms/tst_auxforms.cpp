@@ -13,9 +13,12 @@
 #include <QFile>
 #include <QLabel>
 #include <QListWidget>
+#include <QMessageBox>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -61,6 +64,64 @@ private slots:
         failed.messageBox(u"後の知らせ"_s, u"t"_s, MsgIcon::Information);
         QVERIFY(failed.failed());
         QCOMPARE(failed.outcome(), u"接続できません"_s);
+    }
+
+    // The desktop's own interaction: a message box readable under the wait cursor, with line ends
+    // as new lines, Japanese Yes/No buttons and a title that fits; the wait cursor nests; progress
+    // shows only after half a second; the waiting notice ends when 中止 is pressed.
+    void desktopInteraction()
+    {
+        using qelprn::MsgButtons;
+        using qelprn::MsgIcon;
+        using qelprn::MsgResult;
+        std::optional<qelprn::DesktopInteraction> ui(std::in_place);
+        const QString title = u"施設請求書印刷 — とても長い題名の確認"_s;
+        auto answer = [&](QMessageBox::StandardButton button, const QString& text, Qt::CursorShape cursor) {
+            QTimer::singleShot(0, [=] {
+                auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+                QVERIFY(box);
+                QCOMPARE(box->text(), u"一行目\n二行目\n三行目"_s);
+                QCOMPARE(box->button(button)->text(), text);
+                QCOMPARE(QApplication::overrideCursor() ? QApplication::overrideCursor()->shape()
+                                                        : Qt::BlankCursor,
+                         cursor);
+                QVERIFY(box->width() > QFontMetrics(box->font()).horizontalAdvance(title) + 100);
+                box->button(button)->click();
+            });
+        };
+        const QString text = u"一行目\r\n二行目\r三行目"_s;
+        answer(QMessageBox::No, u"いいえ(&N)"_s, Qt::BlankCursor);
+        QCOMPARE(ui->messageBox(text, title, MsgIcon::Question, MsgButtons::YesNo), MsgResult::No);
+        ui->setBusy(true);
+        ui->setBusy(true);
+        answer(QMessageBox::Yes, u"はい(&Y)"_s, Qt::ArrowCursor);
+        QCOMPARE(ui->messageBox(text, title, MsgIcon::Question, MsgButtons::YesNo), MsgResult::Yes);
+        answer(QMessageBox::Ok, u"OK"_s, Qt::ArrowCursor);
+        QCOMPARE(ui->messageBox(text, title, MsgIcon::Critical), MsgResult::Ok);
+        QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+        ui->setBusy(false);
+        QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+
+        ui->progress(u"集計"_s, 1, 4);
+        QVERIFY(!QApplication::activeModalWidget());
+        QTest::qWait(600);
+        ui->progress(u"集計"_s, 1, 4);
+        auto* progress = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget());
+        QVERIFY(progress);
+        QCOMPARE(progress->labelText(), u"集計"_s);
+        QCOMPARE(progress->value(), 250);
+        ui->progress(u"書込"_s, 0, 0);
+        QCOMPARE(progress->maximum(), 0);
+        QVERIFY(ui->keepWaiting(u"待っています"_s, 3000));
+        auto* wait = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget());
+        QVERIFY(wait && wait != progress);
+        QCOMPARE(wait->labelText(), u"待っています\n（3 秒）"_s);
+        wait->cancel();
+        QVERIFY(!ui->keepWaiting(u"待っています"_s, 4000));
+        ui->waitEnded();
+        ui.reset(); // still busy: the pointer is given back
+        QVERIFY(!QApplication::overrideCursor());
+        QTRY_VERIFY(!QApplication::activeModalWidget());
     }
 
     void versionDialog()
