@@ -95,9 +95,16 @@ private slots:
         folder.exec(u"INSERT INTO RIYOUSHA (nIDNo, iKyotenCd, iKyotenEb, cName, cByoumei, nRoomNo) VALUES "
                     u"(1, 1, 1, 'O''Neil', '腰痛', NULL), (2, 1, 1, 'B', '', 2), (3, 1, 1, 'C', '', 3)"_s);
         cT_ADODB ado;
+        QCOMPARE(ado.iConnect(), qint16(-1));
+        QCOMPARE(ado.sErrMsg, u"接続文字列取得できません。"_s);
         QCOMPARE(ado.iInit(folder.connectionString()), qint16(0));
         QCOMPARE(ado.iConnect(), qint16(0));
+        QCOMPARE(ado.iConnect(), qint16(0)); // already open
         RecordSet rs;
+        QCOMPARE(ado.iSetTimeout(-1), qint16(-1));
+        QCOMPARE(ado.iSetTimeout(2), qint16(0));
+        QCOMPARE(ado.iOpenRecSet(rs, u"PRAGMA busy_timeout"_s), qint16(0));
+        QCOMPARE(rs.field(0).toInt(), 2000);
         QCOMPARE(ado.iOpenRecSet(rs, u"SELECT ISNULL(nRoomNo, -1) AS R, * FROM RIYOUSHA ORDER BY nIDNo"_s, 1,
                                  1, 0),
                  qint16(0));
@@ -135,7 +142,13 @@ private slots:
         QCOMPARE(ado.iRollback(), qint16(0));
         QCOMPARE(ado.iOpenRecSet(rs, u"SELECT count(*) AS N FROM RIYOUSHA"_s), qint16(0));
         QCOMPARE(rs.field(u"N"_s).toInt(), 3);
+        QCOMPARE(ado.iCommitTrans(), qint16(-1)); // none begun
         QCOMPARE(ado.iDisConnect(), qint16(0));
+        // Closed, every call is refused with the reason.
+        QCOMPARE(ado.iBeginTrans(), qint16(-1));
+        QCOMPARE(ado.sErrMsg, u"Operation is not allowed when the object is closed."_s);
+        QCOMPARE(ado.iExecSQL(u"DELETE FROM RIYOUSHA"_s), qint16(-1));
+        QCOMPARE(ado.iRollback(), qint16(-1));
     }
 
     // Only healthy connections are pooled, each for its database file: two program folders with the

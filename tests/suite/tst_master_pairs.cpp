@@ -12,6 +12,7 @@
 #include "suite/cT_SYOUKAI.h"
 
 #include <QTest>
+#include <functional>
 #include <iterator>
 #include <utility>
 
@@ -158,6 +159,58 @@ private slots:
         QCOMPARE(db.one(u"SELECT nAfterIDNo FROM RIYOUSHA WHERE nIDNo = 3010005"_s), QString());
     }
 
+    // STAFF's own checks; and any operation on a table without iInit, without a record or whose
+    // database table is gone gives -1 and a reason, never a row.
+    void staffChecksAndFailures()
+    {
+        TestDb db;
+        cT_STAFF staff;
+        cD_STAFF yamada;
+        QCOMPARE(staff.iDataRead(&yamada), qint16(-1));
+        QCOMPARE(staff.sErrMsg, u"iInit() が呼ばれていません。"_s);
+        staff.iInit(db.ado, db.ctx);
+        db.folder.exec(u"INSERT INTO STAFF (nIDNo, iKyotenCd, iKyotenEb, cName) VALUES (1, 1, 1, '山田'), "
+                       "(2, 1, 1, '山田'), (3, 2, 1, '山田'), (4, 1, 1, '佐藤')"_s);
+        yamada.setnIDNo(1);
+        yamada.setcName(u"山田"_s);
+        qint32 count = -1;
+        bool exists = false;
+        QCOMPARE(staff.iChkStaffName(&yamada, count), qint16(0));
+        QCOMPARE(count, 1); // the other 山田 of the site
+        QCOMPARE(staff.iDataIdentChk(&yamada, exists), qint16(0));
+        QVERIFY(exists);
+        yamada.setnIDNo(3); // of another site
+        QCOMPARE(staff.iDataIdentChk(&yamada, exists), qint16(0));
+        QVERIFY(!exists);
+        QCOMPARE(staff.iDataReadGrid_AllKyoten(&yamada), qint16(0));
+        QCOMPARE(staff.nデータ数(), 1);
+        yamada.setnIDNo(0);
+        QCOMPARE(staff.iDataReadGrid_AllKyoten(&yamada), qint16(0));
+        QCOMPARE(staff.nデータ数(), 4);
+
+        const QList<std::function<qint16(const cD_STAFF*)>> operations = {
+            [&](const cD_STAFF* r) { return staff.iChkStaffName(r, count); },
+            [&](const cD_STAFF* r) { return staff.iDataIdentChk(r, exists); },
+            [&](const cD_STAFF* r) { return staff.iDataReadGrid_AllKyoten(r); },
+            [&](const cD_STAFF* r) { return staff.iDataRead(r); },
+            [&](const cD_STAFF* r) { return staff.iDataReadGrid(r); },
+            [&](const cD_STAFF* r) { return staff.iDataInsert(r, true); },
+            [&](const cD_STAFF* r) { return staff.iDataUpdate(r, false); },
+            [&](const cD_STAFF* r) { return staff.iData削除(r); },
+            [&](const cD_STAFF*) { return staff.iGetMaxIDNo(count); },
+        };
+        yamada.setnIDNo(5);
+        db.folder.exec(u"DROP TABLE STAFF"_s);
+        for (qsizetype i = 0; i < operations.size(); ++i) {
+            for (const cD_STAFF* rec : {static_cast<const cD_STAFF*>(nullptr), &std::as_const(yamada)}) {
+                staff.sErrMsg.clear();
+                QVERIFY2(operations[i](rec) == -1 && !staff.sErrMsg.isEmpty(),
+                         qPrintable(QString::number(i)));
+            }
+        }
+        QCOMPARE(staff.nデータ数(), 0);
+    }
+
     // DOCTOR and SYOUKAI hand out the lowest free number once the site's range is used up.
     void gapFilling()
     {
@@ -252,6 +305,31 @@ private slots:
         for (int i = 0; i < insurers.nデータ数(); ++i)
             found << insurers.clsHOKENJA(i).cIDNo();
         QCOMPARE(found, QStringList({u"06130019"_s, u"39130017"_s, u"81136017"_s}));
+        // The delegation of the late-elderly insurers: every one of the prefecture.
+        cD_HOKENJA kouki;
+        kouki.setcIDNo(u"39130017"_s);
+        kouki.setiIninFlg(1);
+        QCOMPARE(insurers.iIninDataUpdate_Kouki(&kouki, true), qint16(0));
+        QCOMPARE(db.one(u"SELECT cIDno FROM HOKENJA WHERE iIninFlg = 1 ORDER BY cIDno"_s),
+                 u"39130017|39131015"_s);
+        QCOMPARE(insurers.iIninDataUpdate_Kouki(nullptr, true), qint16(-1));
+
+        // A patient's address on a day: the latest start on or before it; deleting takes all of the
+        // patient's rows in the site.
+        exec(u"INSERT INTO ADDRESS (nKanjaCD, iKyotenCd, iKyotenEb, tStartDay, csAddress1) VALUES "
+             "(1,1,1,'2026/01/01','旧'),(1,1,1,'2026/04/01','新'),(1,2,1,'2026/02/01','他拠点'),"
+             "(2,1,1,'2026/03/01','別人')"_s);
+        cT_Address addresses;
+        addresses.iInit(db.ado, db.ctx);
+        cD_Address patient;
+        patient.setnKanjaCD(1);
+        QCOMPARE(addresses.iDataReadByDate(&patient, u"2026/03/31"_s), qint16(0));
+        QCOMPARE(addresses.nデータ数(), 1);
+        QCOMPARE(addresses.clsAddress(0).csAddress1(), u"旧"_s);
+        QCOMPARE(addresses.iDataDelete(&patient), qint16(0));
+        QCOMPARE(db.one(u"SELECT nKanjaCD, iKyotenCd FROM ADDRESS ORDER BY nKanjaCD"_s), u"1|2|2|1"_s);
+        QCOMPARE(addresses.iDataReadByDate(nullptr, QString()), qint16(-1));
+        QCOMPARE(addresses.iDataDelete(nullptr), qint16(-1));
 
         // Corporations: the site's rows only, the existence check, the map addresses.
         exec(u"INSERT INTO CORP (nIDNo, iKyotenCd, iKyotenEb, iType, cShamei1) VALUES (1,1,1,0,'本院'),"
