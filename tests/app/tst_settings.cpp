@@ -216,7 +216,6 @@ private slots:
         const std::optional<qelprn::AppContext> ctx = qelprn::loadAppContext(ui);
         QVERIFY(ctx);
         QCOMPARE(ctx->csAppDir, userData);
-        QCOMPARE(ctx->iBaseKyotenCd, 2);
 
         QVERIFY(writeAll(exeDir + u"/Tovara.ini"_s, "BASEID=0101\r\n"));
         QCOMPARE(qelprn::findAppDir().found, exeDir);

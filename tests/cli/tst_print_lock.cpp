@@ -98,7 +98,7 @@ private slots:
         }
     }
 
-    // A run that finds the folder held says so, waits and then runs.
+    // A run that finds the folder held waits and then runs.
     void secondRunWaitsThenRuns()
     {
         PrintFixture f;
@@ -109,7 +109,6 @@ private slots:
         const qelprn::test::CliRun r = f.print(1, {u"--csv-only"_s});
         const qint64 waited = clock.elapsed();
         QVERIFY2(r.exitCode == 0, qPrintable(r.err));
-        QVERIFY2(r.err.contains(u"他の印刷が終わるのを待っています"_s), qPrintable(r.err));
         QVERIFY(QFile::exists(f.folder.filePath(u"TMP/施設請求データ.csv"_s)));
         QVERIFY2(waited >= 500, qPrintable(QString::number(waited)));
         qInfo("the second run waited %lld ms", waited);

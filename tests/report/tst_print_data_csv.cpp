@@ -46,8 +46,7 @@ private:
 // An expected print-data file of tests/report/data, byte for byte.
 QByteArray golden(const QString& name)
 {
-    QFile file(qEnvironmentVariable("QELPRN_SOURCE_DIR") + u"/tests/report/data/"_s + name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(missing " + name.toUtf8() + ")");
+    return test::readAll(qEnvironmentVariable("QELPRN_SOURCE_DIR") + u"/tests/report/data/"_s + name);
 }
 
 SisetsuSeikyuRow line(qint16 type, const QString& sejutsu, qint16 ninzu, qint32 goukei, qint32 futan,
@@ -304,9 +303,7 @@ private slots:
         QVERIFY(!writeSeikyuCsv(path, {row, row}, QString()));
         QCOMPARE(file.readAll(), buffer.data());
 #endif
-        QFile now(path);
-        QVERIFY(now.open(QIODevice::ReadOnly));
-        QCOMPARE(now.readAll().count("\r\n"), 3);
+        QCOMPARE(test::readAll(path).count("\r\n"), 3);
 
         const CsvResult missing = writeSeikyuCsv(dir.filePath(u"TMP/施設請求データ.csv"_s), {row}, QString());
         QVERIFY(missing);

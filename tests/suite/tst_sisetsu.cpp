@@ -116,9 +116,6 @@ private slots:
         QCOMPARE(db.table.iDataReadGrid(&grid), qint16(0));
         QCOMPARE(db.table.nデータ数(), 3);
         QCOMPARE(db.table.clsSisetsu(2).cShameiKana1(), u"ｶﾅ施設3"_s);
-
-        QCOMPARE(db.table.iDataRead(nullptr), qint16(-1));
-        QCOMPARE(db.table.sErrMsg, u"Sisetsuが無効です。"_s);
     }
 
     void writes()
