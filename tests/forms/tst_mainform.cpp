@@ -367,8 +367,6 @@ private slots:
         QCOMPARE(billingName->text(), QString());
         f.c<QSpinBox>(u"imNum_CD_0"_s)->setValue(5);
         QCOMPARE(f.c<QLineEdit>(u"txtSelKanja_0"_s)->text(), u"鈴木　一郎"_s);
-        f.c<QSpinBox>(u"imNum_CD_0"_s)->setValue(0);
-        QCOMPARE(f.c<QLineEdit>(u"txtSelKanja_0"_s)->text(), u"(全員)"_s);
         auto* staff = f.c<QSpinBox>(u"imNum_StaffNo"_s);
         staff->setValue(1);
         QCOMPARE(f.c<QLineEdit>(u"txtSelStaff"_s)->text(), u"山田　太郎"_s);

@@ -72,8 +72,6 @@ private slots:
         QCOMPARE(ui.messages[1].title, u"DB Read Error!!"_s);
         QCOMPARE(ui.messages[1].text, u"単価の取得に失敗しました。\r区分:0  コード：0"_s);
         QCOMPARE(ui.messages[1].icon, MsgIcon::Critical);
-        QCOMPARE(tanka.nマッサージ(), 0);
-        QCOMPARE(tanka.n基本往療費(), 0);
 
         // No connection string: the reason and the operation in one critical box.
         ui.clear();

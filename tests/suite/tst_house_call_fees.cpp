@@ -37,8 +37,6 @@ private slots:
         cls往療費 ouryo(ctx);
         QCOMPARE(ouryo.iGetOuryohiAll(u"202605"_s), qint16(0));
         QCOMPARE(ouryo.i往療区分数(), qint16(3));
-        QCOMPARE(ouryo.n往療距離MAX(0), 4);
-        QCOMPARE(ouryo.n往療単価(2), 900);
 
         const QList<std::tuple<qint32, qint16, qint16, qint32>> cases = {
             {0, 0, 0, 0},     {3, 0, 300, 3},   {4, 0, 300, 4},   {8, 0, 600, 8}, {9, 0, 900, 9},

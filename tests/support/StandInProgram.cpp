@@ -1,6 +1,7 @@
 #include "support/StandInProgram.h"
 
 #include "support/ExeName.h"
+#include "support/FileBytes.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -46,10 +47,7 @@ QString writeStandInProgram(const QString& path, const StandIn& behaviour)
         if (!QFile::copy(source, program))
             return {};
     }
-    QFile file(program + u".standin"_s);
-    if (!file.open(QIODevice::WriteOnly) || file.write(behaviourJson(behaviour)) < 0)
-        return {};
-    return program;
+    return writeAll(program + u".standin"_s, behaviourJson(behaviour)) ? program : QString();
 }
 
 QStringList waitForArgs(const QString& argsFile, int lines)
@@ -57,10 +55,7 @@ QStringList waitForArgs(const QString& argsFile, int lines)
     QStringList read;
     (void)QTest::qWaitFor(
         [&] {
-            QFile file(argsFile);
-            if (!file.open(QIODevice::ReadOnly))
-                return false;
-            read = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+            read = QString::fromUtf8(readAll(argsFile)).split(u'\n', Qt::SkipEmptyParts);
             return read.size() >= lines;
         },
         20000);
