@@ -203,16 +203,19 @@ private slots:
         window.setPage(-5);
         QCOMPARE(window.currentPage(), 0);
 
-        // Zoom: 100 % is the paper's real size on the screen; fitting follows the window.
-        window.setZoom(PreviewWindow::Fit::Percent, 100);
+        // Zoom, chosen in its box: 100 % is the paper's real size on the screen; fitting follows the
+        // window.
+        auto* zoom = window.findChild<QComboBox*>();
+        const auto choose = [zoom](const QString& text) { emit zoom->activated(zoom->findText(text)); };
+        choose(u"100%"_s);
         QCOMPARE(window.scale(), window.logicalDpiX() / FormDocument::kUnitsPerInch);
-        window.setZoom(PreviewWindow::Fit::Width);
+        choose(u"幅に合わせる"_s);
         const qreal wide = window.scale();
         window.resize(500, 600);
         QTRY_VERIFY(window.scale() < wide);
-        window.setZoom(PreviewWindow::Fit::Page);
+        choose(u"ページ全体"_s);
         QVERIFY(window.pageImage().height() / window.pageImage().devicePixelRatio() <= 600);
-        window.setZoom(PreviewWindow::Fit::Percent, 50);
+        choose(u"50%"_s);
         QTest::keyClick(&window, Qt::Key_Plus, Qt::ControlModifier);
         QCOMPARE(qRound(window.scale() * FormDocument::kUnitsPerInch / window.logicalDpiX() * 100), 75);
 
