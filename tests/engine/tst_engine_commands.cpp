@@ -271,7 +271,14 @@ private slots:
             {"image without a column", "form.wfd", "image", "\"column\": \"社印保存先\"",
              "\"sum\": \"社印保存先\""},
             {"follow of no text", "form.wfd", "follow", "\"follow\": \"本社名\"", "\"follow\": \"社印\""},
-            {"too many detail rows", "form.wfd", "rows", "\"rows\": 25", "\"rows\": 1001"}};
+            {"too many detail rows", "form.wfd", "rows", "\"rows\": 25", "\"rows\": 1001"},
+            {"item font not in fonts", "form.wfd", "金額体", "\"font\": \"金額\"", "\"font\": \"金額体\""},
+            {"group key not in the data", "data.csv:1", "請求先ID", "[\"請求先施設ID\"", "[\"請求先ID\""},
+            {"addressee not in the data", "data.csv:1", "本社名称", "\"issuer\": \"本社名\"",
+             "\"issuer\": \"本社名称\""},
+            {"frame column not in the data", "data.csv:1", "枠線", "\"枠線描画\"", "\"枠線\""},
+            {"condition not in the data", "data.csv:1", "宛先名", "{ \"column\": \"請求先施設名\"",
+             "{ \"column\": \"宛先名\""}};
         for (const auto& [what, where, message, from, to] : layoutFaults)
             row(what, ok, good, QString::fromUtf8(where), QString::fromUtf8(message), {from, to});
         row("sum of no columns", ok, good, u"form.wfd"_s, u"sum"_s,
