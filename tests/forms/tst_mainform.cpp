@@ -198,6 +198,13 @@ private slots:
             QVERIFY(f.load());
             QCOMPARE(f.shown(),
                      QStringList{u"施設請求書印刷: Form_Load() でエラー\r\n接続文字列取得できません。"_s});
+            // A database that cannot be opened: its reason, and nothing more is tried.
+            f.ui.clear();
+            f.folder.writeSettingsFile(u"adodb.ini"_s,
+                                       u"[接続情報]\n接続情報=Data Source=sqlite:none/none;Database=x\n"_s);
+            QVERIFY(f.form->Form_Load());
+            QCOMPARE(f.shown().size(), 1);
+            QVERIFY(f.shown()[0].startsWith(u"施設請求書印刷: Form_Load() でエラー\r\n"_s));
         }
     }
 

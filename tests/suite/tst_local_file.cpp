@@ -32,6 +32,11 @@ private slots:
         dao.iCloseRecordset(rs);
         QCOMPARE(dao.iExecSQL(u"bad"_s), qint16(-1));
         QVERIFY(!dao.sErrMsg.isEmpty());
+        QCOMPARE(dao.iOpenRecordset(rs, u"SELECT b FROM W"_s), qint16(-1));
+        // Closed, nothing runs.
+        QCOMPARE(dao.iDbClose(), qint16(0));
+        QCOMPARE(dao.iOpenRecordset(rs, u"SELECT 1"_s), qint16(-1));
+        QCOMPARE(dao.iExecSQL(u"SELECT 1"_s), qint16(-1));
     }
 };
 
