@@ -129,7 +129,8 @@ private slots:
         QTemporaryDir dir;
         PdfPageSplitter splitter;
         QString error;
-        const QString source = qEnvironmentVariable("QELPRN_SOURCE_DIR") + u"/tests/engine/hand-written.pdf"_s;
+        const QString source =
+            qEnvironmentVariable("QELPRN_SOURCE_DIR") + u"/tests/engine/hand-written.pdf"_s;
         QVERIFY2(splitter.open(source, &error), qPrintable(error));
         QCOMPARE(splitter.pageCount(), 2);
         const QString one = dir.filePath(u"one.pdf"_s), two = dir.filePath(u"two.pdf"_s);
