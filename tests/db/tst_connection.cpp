@@ -144,6 +144,7 @@ private slots:
         QCOMPARE(rs.field(u"N"_s).toInt(), 3);
         QCOMPARE(ado.iCommitTrans(), qint16(-1)); // none begun
         QCOMPARE(ado.iDisConnect(), qint16(0));
+        QCOMPARE(ado.iDisConnect(), qint16(0)); // already closed
         // Closed, every call is refused with the reason.
         QCOMPARE(ado.iBeginTrans(), qint16(-1));
         QCOMPARE(ado.sErrMsg, u"Operation is not allowed when the object is closed."_s);

@@ -119,7 +119,7 @@ private slots:
                  qPrintable(dialog.txtSummary->toPlainText()));
         const QStringList pdfs = QDir(kind4).entryList({u"*.pdf"_s}, QDir::Files);
         QVERIFY2(pdfs.size() >= 3 && pdfs.size() < 67, qPrintable(QString::number(pdfs.size())));
-        QVERIFY(dialog.cbStart->isEnabled());
+        QVERIFY(dialog.cbStart->isEnabled() && dialog.imMonth->isEnabled()); // ready for another run
     }
 };
 

@@ -166,8 +166,7 @@ private slots:
         TestDb db;
         cT_STAFF staff;
         cD_STAFF yamada;
-        QCOMPARE(staff.iDataRead(&yamada), qint16(-1));
-        QCOMPARE(staff.sErrMsg, u"iInit() が呼ばれていません。"_s);
+        QCOMPARE(staff.iDataRead(&yamada), qint16(-1)); // before iInit
         staff.iInit(db.ado, db.ctx);
         db.folder.exec(u"INSERT INTO STAFF (nIDNo, iKyotenCd, iKyotenEb, cName) VALUES (1, 1, 1, '山田'), "
                        "(2, 1, 1, '山田'), (3, 2, 1, '山田'), (4, 1, 1, '佐藤')"_s);
