@@ -245,8 +245,10 @@ bool PdfPageSplitter::open(const QString& path, QString* error)
     const qint64 xref = startxref < 0 ? -1 : numberAt(m_data, startxref + 9);
     if (xref < 0 || xref >= m_data.size() || !m_data.sliced(xref).startsWith("xref"))
         return fail(u"PDF の相互参照表を読めません"_s);
+    // The trailer lies between the table and the startxref that names it (the table's offset
+    // may even point into the word "startxref" itself).
     const qsizetype trailer = m_data.indexOf("trailer", xref);
-    if (trailer < 0)
+    if (trailer < 0 || trailer > startxref)
         return fail(u"PDF の末尾（trailer）を読めません"_s);
     const QList<QByteArray> lines = m_data.sliced(xref + 4, trailer - xref - 4).toByteArray().split('\n');
     int next = 0, left = 0;
