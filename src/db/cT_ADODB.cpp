@@ -163,11 +163,6 @@ qint16 cT_ADODB::iDisConnect()
     return 0;
 }
 
-bool cT_ADODB::isOpen() const
-{
-    return d->state == 1;
-}
-
 qint16 cT_ADODB::iOpenRecSet(RecordSet& rs, const QString& sql, int, int, int)
 {
     rs.close();

@@ -44,7 +44,6 @@ public:
     qint16 iRollback();
     qint16 iSetTimeout(int seconds);
 
-    bool isOpen() const;
     QString connectionString() const { return m_connectionString; }
 
 private:
