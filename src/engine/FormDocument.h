@@ -11,6 +11,7 @@
 #include <QImage>
 #include <QPageLayout>
 #include <QPainter>
+#include <QPainterPath>
 #include <memory>
 
 namespace qelprn::engine {
@@ -125,7 +126,15 @@ private:
     Recorded m_rowFrame;             // frame of one slot
     Recorded m_allFrames;            // frames of every slot of a page
     QList<QStringList> m_rows;       // the rows of the page being painted
-    QHash<QString, QImage> m_images; // loaded images by path (the seal); a null image = no file
+    // A loaded image (the seal); a null image = no file. With its white made transparent, opaque is
+    // the same on white and ink outlines the pixels left, in the image's pixels.
+    struct LoadedImage
+    {
+        QImage image;
+        QImage opaque;
+        QPainterPath ink;
+    };
+    QHash<QString, LoadedImage> m_images; // by path
 
     // The addressee's amount item, found on first use.
     const LayoutItem* m_amountItem = nullptr;
