@@ -132,6 +132,9 @@ private slots:
                 u"cli/data/demo-kind%1.csv"_s.arg(kind)));
             QVERIFY(matchesExpected(enginetest::pdfText(single, 0, true).remove(blanks).toUtf8(),
                                     u"cli/data/demo-kind%1.txt"_s.arg(kind)));
+            for (int page : {1, 2})
+                QVERIFY(matchesExpected(enginetest::pdfPicture(single, page),
+                                        u"cli/data/demo-kind%1-%2.png"_s.arg(kind).arg(page)));
             const QStringList all = pagesOf(single);
 
             const QString folder = demo.dir.filePath(u"kind%1"_s.arg(kind));
