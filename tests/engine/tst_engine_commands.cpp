@@ -324,8 +324,9 @@ private slots:
         QVERIFY2(lines[0].contains(message), qPrintable(lines[0]));
     }
 
-    // No command file, or an option without its value: status 2 and a message naming it.
-    void argumentsMissing()
+    // No command file, an option without its value, output that cannot be written: status 2 and a
+    // message naming it.
+    void commandLineFaults()
     {
         const Run r = runEngine({u"--pdf"_s, path(u"x.pdf"_s)});
         QCOMPARE(r.exitCode, 2);
@@ -335,6 +336,14 @@ private slots:
             const Run bare = runEngine({u"/c"_s, path(u"WfdCom.dat"_s), option});
             QCOMPARE(bare.exitCode, 2);
             QVERIFY2(bare.err.contains(option + u" の後に値がありません"_s), qPrintable(bare.err));
+        }
+        // A PDF onto a folder, PNGs into a file or onto a folder.
+        QVERIFY(QDir().mkpath(path(u"png/page-0001.png"_s)));
+        for (const auto& [option, out] :
+             {std::pair{u"--pdf"_s, path(u"png"_s)}, std::pair{u"--png"_s, path(u"props.dat"_s)},
+              std::pair{u"--png"_s, path(u"png"_s)}}) {
+            const Run r = runEngine({option, out, u"/c"_s, propsCommand({})});
+            QVERIFY2(r.exitCode == 2 && r.err.contains(out), qPrintable(r.err)); // the file or folder named
         }
     }
 };
