@@ -91,6 +91,7 @@ private slots:
         const QString kind1 = QDir(out).filePath(u"1_請求書(施設請求先別)"_s);
         QVERIFY2(dialog.txtSummary->toPlainText().startsWith(u"1 請求書(施設請求先別)：宛先 3 件、3 枚"_s),
                  qPrintable(dialog.txtSummary->toPlainText() + ui.texts().join(u'\n')));
+        QVERIFY(dialog.txtSummary->isReadOnly()); // a record of the run, not a note to edit
         QCOMPARE(listedFiles(kind1), 3);
         QVERIFY(dialog.cbOpen->isEnabled());
 
