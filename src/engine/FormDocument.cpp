@@ -480,7 +480,14 @@ void FormDocument::drawImage(QPainter& painter, const LayoutItem& item, QRectF b
         painter.save();
         QTransform toTarget = QTransform::fromTranslate(target.x(), target.y());
         toTarget.scale(target.width() / image.width(), target.height() / image.height());
-        painter.setClipPath(toTarget.map(it->ink), Qt::IntersectClip);
+        // The clip goes in whole device units (1/720 inch): their short figures keep the page small.
+        QPainterPath clip = (toTarget * painter.deviceTransform()).map(it->ink);
+        for (int i = 0; i < clip.elementCount(); ++i)
+            clip.setElementPositionAt(i, std::round(clip.elementAt(i).x), std::round(clip.elementAt(i).y));
+        const QTransform world = painter.worldTransform();
+        painter.resetTransform();
+        painter.setClipPath(clip, Qt::IntersectClip);
+        painter.setWorldTransform(world);
         painter.drawImage(target, it->opaque);
         painter.restore();
         return;
