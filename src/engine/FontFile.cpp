@@ -263,17 +263,13 @@ QByteArray writeName(const QByteArray& name, const QString& family)
     return out + storage;
 }
 
-quint32 checksum(const QByteArray& data)
+quint32 checksum(QByteArray data)
 {
     // The sum of the big-endian 32-bit words, the last one padded with zeros.
-    const auto* p = reinterpret_cast<const uchar*>(data.constData());
-    const qsizetype n = data.size();
+    data.append(QByteArray((4 - data.size() % 4) % 4, '\0'));
     quint32 sum = 0;
-    qsizetype i = 0;
-    for (; i + 4 <= n; i += 4)
-        sum += quint32(p[i]) << 24 | quint32(p[i + 1]) << 16 | quint32(p[i + 2]) << 8 | p[i + 3];
-    for (int shift = 24; i < n; ++i, shift -= 8)
-        sum += quint32(p[i]) << shift;
+    for (qsizetype i = 0; i < data.size(); i += 4)
+        sum += qFromBigEndian<quint32>(data.constData() + i);
     return sum;
 }
 

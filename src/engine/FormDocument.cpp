@@ -10,6 +10,7 @@
 #include <QPaintEngine>
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 using namespace Qt::StringLiterals;
 
@@ -32,11 +33,9 @@ QImage withTransparentWhite(QImage image)
 {
     image = image.convertToFormat(QImage::Format_ARGB32);
     for (int y = 0; y < image.height(); ++y) {
-        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
-        for (int x = 0; x < image.width(); ++x) {
-            const QRgb c = line[x];
+        for (QRgb& c : std::span(reinterpret_cast<QRgb*>(image.scanLine(y)), size_t(image.width()))) {
             if (qRed(c) > 235 && qGreen(c) > 235 && qBlue(c) > 235)
-                line[x] = qRgba(255, 255, 255, 0);
+                c = qRgba(255, 255, 255, 0);
         }
     }
     return image;
