@@ -263,8 +263,8 @@ bool PdfPageSplitter::open(const QString& path, QString* error)
         } else if (f.size() == 3 && left > 0) {
             if (size_t(next) >= m_offsets.size())
                 m_offsets.resize(size_t(next) + 1, -1);
-            const qint64 offset = f[2] == "n" ? f[0].toLongLong() : -1;
-            m_offsets[size_t(next)] = offset >= 0 && offset < m_data.size() ? offset : -1;
+            // An offset past the file's end is caught where the object is read.
+            m_offsets[size_t(next)] = f[2] == "n" ? f[0].toLongLong() : -1;
             ++next;
             --left;
         }

@@ -67,7 +67,7 @@ private:
 
     QFile m_file;
     QByteArrayView m_data;
-    std::vector<qint64> m_offsets; // by object number; -1 for a free entry
+    std::vector<qint64> m_offsets; // by object number; negative for a free entry
     int m_catalog = 0;
     QList<int> m_pages;
     std::vector<PageParts> m_pageParts;       // by page
