@@ -66,9 +66,10 @@ private slots:
         QVERIFY(splitCsvLine(u"\"1\",25,\"a,b\",\"\",-1,\"say \"hi\" now\",1234.5"_s, f));
         QCOMPARE(f, (QStringList{u"1"_s, u"25"_s, u"a,b"_s, QString(), u"-1"_s, u"say \"hi\" now"_s,
                                  u"1234.5"_s}));
-        // A quote followed by a comma closes the field, even inside what was meant as one text.
-        QVERIFY(splitCsvLine(u"\"x\",y\",\"z\""_s, f));
-        QCOMPARE(f, (QStringList{u"x"_s, u"y\""_s, u"z"_s}));
+        // A quote followed by a comma closes the field, even inside what was meant as one text; a
+        // comma at the end leaves an empty last field.
+        QVERIFY(splitCsvLine(u"\"x\",y\",\"z\","_s, f));
+        QCOMPARE(f, (QStringList{u"x"_s, u"y\""_s, u"z"_s, QString()}));
     }
 
     void formatsValues()
@@ -164,8 +165,9 @@ private slots:
         const qreal b5 = 257.0 / 297; // the A4 form scaled as a whole to fit B5
         row("PrintPaper scales", 1, u"1,234"_s, {30 * b5, 40 * b5, 40 * b5, 10 * b5}, Right,
             {u"PrintPaper, B5"_s});
-        row("SectionRepeatStart", 1, u"1,234"_s, slot(amount, 2), Right, {u"SectionRepeatStart, 3"_s});
-        row("SectionRepeatStart next page", 2, u"[Beta]"_s, name, Left, {u"SectionRepeatStart, 3"_s});
+        row("SectionRepeatStart", 1, u"1,234"_s, slot(amount, 1), Right, {u"SectionRepeatStart, 2"_s});
+        row("SectionRepeatStart next page", 2, u"[Delta]"_s, slot(name, 1), Left,
+            {u"SectionRepeatStart, 2"_s});
     }
 
     void rendersEachProperty()
@@ -208,11 +210,12 @@ private slots:
         QVERIFY2(holds[check], qPrintable(seen));
     }
 
-    // One PDF per addressee, with the amount the layout names: here the group's last row number.
+    // One PDF per addressee, with the amount the layout names: here the group's last row number,
+    // which is not the first row of its last page.
     void addresseeFilesCarryTheNamedAmount()
     {
-        const Run r = runEngine(
-            {u"--pdf-dir"_s, path(u"each"_s), u"--file-date"_s, u"20240605"_s, u"/c"_s, propsCommand({})});
+        const Run r = runEngine({u"--pdf-dir"_s, path(u"each"_s), u"--file-date"_s, u"20240605"_s, u"/c"_s,
+                                 propsCommand({u"SectionRepeatStart, 2"_s})});
         QCOMPARE(r.exitCode, 0);
         QVERIFY2(r.err.contains(u"\t2\t4\tA\tA\n"_s) && r.err.contains(u"\t1\t1\tB\tB\n"_s),
                  qPrintable(r.err));
@@ -252,6 +255,7 @@ private slots:
         row("no layout", ok.mid(1), good, u"WfdCom.dat"_s, u"FileName"_s);
         row("missing layout", with(0, u"FileName,\"nowhere.wfd\""_s, 1), good, u"WfdCom.dat:1"_s,
             u"nowhere.wfd"_s);
+        row("layout is a folder", with(0, u"FileName,\"SYS\""_s, 1), good, u"SYS"_s, u"を開けません"_s);
         row("broken layout", ok, good, u"form.wfd:6"_s, u"JSON"_s, {"\"size\": \"A4\",", "\"size\": ,"});
         row("unreadable colour", ok, good, u"form.wfd"_s, u"の色が読めません"_s, {"#e6e6e6", "blau"});
         row("unknown rounding", ok, good, u"form.wfd:5"_s, u"round"_s,
