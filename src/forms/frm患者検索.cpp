@@ -78,7 +78,7 @@ void frm患者検索::vGetSeledInf(qint32& code, QString& name) const
     name = seledName();
 }
 
-qint16 frm患者検索::iMastDataLoad()
+void frm患者検索::iMastDataLoad()
 {
     fillCodeCombo(*cmb_Tantou, {});
     const QString sql = u"SELECT nIDNo, cName, cNameRyaku "_s + u" FROM STAFF "_s + u" WHERE nIDNo >= 0 "_s +
@@ -86,17 +86,14 @@ qint16 frm患者検索::iMastDataLoad()
                         u" AND iKyotenEb = "_s + QString::number(m_ctx.iBaseKyotenEb) + u" ORDER BY nIDNo "_s;
     ScopedConnection own;
     if (!openReported(own, sql, u"iMastDataLoad() でエラー\r\n"_s))
-        return -1;
+        return;
     QList<CodeName> staff;
     for (RecordSet& rs = own.rs; !rs.isEOF(); rs.moveNext())
         staff.append({nNullToLng(rs.field(u"nIDNo"_s)), csNullToRTrim(rs.field(u"cName"_s))});
     fillCodeCombo(*cmb_Tantou, staff);
-    if (staff.isEmpty()) {
+    if (staff.isEmpty())
         m_ctx.interaction().messageBox(u"該当する利用者データがありません。"_s, seikyuTitle(),
                                        MsgIcon::Information);
-        return 1;
-    }
-    return 0;
 }
 
 QString frm患者検索::listSql() const

@@ -26,8 +26,9 @@ public:
     // the practitioner filter (0: none).
     qint16 iInit(qint32 code, qint32 tantou = 0);
     void vGetSeledInf(qint32& code, QString& name) const;
-    // The practitioner list of the practitioner filter (the form's master load).
-    qint16 iMastDataLoad();
+    // The practitioner list of the practitioner filter (the form's master load); a failure or an
+    // empty list is told in a message, and the dialog goes on without the filter's names.
+    void iMastDataLoad();
     // The bound month "yyyy/mm": today moved back by "終了患者施術期間" months, "9999/12" without it.
     QString boundMonth() const { return m_bound; }
 

@@ -140,7 +140,7 @@ private slots:
                  (QStringList{u"（指定なし）"_s, u"ほほえみ治療院"_s, u"ほほえみ鍼灸院"_s}));
         QCOMPARE(f.comboTexts(u"cbTantou"_s),
                  (QStringList{u"（指定なし）"_s, u"山田　太郎"_s, u"高橋　誠"_s}));
-        QVERIFY(f.option(u"optPrint"_s, 1)->isChecked());
+        QVERIFY(f.option(u"optPrint"_s, 1)->isChecked() && f.option(u"optSelCorp"_s, 0)->isChecked());
         QCOMPARE(f.c<QLineEdit>(u"txtSelKanja_0"_s)->text(), u"(全員)"_s);
         // Ended practitioners come in only on request.
         f.chooseKind(3);
@@ -185,6 +185,11 @@ private slots:
             QCOMPARE(f.c<QLabel>(u"StatusSite"_s)->text(), u"拠点：01-01"_s);
             QCOMPARE(qelprn::databaseStatusText(u"Provider=SQLOLEDB;Data Source=srv"_s),
                      u"データベース：－"_s);
+            // The practitioner list read again for the ended ones: a failed query is reported.
+            f.chooseKind(3);
+            f.folder.exec(u"DROP TABLE STAFF"_s);
+            clickButton(f.c<QCheckBox>(u"chkChushi"_s));
+            QVERIFY2(f.shown().last().contains(u"STAFF"_s), qPrintable(f.shown().join(u'\n')));
         }
         {
             Fixture f;
@@ -326,15 +331,10 @@ private slots:
         QVERIFY(f.ui.messages.isEmpty());
 
         const qelprn::PrintJouken& j = f.runs.conditions.first();
-        QCOMPARE(j.iPrintKind, qint16(4));
-        QCOMPARE(j.sSeikyuYM, u"2026/10"_s);
-        QCOMPARE(j.nSeikyuYM, 202610);
-        QCOMPARE(j.sTeisyutuDate, u"2026/11/15"_s);
-        QCOMPARE(j.nDairiCd, 11);
-        QCOMPARE(j.nTiryoinCd, 13);
-        QCOMPARE(j.nKanjaCd, 5);
-        QCOMPARE(j.iSort, qint16(3));
-        QVERIFY(j.bSelSisetsuType);
+        QCOMPARE(std::tuple(j.iPrintKind, j.sSeikyuYM, j.nSeikyuYM, j.sTeisyutuDate),
+                 std::tuple(qint16(4), u"2026/10"_s, 202610, u"2026/11/15"_s));
+        QCOMPARE(std::tuple(j.nDairiCd, j.nTiryoinCd, j.nKanjaCd, j.iSort, j.bSelSisetsuType),
+                 std::tuple(11, 13, 5, qint16(3), true));
 
         // The next start restores them.
         frmPrintSisetsuSeikyu again(f.ctx, f.runs.action());

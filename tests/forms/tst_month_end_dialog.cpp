@@ -83,6 +83,7 @@ private slots:
 
         qelprn::MonthEndDialog dialog(ctx, QDate(2026, 10, 1), QDate(2026, 11, 5), nullptr, {});
         dialog.show();
+        QVERIFY(!dialog.cbCancel->isEnabled()); // nothing to stop yet
         const QString out = dir.filePath(u"out"_s);
         dialog.txtFolder->setText(QDir::toNativeSeparators(out));
         for (QCheckBox* box : std::as_const(dialog.chkKinds))
@@ -109,13 +110,16 @@ private slots:
             box->setChecked(box == dialog.chkKinds[3]);
         const QString kind4 = QDir(out).filePath(u"4_請求書兼領収書"_s);
         QTimer watch;
+        bool openWhileRunning = false; // the folder is opened on what is finished, not half written
         QObject::connect(&watch, &QTimer::timeout, &dialog, [&] {
+            openWhileRunning = openWhileRunning || dialog.cbOpen->isEnabled();
             if (QDir(kind4).entryList({u"*.pdf"_s}, QDir::Files).size() >= 3 && dialog.cbCancel->isEnabled())
                 QTest::mouseClick(dialog.cbCancel, Qt::LeftButton);
         });
         watch.start(5);
         QTest::mouseClick(dialog.cbStart, Qt::LeftButton);
         watch.stop();
+        QVERIFY(!openWhileRunning);
         QVERIFY2(dialog.txtSummary->toPlainText().contains(u"（中止）"_s),
                  qPrintable(dialog.txtSummary->toPlainText()));
         const QStringList pdfs = QDir(kind4).entryList({u"*.pdf"_s}, QDir::Files);

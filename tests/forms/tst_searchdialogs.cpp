@@ -98,6 +98,9 @@ private slots:
         search(dialog);
         QTableWidget* grid = gridOf(dialog);
         dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        for (const QLabel* caption : dialog.findChildren<QLabel*>()) // each filter's caption on its left
+            QVERIFY(!caption->buddy() || caption->geometry().right() < caption->buddy()->x());
         QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
                           grid->visualItemRect(grid->item(1, 1)).center());
         QTest::mouseClick(dialog.findChild<QPushButton*>(u"but_Act"_s), Qt::LeftButton);
