@@ -42,9 +42,9 @@ private slots:
         QTest::newRow("main corporation")
             << 0 << -1 << 0 << QString()
             << QStringList{u" AND CORP.iType = 0"_s, u" AND TIRYOIN.iType = 0"_s};
-        QTest::newRow("chosen corporation and clinic")
-            << 7 << 8 << 0 << QString()
-            << QStringList{u" AND CORP.nIDNo  = 7"_s, u" AND TIRYOIN.nIDNo = 8"_s};
+        QTest::newRow("chosen corporation and clinic, the lowest codes")
+            << 1 << 1 << 0 << QString()
+            << QStringList{u" AND CORP.nIDNo  = 1"_s, u" AND TIRYOIN.nIDNo = 1"_s};
         QTest::newRow("facility kind with a quote")
             << 0 << 0 << 12 << u"グループ'ホーム"_s
             << QStringList{
@@ -85,10 +85,10 @@ private slots:
         PrintJouken j = baseJouken();
         QVERIFY(corpSql(j, 1, 2).endsWith(u"CORP.iKyotenEb  = 2 AND CORP.iType = 0"_s));
         QVERIFY(tiryoinSql(j, 1, 2).endsWith(u" AND CORP.iType = 0"_s));
-        j.nDairiCd = 5;
-        j.nTiryoinCd = 6;
-        QVERIFY(corpSql(j, 1, 2).endsWith(u"CORP.iKyotenEb  = 2 AND CORP.nIDNo  = 5"_s));
-        QVERIFY(tiryoinSql(j, 1, 2).endsWith(u"CORP.iKyotenEb  = 2 AND CORP.nIDNo = 6"_s));
+        j.nDairiCd = 1; // the lowest code one can choose
+        j.nTiryoinCd = 1;
+        QVERIFY(corpSql(j, 1, 2).endsWith(u"CORP.iKyotenEb  = 2 AND CORP.nIDNo  = 1"_s));
+        QVERIFY(tiryoinSql(j, 1, 2).endsWith(u"CORP.iKyotenEb  = 2 AND CORP.nIDNo = 1"_s));
     }
 
     // The narrowing conditions and the orders of the co-payment list the data tests leave out.
@@ -115,12 +115,12 @@ private slots:
         PrintJouken j = baseJouken();
         j.nShisetuCdTo = sisetsu;
         j.iSortShisetsu = sort;
-        j.nTiryoinCd = 4;
+        j.nTiryoinCd = 1;
         j.nTantouCd = sisetsu > 0 ? 6 : 0;
         j.sSisetsuType2 = sisetsu > 0 ? u"有料'老人"_s : QString();
         const QString sql = kanjaSql(j, 1, 2);
         QVERIFY(sql.contains(
-            u" AND TIRYOIN.nIDNo = 4 WHERE 月間実績.実績年 * 100 + 月間実績.実績月 = 202410 "
+            u" AND TIRYOIN.nIDNo = 1 WHERE 月間実績.実績年 * 100 + 月間実績.実績月 = 202410 "
             u"AND 月間実績.iKyotenCd  = 1 AND 月間実績.iKyotenEb  = 2 AND (月間実績.総合計 > 0 or "
             u"月間実績.実費料金 > 0) AND SISETSU.nIDNo > 0 "_s));
         QVERIFY(sql.endsWith(u" AND SISETSU.nIDNo > 0 "_s + tail));

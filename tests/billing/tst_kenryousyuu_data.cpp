@@ -71,16 +71,13 @@ private slots:
         QCOMPARE(r2.days[2].施術日, QString());
         // Both rows carry the month's totals and remarks.
         for (const KenRyousyuuRow* r : {&r1, &r2}) {
-            QCOMPARE(r->施術回数, 13);
-            QCOMPARE(r->保険内金額合計, 13000 + 91);
+            QCOMPARE(std::tuple(r->施術回数, r->保険内金額合計, r->自費金額合計),
+                     std::tuple(13, 13000 + 91, 500));
             QCOMPARE(r->一部負担金合計, 1309.1);
-            QCOMPARE(r->自費金額合計, 500);
-            QCOMPARE(r->備考_部位, u"マッサージ3部位"_s);
-            QCOMPARE(r->備考_変形, u"徒手矯正"_s);
-            QCOMPARE(r->備考_鍼灸, u"はりきゅう治療"_s);
-            QCOMPARE(r->備考_往療, u"往療料加算"_s);
-            QCOMPARE(r->備考_日別施術内容, u"マッサージ3部位、温あんなし、電気あり"_s);
-            QCOMPARE(r->請求元屋号, u"北治療院"_s);
+            QCOMPARE((QStringList{r->備考_部位, r->備考_変形, r->備考_鍼灸, r->備考_往療,
+                                  r->備考_日別施術内容, r->請求元屋号}),
+                     (QStringList{u"マッサージ3部位"_s, u"徒手矯正"_s, u"はりきゅう治療"_s, u"往療料加算"_s,
+                                  u"マッサージ3部位、温あんなし、電気あり"_s, u"北治療院"_s}));
         }
 
         // Kind 5 keeps only the self-pay day.

@@ -173,18 +173,14 @@ private slots:
         QCOMPARE(f.mod.nSeikyuSisetsuCnt, qint16(2));
         // Ordered by billing facility id within a database: the facility billing itself (10) first.
         const SisetsuSeikyuGroup& g0 = f.mod.aSeikyuSisetsu.at(0);
-        QCOMPARE(g0.cSeikyuName, u"親なし"_s);
-        QCOMPARE(g0.nSeikyuID, 10);
+        QCOMPARE(std::tuple(g0.cSeikyuName, g0.nSeikyuID), std::tuple(u"親なし"_s, 10));
+        // ID and address overwritten by the later database's record.
         const SisetsuSeikyuGroup& g1 = f.mod.aSeikyuSisetsu.at(1);
-        QCOMPARE(g1.cSeikyuName, u"共通請求先"_s);
-        QCOMPARE(g1.nSeikyuID, 200); // overwritten by the later database's record
-        QCOMPARE(g1.cSeikyuAddress1, u"共通請求先住所1"_s);
-        QCOMPARE(g1.iMeisaiCnt, qint16(2));
+        QCOMPARE(std::tuple(g1.cSeikyuName, g1.nSeikyuID, g1.cSeikyuAddress1, g1.iMeisaiCnt),
+                 std::tuple(u"共通請求先"_s, 200, u"共通請求先住所1"_s, qint16(2)));
         const SisetsuSeikyuRow& l = g1.aMeisai.at(0);
-        QCOMPARE(l.cSejutsuName, u"施設1"_s);
-        QCOMPARE(l.iSejutsuNinzu, qint16(1));
-        QCOMPARE(l.nSejutsuGoukei, 5000);
-        QCOMPARE(l.cCorpName + l.cCorpAddress1, u"本社本社所在地"_s);
+        QCOMPARE(std::tuple(l.cSejutsuName, l.iSejutsuNinzu, l.nSejutsuGoukei, l.cCorpName + l.cCorpAddress1),
+                 std::tuple(u"施設1"_s, qint16(1), 5000, u"本社本社所在地"_s));
         QCOMPARE(l.cTiryoinName, u"治療院"_s);
         QCOMPARE(g1.aMeisai.at(1).cSejutsuName, u"施設2"_s);
 
