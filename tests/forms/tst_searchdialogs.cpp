@@ -127,6 +127,8 @@ private slots:
         missing.iInit(999);
         QVERIFY(gridOf(missing)->selectedItems().isEmpty());
         QVERIFY(!missing.vWhenSeledOK());
+        search(missing); // a search of one's own makes the first row current
+        QVERIFY(gridOf(missing)->item(0, 0)->isSelected());
         // The master load lists the own site's facilities of every institution kind.
         QList<std::pair<qint32, QString>> master;
         QCOMPARE(missing.iMastDataLoad(master), qint16(0));
