@@ -46,13 +46,13 @@ QImage withTransparentWhite(QImage image)
 void keepFarthest(const QPolygonF& points, qsizetype from, qsizetype to, qreal tolerance, QList<bool>& keep)
 {
     const QLineF chord(points[from], points[to]);
+    const qreal length = chord.length();
     qreal farthest = tolerance;
     qsizetype at = -1;
     for (qsizetype i = from + 1; i < to; ++i) {
         const QPointF d = points[i] - chord.p1();
-        const qreal distance = chord.length() > 0
-                                   ? std::abs(chord.dx() * d.y() - chord.dy() * d.x()) / chord.length()
-                                   : std::hypot(d.x(), d.y());
+        const qreal distance = length > 0 ? std::abs(chord.dx() * d.y() - chord.dy() * d.x()) / length
+                                          : std::hypot(d.x(), d.y());
         if (distance > farthest) {
             farthest = distance;
             at = i;

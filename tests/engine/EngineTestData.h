@@ -4,8 +4,8 @@
 // command files, and the engine program run on them with its PDF read back through poppler-utils.
 
 #include "app/Cp932.h"
+#include "support/FileBytes.h"
 
-#include <QFile>
 #include <QProcess>
 #include <QRectF>
 #include <QRegularExpression>
@@ -185,8 +185,7 @@ inline QByteArray pdfPicture(const QString& pdf, int page)
     const QString n = QString::number(page);
     runProgram(u"pdftoppm"_s, {u"-r"_s, u"40"_s, u"-gray"_s, u"-png"_s, u"-singlefile"_s, u"-f"_s, n, u"-l"_s,
                                n, pdf, dir.filePath(u"page"_s)});
-    QFile file(dir.filePath(u"page.png"_s));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return qelprn::test::readAll(dir.filePath(u"page.png"_s));
 }
 
 // A word of a PDF page where "pdftotext -bbox" places it, in millimetres from the paper's top left.
