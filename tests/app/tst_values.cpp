@@ -82,15 +82,14 @@ private slots:
         QCOMPARE(qelprn::nNullToLng(u"12"_s), 12);
         QCOMPARE(overflowText([] { qelprn::nNullToLng(-2147483649.0); }), u"( 6)オーバーフローしました。"_s);
         // The suite's trims remove spaces only.
-        QCOMPARE(qelprn::trimRightSpaces(u" a\t\u3000  "_s), u" a\t\u3000"_s);
-        QCOMPARE(qelprn::trimSpaces(u"  \ta "_s), u"\ta"_s);
-        QCOMPARE(qelprn::trimSpaces(u"   "_s), QString());
-        QCOMPARE(qelprn::leadingNumber(u" 12X3"_s), 12);
-        QCOMPARE(qelprn::leadingNumber(u"X1"_s), 0);
+        QCOMPARE(QStringList({qelprn::trimRightSpaces(u" a\t\u3000  "_s), qelprn::trimSpaces(u"  \ta "_s),
+                              qelprn::trimSpaces(u"   "_s)}),
+                 QStringList({u" a\t\u3000"_s, u"\ta"_s, QString()}));
         // Val skips blanks, tabs, line feeds and ideographic spaces in front, no other white space.
-        QCOMPARE(qelprn::leadingNumber(u"\u3000\t\n 12"_s), 12);
-        QCOMPARE(qelprn::leadingNumber(u"\r12"_s), 0);
-        QCOMPARE(qelprn::leadingNumber(u"\u00a012"_s), 0);
+        QList<int> numbers;
+        for (const QString& text : {u" 12X3"_s, u"X1"_s, u"\u3000\t\n 12"_s, u"\r12"_s, u"\u00a012"_s})
+            numbers << qelprn::leadingNumber(text);
+        QCOMPARE(numbers, QList<int>({12, 0, 12, 0, 0}));
         // A quoted field keeps its commas and blanks and reads a doubled quote as one; an unquoted
         // field loses its spaces.
         QCOMPARE(qelprn::splitCsvRecord(u"\"a\"\"b\", c ,\" d,\""_s),

@@ -93,11 +93,9 @@ private slots:
         QCOMPARE(counts.size(), 8); // 0 to 6 and 8; Null matches no patient
         // Codes 2 and 3 are 10 % and 20 %, code 1 nothing, iKaigoLevel 4 stands in for 0 (30 %), a
         // missing patient row gives minus one tenth.
-        QCOMPARE(splits.value(1).dbl4Down, 401.0);
-        QCOMPARE(splits.value(2).dbl4Down + splits.value(2).dbl5Up, 800.0 + 111.0);
-        QCOMPARE(splits.value(2).dbl5Up, 111.0);
-        QCOMPARE(splits.value(3).dbl4Down, 0.0);
-        QCOMPARE(splits.value(4).dbl4Down, 150.0);
+        QCOMPARE(std::tuple(splits.value(1).dbl4Down, splits.value(2).dbl4Down, splits.value(2).dbl5Up,
+                            splits.value(3).dbl4Down, splits.value(4).dbl4Down),
+                 std::tuple(401.0, 800.0, 111.0, 0.0, 150.0));
         QCOMPARE(splits.value(5).dbl4Down + splits.value(5).dbl5Up, -866.6);
         QCOMPARE(splits.value(6).dbl5Up, 3.0 * (5007 + 6007 + 1300) / 10); // code 4: 30 %
 

@@ -64,11 +64,9 @@ private slots:
         QCOMPARE(f.mod.aKenRyousyuu.size(), 2);
         const KenRyousyuuRow& r1 = f.mod.aKenRyousyuu.at(0);
         const KenRyousyuuRow& r2 = f.mod.aKenRyousyuu.at(1);
-        QCOMPARE(r1.days[0].保険内金額, 1001);
-        QCOMPARE(r1.days[0].一部負担金, 100.1);
-        QCOMPARE(r1.days[10].施術日, u"2024/10/11"_s);
-        QCOMPARE(r2.days[0].施術日, u"2024/10/12"_s);
-        QCOMPARE(r2.days[2].施術日, QString());
+        QCOMPARE(std::tuple(r1.days[0].保険内金額, r1.days[0].一部負担金, r1.days[10].施術日,
+                            r2.days[0].施術日, r2.days[2].施術日),
+                 std::tuple(1001, 100.1, u"2024/10/11"_s, u"2024/10/12"_s, QString()));
         // Both rows carry the month's totals and remarks.
         for (const KenRyousyuuRow* r : {&r1, &r2}) {
             QCOMPARE(std::tuple(r->施術回数, r->保険内金額合計, r->自費金額合計),

@@ -181,14 +181,14 @@ private slots:
         const SisetsuSeikyuRow& l = g1.aMeisai.at(0);
         QCOMPARE(std::tuple(l.cSejutsuName, l.iSejutsuNinzu, l.nSejutsuGoukei, l.cCorpName + l.cCorpAddress1),
                  std::tuple(u"施設1"_s, qint16(1), 5000, u"本社本社所在地"_s));
-        QCOMPARE(l.cTiryoinName, u"治療院"_s);
-        QCOMPARE(g1.aMeisai.at(1).cSejutsuName, u"施設2"_s);
+        QCOMPARE(std::pair(l.cTiryoinName, g1.aMeisai.at(1).cSejutsuName),
+                 std::pair(u"治療院"_s, u"施設2"_s));
 
         QCOMPARE(f.mod.nSeikyuJihiCnt, qint16(2));
-        QCOMPARE(f.mod.aSeikyuJihi.at(0).cSeikyuName, u"共通請求先"_s);
-        QCOMPARE(f.mod.aSeikyuJihi.at(0).aMeisai.at(0).cRiyoushaName, u"患者2 様"_s);
-        QCOMPARE(f.mod.aSeikyuJihi.at(1).cSeikyuName, u"自費のみ"_s);
-        QCOMPARE(f.mod.aSeikyuJihi.at(1).aMeisai.at(0).cSejutsuName, u"施設3(自費)"_s);
+        const auto& jihi = f.mod.aSeikyuJihi;
+        QCOMPARE(QStringList({jihi.at(0).cSeikyuName, jihi.at(0).aMeisai.at(0).cRiyoushaName,
+                              jihi.at(1).cSeikyuName, jihi.at(1).aMeisai.at(0).cSejutsuName}),
+                 QStringList({u"共通請求先"_s, u"患者2 様"_s, u"自費のみ"_s, u"施設3(自費)"_s}));
     }
 
     // The messages of the single-database and the all-database queries.

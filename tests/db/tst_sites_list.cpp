@@ -24,10 +24,8 @@ private slots:
         // Without "DB.ini", the one database "adodb.ini" names.
         QList<qelprn::DbInfo> list;
         QCOMPARE(qelprn::iDatabaseRead(ctx, list), qint16(1));
-        QCOMPARE(list[0].cServer, u"sqlite:db"_s);
-        QCOMPARE(list[0].cDatabase, u"suite"_s);
-        QCOMPARE(list[0].cDbLabel, u"suite:suite"_s);
-        QCOMPARE(list[0].cDbName, u"suite"_s);
+        QCOMPARE(QStringList({list[0].cServer, list[0].cDatabase, list[0].cDbLabel, list[0].cDbName}),
+                 QStringList({u"sqlite:db"_s, u"suite"_s, u"suite:suite"_s, u"suite"_s}));
 
         // Missing, or a folder of that name: the file is not found.
         const QStringList missing = {u"cT_Syuukei.iDatabaseRead() でエラー\r\n指定されたIni（"_s +
@@ -53,10 +51,8 @@ private slots:
         folder.writeSettingsFile(u"DB.ini"_s,
                                  u"\"db1:本店DB\",\"HOST1\\SQL,X\",\"suite\"\n\nplain,HOST2\\INST,other\n"_s);
         QCOMPARE(qelprn::iDatabaseRead(ctx, list), qint16(2));
-        QCOMPARE(list[0].cDbLabel, u"db1:本店DB"_s);
-        QCOMPARE(list[0].cServer, u"HOST1\\SQL,X"_s);
-        QCOMPARE(list[0].cDatabase, u"suite"_s);
-        QCOMPARE(list[0].cDbName, u"本店DB"_s);
+        QCOMPARE(QStringList({list[0].cServer, list[0].cDatabase, list[0].cDbLabel, list[0].cDbName}),
+                 QStringList({u"HOST1\\SQL,X"_s, u"suite"_s, u"db1:本店DB"_s, u"本店DB"_s}));
         // A label without ":" is its own name.
         QCOMPARE(list[1].cDbName, u"plain"_s);
         QCOMPARE(qelprn::dbConnectionString(list[1]),
@@ -65,8 +61,8 @@ private slots:
         // The server name file replaces the server, the instance part stays.
         folder.writeSettingsFile(u"ServerName.zkt"_s, u"[DBServer]=NEWHOST"_s);
         QCOMPARE(qelprn::iDatabaseRead(ctx, list), qint16(2));
-        QCOMPARE(list[0].cServer, u"NEWHOST\\SQL,X"_s);
-        QCOMPARE(list[1].cServer, u"NEWHOST\\INST"_s);
+        QCOMPARE(std::pair(list[0].cServer, list[1].cServer),
+                 std::pair(u"NEWHOST\\SQL,X"_s, u"NEWHOST\\INST"_s));
         QVERIFY(ui.messages.isEmpty());
 
         // Without "\" the server cannot be replaced: reported, nothing listed.
@@ -75,8 +71,8 @@ private slots:
         QVERIFY(list.isEmpty());
         QCOMPARE(ui.messages.size(), 1);
         QVERIFY(ui.messages[0].text.startsWith(u"cT_Syuukei.iDatabaseRead() でエラー\r\n"_s));
-        QCOMPARE(ui.messages[0].title, u"施設請求書印刷"_s);
-        QCOMPARE(ui.messages[0].icon, qelprn::MsgIcon::Critical);
+        QCOMPARE(std::pair(ui.messages[0].title, ui.messages[0].icon),
+                 std::pair(u"施設請求書印刷"_s, qelprn::MsgIcon::Critical));
     }
 };
 

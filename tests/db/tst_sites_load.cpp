@@ -57,10 +57,9 @@ private slots:
         QCOMPARE(sites.iDataRead(&ado), qint16(0));
         // Branch number 0 is never listed; ordered by code and branch.
         QCOMPARE(sites.nデータ数(), 4);
-        QCOMPARE(sites.clsKyoten(0).KyotenName(), u"本店"_s);
-        QCOMPARE(sites.clsKyoten(1).KyotenEd(), 2);
-        QCOMPARE(sites.clsKyoten(2).KyotenCd(), 2);
-        QCOMPARE(sites.clsKyoten(3).KyotenCd(), 3);
+        QCOMPARE(std::tuple(sites.clsKyoten(0).KyotenName(), sites.clsKyoten(1).KyotenEd(),
+                            sites.clsKyoten(2).KyotenCd(), sites.clsKyoten(3).KyotenCd()),
+                 std::tuple(u"本店"_s, 2, 2, 3));
 
         const struct
         {

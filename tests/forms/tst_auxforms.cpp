@@ -145,10 +145,9 @@ private slots:
         folder.writeSettingsFile(u"DATA/Version.ini"_s,
                                  u"350,\"V3.5 複数拠点\"\n340,\" 回数区分 \"\n300,初版\n"_s);
         qelprn::frmVer all(ctx, u"施設請求書印刷"_s);
-        QCOMPARE(all.windowTitle(), u"施設請求書印刷"_s);
-        QCOMPARE(all.laVer->text(), u"V3.5 複数拠点"_s);
         QCOMPARE(all.lstVer->count(), 2);
-        QCOMPARE(all.lstVer->item(0)->text(), u"回数区分"_s);
+        QCOMPARE(QStringList({all.windowTitle(), all.laVer->text(), all.lstVer->item(0)->text()}),
+                 QStringList({u"施設請求書印刷"_s, u"V3.5 複数拠点"_s, u"回数区分"_s}));
         qelprn::frmVer recent(ctx, u"x"_s, 320);
         QCOMPARE(recent.lstVer->count(), 1);
         QFile::remove(folder.filePath(u"DATA/Version.ini"_s));
@@ -215,9 +214,8 @@ private slots:
         QCOMPARE(status, 1);
         QVERIFY(!formShown);
         QCOMPARE(ui.texts(), (QStringList{u"処理モードが設定されていません。"_s, u"起動できません！"_s}));
-        QCOMPARE(ui.messages[0].title, u"　エラー！！"_s);
-        QCOMPARE(ui.messages[0].icon, qelprn::MsgIcon::Exclamation);
-        QCOMPARE(ui.messages[1].icon, qelprn::MsgIcon::Critical);
+        QCOMPARE(std::tuple(ui.messages[0].title, ui.messages[0].icon, ui.messages[1].icon),
+                 std::tuple(u"　エラー！！"_s, qelprn::MsgIcon::Exclamation, qelprn::MsgIcon::Critical));
         QVERIFY(!QFile::exists(folder.filePath(u"menu-args.txt"_s)));
     }
 

@@ -110,10 +110,7 @@ private slots:
         double lat = 0;
         double lon = 0;
         dialog.vGetSeledInf(code, name, lat, lon);
-        QCOMPARE(code, 101);
-        QCOMPARE(name, u"O'Neil ハウス"_s);
-        QCOMPARE(lat, 35.7);
-        QCOMPARE(lon, 139.6);
+        QCOMPARE(std::tuple(code, name, lat, lon), std::tuple(101, u"O'Neil ハウス"_s, 35.7, 139.6));
     }
 
     void preselection()
@@ -220,9 +217,10 @@ private slots:
         qelprn::frm施術者検索 dialog(f.ctx);
         QCOMPARE(dialog.iInit(3), qint16(0));
         QCOMPARE(column(dialog, 0), (QStringList{u"1"_s, u"3"_s}));
-        QCOMPARE(gridOf(dialog)->currentRow(), 1);
-        QCOMPARE(dialog.cmb_Kyoten->currentText(), u"杉並本店"_s);
-        QCOMPARE(dialog.cmb_Kyoten->count(), 2); // own sites of used flag 1
+        // The practitioner's row, and the own sites of used flag 1.
+        QCOMPARE(std::tuple(gridOf(dialog)->currentRow(), dialog.cmb_Kyoten->currentText(),
+                            dialog.cmb_Kyoten->count()),
+                 std::tuple(1, u"杉並本店"_s, 2));
 
         clickButton(dialog.chk_Chusi);
         search(dialog);

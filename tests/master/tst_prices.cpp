@@ -66,12 +66,10 @@ private slots:
         addPrice(folder, 1, 1, u"2024/06/01"_s, u"2026/03/31"_s, 450);
         cls単価 tanka(ctx);
         QCOMPARE(tanka.iGetTanka(u"202605"_s), qint16(-1));
-        QCOMPARE(ui.messages.size(), 2);
-        QCOMPARE(ui.messages[0].text, u"単価データがありません。"_s);
-        QCOMPARE(ui.messages[0].icon, MsgIcon::Information);
-        QCOMPARE(ui.messages[1].title, u"DB Read Error!!"_s);
-        QCOMPARE(ui.messages[1].text, u"単価の取得に失敗しました。\r区分:0  コード：0"_s);
-        QCOMPARE(ui.messages[1].icon, MsgIcon::Critical);
+        QCOMPARE(ui.texts(), QStringList({u"単価データがありません。"_s,
+                                          u"単価の取得に失敗しました。\r区分:0  コード：0"_s}));
+        QCOMPARE(std::tuple(ui.messages[0].icon, ui.messages[1].title, ui.messages[1].icon),
+                 std::tuple(MsgIcon::Information, u"DB Read Error!!"_s, MsgIcon::Critical));
 
         // No connection string: the reason and the operation in one critical box.
         ui.clear();

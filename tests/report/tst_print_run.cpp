@@ -105,9 +105,8 @@ private slots:
         f.form.jouken.iSort = 1;
         r = run.PrintSisetsuSeikyu(2, f.form);
         QCOMPARE(f.form.handed.size(), 2);
-        QCOMPARE(f.form.handed.at(1).iSort, qint16(3));
-        QCOMPARE(f.form.handed.at(1).nKanjaCd, 1001);
-        QCOMPARE(r.jouken.iSort, qint16(1));
+        QCOMPARE(std::tuple(f.form.handed.at(1).iSort, f.form.handed.at(1).nKanjaCd, r.jouken.iSort),
+                 std::tuple(qint16(3), 1001, qint16(1)));
 
         // Unreadable conditions, a missing month or issue date, a kind the table lacks.
         const QList<std::function<void(FakeForm&)>> faults = {

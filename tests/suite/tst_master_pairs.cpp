@@ -337,8 +337,7 @@ private slots:
         cD_CORP main;
         main.setiType(0);
         QCOMPARE(corps.iDataRead(&main), qint16(0));
-        QCOMPARE(corps.nデータ数(), 1);
-        QCOMPARE(corps.clsCORP(0).cShamei1(), u"本院"_s);
+        QCOMPARE(std::pair(corps.nデータ数(), corps.clsCORP(0).cShamei1()), std::pair(1, u"本院"_s));
         QCOMPARE(corps.iDataReadChk(nullptr), qint16(-1));
         QVERIFY(corps.sErrMsg.endsWith(u"が無効です。"_s));
         QCOMPARE(corps.iMapDataInsert(1, {u"東京都'港区"_s, u"芝"_s, QString()}), qint16(0));
