@@ -341,13 +341,23 @@ private slots:
             QCOMPARE(bare.exitCode, 2);
             QVERIFY2(bare.err.contains(option + u" の後に値がありません"_s), qPrintable(bare.err));
         }
-        // A PDF onto a folder, PNGs into a file or onto a folder.
+        // A PDF onto a folder, PNGs into a file or onto a folder (the file or folder is named); a
+        // resolution out of range, files per addressee without a valid date, an unknown argument.
         QVERIFY(QDir().mkpath(path(u"png/page-0001.png"_s)));
-        for (const auto& [option, out] :
-             {std::pair{u"--pdf"_s, path(u"png"_s)}, std::pair{u"--png"_s, path(u"props.dat"_s)},
-              std::pair{u"--png"_s, path(u"png"_s)}}) {
-            const Run r = runEngine({option, out, u"/c"_s, propsCommand({})});
-            QVERIFY2(r.exitCode == 2 && r.err.contains(out), qPrintable(r.err)); // the file or folder named
+        const QString each = path(u"each"_s);
+        for (const auto& [args, named] :
+             {std::pair{QStringList{u"--pdf"_s, path(u"png"_s)}, path(u"png"_s)},
+              std::pair{QStringList{u"--png"_s, path(u"props.dat"_s)}, path(u"props.dat"_s)},
+              std::pair{QStringList{u"--png"_s, path(u"png"_s)}, path(u"png"_s)},
+              std::pair{QStringList{u"--png"_s, path(u"png"_s), u"--dpi"_s, u"10"_s}, u"--dpi は"_s},
+              std::pair{QStringList{u"--pdf-dir"_s, each}, u"--pdf-dir には"_s},
+              std::pair{QStringList{u"--pdf-dir"_s, each, u"--file-date"_s, u"20240231"_s},
+                        u"--pdf-dir には"_s},
+              std::pair{QStringList{u"--pdf-dir"_s, each, u"--file-date"_s, u"2024065"_s},
+                        u"--pdf-dir には"_s},
+              std::pair{QStringList{u"--pdfx"_s}, u"不明な引数です: --pdfx"_s}}) {
+            const Run r = runEngine(args + QStringList{u"/c"_s, propsCommand({})});
+            QVERIFY2(r.exitCode == 2 && r.err.contains(named), qPrintable(r.err));
         }
     }
 };
