@@ -68,10 +68,9 @@ private slots:
                  QStringList({u"1:0:300:C施設"_s, u"2:-1:300:"_s, u"3:-1:300:"_s, u"4:1:300:C施設(自費)"_s,
                               u"5:1:300:C施設(自費)"_s, u"6:-1:300:"_s}));
         // Self-pay lines by room number.
-        QCOMPARE(a.at(78).nRoomNo, 11);
-        QCOMPARE(a.at(78).cRiyoushaName, u"患者3002 様"_s);
-        QCOMPARE(a.at(78).nSejutsuKanjaSeikyu, 800);
-        QCOMPARE(a.at(99).iGyoNo, qint16(25));
+        QCOMPARE(std::tuple(a.at(78).nRoomNo, a.at(78).cRiyoushaName, a.at(78).nSejutsuKanjaSeikyu,
+                            a.at(99).iGyoNo),
+                 std::tuple(11, u"患者3002 様"_s, 800, qint16(25)));
     }
 
     // A facility without a parent comes first under -1 with an empty name; a facility ending on a
@@ -101,10 +100,10 @@ private slots:
         const QList<SisetsuSeikyuRow>& a = f.mod.aSisetsuSeikyu;
         QCOMPARE(a.size(), 50);
         QCOMPARE(brief(a.at(0)), u"1:0:-1:親なし施設"_s);
-        QCOMPARE(a.at(0).cSeikyuName, QString());
-        QCOMPARE(a.at(0).iSejutsuNinzu, qint16(1)); // share 0 counts for one database
-        QCOMPARE(a.at(0).cCorpName, u"代理店"_s);
-        QCOMPARE(a.at(0).cTiryoinName, u"本社"_s);
+        // Share 0 counts as one person for one database.
+        QCOMPARE(
+            std::tuple(a.at(0).cSeikyuName, a.at(0).iSejutsuNinzu, a.at(0).cCorpName, a.at(0).cTiryoinName),
+            std::tuple(QString(), qint16(1), u"代理店"_s, u"本社"_s));
         QCOMPARE(brief(a.at(24)), u"25:-1:-1:"_s);
         QCOMPARE(briefs(a, 25, 5), QStringList({u"1:0:100:子施設"_s, u"2:-1:100:"_s, u"3:-1:100:"_s,
                                                 u"4:1:100:子施設(自費)"_s, u"5:-1:100:"_s}));
@@ -138,9 +137,8 @@ private slots:
         const QList<SisetsuSeikyuRow>& a = f.mod.aSisetsuSeikyu;
         QCOMPARE(briefs(a, 0, 4),
                  QStringList({u"1:0:100:"_s, u"2:-1:100:"_s, u"3:-1:100:"_s, u"4:1:100:(自費)"_s}));
-        QCOMPARE(a.at(0).nSejutsuGoukei, 0);
-        QCOMPARE(a.at(0).cCorpName, QString());
-        QCOMPARE(a.at(3).cRiyoushaName, u" 様"_s);
+        QCOMPARE(std::tuple(a.at(0).nSejutsuGoukei, a.at(0).cCorpName, a.at(3).cRiyoushaName),
+                 std::tuple(0, QString(), u" 様"_s));
     }
 
     // Several databases: corporations looked up once, lines grouped by billing facility name across
