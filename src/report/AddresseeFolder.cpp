@@ -51,7 +51,7 @@ QString monthText(const QString& yyyymm)
 
 QString FolderProgress::text() const
 {
-    if (files == 0 && pages > 0 && pagesPainted < pages)
+    if (files == 0 && pagesPainted < pages)
         return u"帳票を作成しています %1 / %2 ページ"_s.arg(pagesPainted).arg(pages);
     return u"%1 / %2 件"_s.arg(files).arg(addressees);
 }

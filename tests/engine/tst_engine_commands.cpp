@@ -211,13 +211,15 @@ private slots:
     }
 
     // One PDF per addressee, with the amount the layout names: here the group's last row number,
-    // which is not the first row of its last page.
+    // which is not the first row of its last page. The pages painted are told every hundred and
+    // at the last.
     void addresseeFilesCarryTheNamedAmount()
     {
         const Run r = runEngine({u"--pdf-dir"_s, path(u"each"_s), u"--file-date"_s, u"20240605"_s, u"/c"_s,
                                  propsCommand({u"SectionRepeatStart, 2"_s})});
         QCOMPARE(r.exitCode, 0);
-        QVERIFY2(r.err.contains(u"\t2\t4\tA\tA\n"_s) && r.err.contains(u"\t1\t1\tB\tB\n"_s),
+        QVERIFY2(r.err.contains(u"\t2\t4\tA\tA\n"_s) && r.err.contains(u"\t1\t1\tB\tB\n"_s) &&
+                     r.err.contains(u"pages\t3\t3\n"_s) && !r.err.contains(u"pages\t1\t"_s),
                  qPrintable(r.err));
     }
 
