@@ -101,6 +101,8 @@ private slots:
         QCOMPARE(readAll(commandFile), wfd.commandFileBytes(cls_WfdPrintExe::Action::Preview, false));
         QVERIFY(wfd.renderToPdf(true, folder.filePath(u"x.pdf"_s)) != 0);
         QCOMPARE(readAll(commandFile), wfd.commandFileBytes(cls_WfdPrintExe::Action::Preview, true));
+        QVERIFY(wfd.iPreviewData() != 0); // on the layout's own paper
+        QCOMPARE(readAll(commandFile), wfd.commandFileBytes(cls_WfdPrintExe::Action::Preview, false));
 
         // The suite's engine only when FORM_ENGINE names it; a bare name is looked for on the PATH
         // and beside the program, and the message says so.
