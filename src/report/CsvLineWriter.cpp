@@ -105,18 +105,12 @@ void CsvLineWriter::endLine()
         flush();
 }
 
-bool CsvLineWriter::flush()
+void CsvLineWriter::flush()
 {
     const qsizetype pending = m_used;
     m_used = 0;
-    if (m_error)
-        return false;
-    if (pending == 0)
-        return true;
-    if (m_device->write(m_buffer.constData(), pending) == pending)
-        return true;
-    m_error = CsvWriteError::writeFailed(*m_device);
-    return false;
+    if (!m_error && pending > 0 && m_device->write(m_buffer.constData(), pending) != pending)
+        m_error = CsvWriteError::writeFailed(*m_device);
 }
 
 std::optional<CsvWriteError> CsvLineWriter::finish(std::optional<CsvWriteError> stoppedBy)

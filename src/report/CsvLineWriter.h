@@ -39,8 +39,8 @@ public:
         endLine();
         flush();
     }
-    // Hands everything written so far to the device; false (and error()) when the device failed.
-    bool flush();
+    // Hands everything written so far to the device; a failure is kept (error(), finish()).
+    void flush();
     // Flushes and gives the writer's result: the device's failure, else stoppedBy (what ended the
     // rows early), else nothing.
     std::optional<CsvWriteError> finish(std::optional<CsvWriteError> stoppedBy = std::nullopt);
