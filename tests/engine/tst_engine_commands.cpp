@@ -352,11 +352,9 @@ private slots:
               std::pair{QStringList{u"--png"_s, path(u"props.dat"_s)}, path(u"props.dat"_s)},
               std::pair{QStringList{u"--png"_s, path(u"png"_s)}, path(u"png"_s)},
               std::pair{QStringList{u"--png"_s, path(u"png"_s), u"--dpi"_s, u"10"_s}, u"--dpi は"_s},
-              std::pair{QStringList{u"--pdf-dir"_s, each}, u"--pdf-dir には"_s},
-              std::pair{QStringList{u"--pdf-dir"_s, each, u"--file-date"_s, u"20240231"_s},
-                        u"--pdf-dir には"_s},
-              std::pair{QStringList{u"--pdf-dir"_s, each, u"--file-date"_s, u"2024065"_s},
-                        u"--pdf-dir には"_s},
+              std::pair{QStringList{u"--pdf-dir"_s, each}, u"発行日"_s},
+              std::pair{QStringList{u"--pdf-dir"_s, each, u"--file-date"_s, u"20240231"_s}, u"発行日"_s},
+              std::pair{QStringList{u"--pdf-dir"_s, each, u"--file-date"_s, u"2024065"_s}, u"発行日"_s},
               std::pair{QStringList{u"--pdfx"_s}, u"不明な引数です: --pdfx"_s}}) {
             const Run r = runEngine(args + QStringList{u"/c"_s, propsCommand({})});
             QVERIFY2(r.exitCode == 2 && r.err.contains(named), qPrintable(r.err));
