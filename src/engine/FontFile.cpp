@@ -263,16 +263,6 @@ QByteArray writeName(const QByteArray& name, const QString& family)
     return out + storage;
 }
 
-quint32 checksum(QByteArray data)
-{
-    // The sum of the big-endian 32-bit words, the last one padded with zeros.
-    data.append(QByteArray((4 - data.size() % 4) % 4, '\0'));
-    quint32 sum = 0;
-    for (qsizetype i = 0; i < data.size(); i += 4)
-        sum += qFromBigEndian<quint32>(data.constData() + i);
-    return sum;
-}
-
 // The tables a TrueType or OpenType font may have; the file is rebuilt from those the font has.
 constexpr const char* kTableTags[] = {
     "BASE", "CBDT", "CBLC", "CFF ", "CFF2", "COLR", "CPAL", "DSIG", "EBDT", "EBLC", "EBSC", "GDEF", "GPOS",
@@ -303,7 +293,7 @@ QByteArray buildFont(QList<std::pair<QByteArray, QByteArray>> tables)
     quint32 offset = quint32(12 + 16 * count);
     for (const auto& [tag, data] : std::as_const(tables)) {
         out.append(tag);
-        put32(out, checksum(data));
+        put32(out, tableChecksum(data));
         put32(out, offset);
         put32(out, quint32(data.size()));
         offset += quint32((data.size() + 3) & ~qsizetype(3));
@@ -316,7 +306,7 @@ QByteArray buildFont(QList<std::pair<QByteArray, QByteArray>> tables)
         out.append(QByteArray((4 - data.size() % 4) % 4, '\0'));
     }
     if (headAt >= 0)
-        qToBigEndian<quint32>(0xB1B0AFBA - checksum(out), out.data() + headAt + 8);
+        qToBigEndian<quint32>(0xB1B0AFBA - tableChecksum(out), out.data() + headAt + 8);
     return out;
 }
 
@@ -340,6 +330,17 @@ QByteArray fontFileWith(const QRawFont& font, const CharMap& map, const QString&
             tables.append({QByteArray(tag), data});
     }
     return buildFont(tables);
+}
+
+quint32 tableChecksum(QByteArrayView data)
+{
+    quint32 sum = 0;
+    for (qsizetype i = 0; i < data.size(); i += 4) {
+        char word[4] = {}; // the last word padded with zeros
+        std::copy_n(data.data() + i, std::min<qsizetype>(4, data.size() - i), word);
+        sum += qFromBigEndian<quint32>(word);
+    }
+    return sum;
 }
 
 } // namespace qelprn::engine

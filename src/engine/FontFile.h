@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QRawFont>
 #include <QString>
 #include <map>
@@ -18,5 +19,9 @@ CharMap readCharMap(const QRawFont& font);
 // The font file rebuilt from the tables of font with map as its character map (formats 4 and 12)
 // and family as its family, full and PostScript name; the other tables as they are.
 QByteArray fontFileWith(const QRawFont& font, const CharMap& map, const QString& family);
+
+// A table's (or a whole font file's) checksum: the sum of its big-endian 32-bit words, the last one
+// padded with zeros.
+quint32 tableChecksum(QByteArrayView data);
 
 } // namespace qelprn::engine

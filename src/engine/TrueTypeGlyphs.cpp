@@ -1,5 +1,7 @@
 #include "engine/TrueTypeGlyphs.h"
 
+#include "engine/FontFile.h"
+
 #include <QtEndian>
 #include <map>
 
@@ -43,18 +45,6 @@ void append16(QByteArray& d, quint16 v)
 {
     d.resize(d.size() + 2);
     put16(d, d.size() - 2, v);
-}
-
-quint32 checksum(const QByteArray& d, qsizetype at, qsizetype length)
-{
-    quint32 sum = 0;
-    for (qsizetype i = 0; i < length; i += 4) {
-        quint32 word = 0;
-        for (int b = 0; b < 4; ++b)
-            word = (word << 8) | (i + b < length ? quint8(d[at + i + b]) : 0);
-        sum += word;
-    }
-    return sum;
 }
 
 // The glyphs a composite glyph is made of (none for a simple glyph or a damaged one).
@@ -172,7 +162,7 @@ QByteArray keepTrueTypeGlyphs(const QByteArray& font, const std::vector<bool>& k
         }
         const qsizetype at = 12 + 16 * index++;
         out.replace(at, 4, tag);
-        put32(out, at + 4, checksum(data, 0, data.size()));
+        put32(out, at + 4, tableChecksum(data));
         put32(out, at + 8, quint32(out.size()));
         put32(out, at + 12, quint32(data.size()));
         if (tag == "head")
@@ -181,7 +171,7 @@ QByteArray keepTrueTypeGlyphs(const QByteArray& font, const std::vector<bool>& k
         while (out.size() % 4 != 0)
             out.append('\0');
     }
-    put32(out, headAt + 8, 0xB1B0AFBAu - checksum(out, 0, out.size()));
+    put32(out, headAt + 8, 0xB1B0AFBAu - tableChecksum(out));
     return out;
 }
 
